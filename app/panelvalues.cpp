@@ -1,0 +1,60 @@
+#include "app/panelvalues.h"
+
+#include "fit/numbertext.h"
+
+namespace app
+{
+namespace
+{
+
+double typedValue(const PanelValues& values, PanelBox box)
+{
+    switch (box) {
+    case PanelBox::K:
+        return values.K;
+    case PanelBox::F:
+        return values.F;
+    case PanelBox::kq1:
+        return values.kq1;
+    case PanelBox::kq2:
+        return values.kq2;
+    }
+    return 0;
+}
+
+int fixFlag(const PanelState& panel, const ModelParameter& parameter, Analysis analysis)
+{
+    if (analysis == Analysis::Decay && !parameter.fixableInDecay)
+        return 0;
+    if (parameter.box == PanelBox::kq2)
+        return panel.FixKq2;
+    return parameter.box == PanelBox::F ? panel.FixF : 0;
+}
+
+} // namespace
+
+PanelValues panelValues(const PanelState& panel)
+{
+    return {.kq1 = fit::numberFrom(panel.kq1),
+            .kq2 = fit::numberFrom(panel.kq2),
+            .K = fit::numberFrom(panel.K),
+            .F = fit::numberFrom(panel.F),
+            .s = fit::numberFrom(panel.s),
+            .Cp = fit::numberFrom(panel.Cp),
+            .iterationLimit = fit::heldInt32(fit::numberFrom(panel.iteration)),
+            .tolerance = fit::numberFrom(panel.tolerance)};
+}
+
+StartParameters startParameters(const PanelState& panel, Analysis analysis)
+{
+    const PanelValues values = panelValues(panel);
+    StartParameters start;
+    for (const ModelParameter& parameter : modelRow(panel.Model).fitted()) {
+        const auto slot = static_cast<std::size_t>(++start.count);
+        start.values[slot] = typedValue(values, parameter.box);
+        start.fix[slot] = fixFlag(panel, parameter, analysis);
+    }
+    return start;
+}
+
+} // namespace app

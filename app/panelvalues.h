@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/modeltables.h"
+#include "fit/gaussnewton.h"
+
+#include <string>
+
+namespace app
+{
+
+/// The parameter panel as it stands: texts as typed, choices as clicked.
+struct PanelState {
+    std::string kq1 = "1e+7";
+    std::string kq2 = "1e+6";
+    std::string K = "50";
+    std::string F = "0.5";
+    std::string s = "0.82";
+    std::string Cp = "50e-6";
+    std::string tolerance = "0.0001";
+    std::string iteration = "100";
+    std::string fitRegion = "1e-3";
+    int Model = 1;
+    int FixKq2 = 0;
+    int FixF = 0;
+    bool allChosen = true; // "All" of the fit region is the chosen option
+    bool operator==(const PanelState&) const = default;
+};
+
+/// The numbers of the panel; rate constants in s^-1 or M^-1 s^-1 as the model has them.
+struct PanelValues {
+    double kq1 = 0, kq2 = 0;
+    double K = 0;  // M^-1
+    double F = 0;  // population ratio of the two sites
+    double s = 0;  // nm
+    double Cp = 0; // probe, M
+    int iterationLimit = 0;
+    double tolerance = 0;
+};
+PanelValues panelValues(const PanelState& panel);
+
+/// What a fit of the panel's model starts from: count, starting values (not logarithms) and flags, slots 1..3.
+struct StartParameters {
+    int count = 0;
+    fit::Parameters values{};
+    fit::Flags fix{};
+    fit::Flags aboveZero{0, 1, 1, 1};
+};
+StartParameters startParameters(const PanelState& panel, Analysis analysis);
+
+/// The panel as commands see it.
+class Panel
+{
+public:
+    virtual ~Panel() = default;
+    virtual PanelState panelState() const = 0;
+};
+
+} // namespace app

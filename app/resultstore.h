@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/modeltables.h"
+
+#include <array>
+#include <span>
+#include <string>
+
+namespace app
+{
+
+inline constexpr int kMaxResults = 20;
+
+/// One stored analysis.
+struct ResultRecord {
+    std::string Method; // "SV", "Decay"; empty: unused
+    int Model = 0;
+    double KorF = 0, Kq1 = 0, Kq2 = 0, Kq22 = 0;
+    double R2 = 0;
+    std::string Error; // error text of the fit, shown unchanged
+    double R = 0;      // nm
+    double Se = 0;     // residual sum of squares
+    bool operator==(const ResultRecord&) const = default;
+};
+
+/// The last twenty results and the row that receives the next one.
+struct ResultStore {
+    std::array<ResultRecord, kMaxResults + 1> ResultData{}; // record i belongs to table row i; 0 is unused
+    int ResultCursor = 1;                                   // 1..20
+    int ResultRowEnd = 1;                                   // one past the highest row filled, 1..21
+
+    void MoveData(int from, int to);
+    void SwapData(int a, int b);
+    /// Fills a record from the fields of a session-file line; a short list leaves the remaining fields alone.
+    void SetResultRecord(int index, std::span<const std::string> fields);
+    void clearAll();
+    /// Stores a finished analysis at the cursor and moves the cursor on. Only the quantities in `mask` are
+    /// taken over from K or F, the rate constants and the radius; the record keeps its old values of the others.
+    void store(const ResultRecord& result, int mask);
+};
+
+/// The interaction radius in nm of an association constant K in M^-1 around a probe of radius s in nm; 0 when
+/// s^3 + 3 K / (4 pi N_A) is not positive.
+double RadiusFromK(double K, double s);
+
+/// What takes a finished analysis: the results table of the main window.
+class ResultSink
+{
+public:
+    virtual ~ResultSink() = default;
+    virtual void storeResult(const ResultRecord& result, int mask) = 0;
+};
+
+} // namespace app

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "decay/sampletable.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace app
+{
+
+inline constexpr int kSheetRows = 10;    // a title row and one row per quantity
+inline constexpr int kSheetColumns = 21; // a title column and 20 samples
+
+/// Titles in column 0, row by row.
+inline constexpr std::array<std::string_view, kSheetRows> kSheetRowTitles{
+    "", "Qtotal/ M", "Component", "A1", "τ1/ns", "A2", "τ2/ns", "A3", "τ3/ns", "Φ"};
+
+/// The data sheet as analyses and files see it: texts in rows and columns, titles in row 0 and column 0.
+/// A cell outside the sheet reads as an empty text and is not written.
+class SheetText
+{
+public:
+    virtual ~SheetText() = default;
+    virtual int rowCount() const = 0;
+    virtual int columnCount() const = 0;
+    virtual void resize(int rows, int columns) = 0;
+    virtual std::string cell(int row, int column) const = 0;
+    virtual void setCell(int row, int column, const std::string& text) = 0;
+};
+
+/// A reader of the sheet for the analyses; `sheet` must outlive it.
+inline decay::CellText cellsOf(const SheetText& sheet)
+{
+    return [&sheet](int row, int column) { return sheet.cell(row, column); };
+}
+
+} // namespace app

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace fit
+{
+
+inline constexpr int kMaxParameters = 3;
+using Parameters = std::array<double, kMaxParameters + 1>; // slots 1..3 are used, slot 0 is not
+using Flags = std::array<int, kMaxParameters + 1>;         // same rule, 1 = set
+
+/// Set to true to end every run after its current iteration; the program does so when its main window closes.
+inline bool StopRequested = false;
+
+/// What is fitted: residuals of numbered data points.
+class Problem
+{
+public:
+    virtual ~Problem() = default;
+
+    /// Number of data points N; points are numbered 1..N.
+    virtual int pointCount() const = 0;
+
+    /// Model minus observation at a point, for parameters as the engine holds them (natural logarithms in log mode).
+    virtual double residual(int point, const Parameters& a) = 0;
+};
+
+/// The outside world as the engine sees it. The engine knows no progress bar and no event loop.
+class Observer
+{
+public:
+    virtual ~Observer() = default;
+
+    /// Called once per iteration, after the update.
+    virtual void letEventsRun() = 0;
+
+    /// Called at the very end of an iteration with the number of completed updates; false ends the run.
+    virtual bool keepGoing(double iterations) = 0;
+};
+
+enum class Status {
+    Fine = 1,          // running, stopped by the user, or |1 - S/S_old| < tolerance
+    LimitExceeded = 2, // iterations > iterationLimit
+    ZeroPivot = 3,     // the linear solver met a zero pivot
+};
+
+enum class Ending {
+    Converged,       // |1 - S/S_old| < tolerance
+    LimitExceeded,   // iterations > iterationLimit
+    SolverFailed,    // the retry with the smaller system met a zero pivot as well
+    Stopped,         // StopRequested or Observer::keepGoing
+    ArithmeticFault, // overflow, invalid operation or division by zero: parameters are not usable
+};
+
+struct Options {
+    int logMode = 0;        // 1: parameters are held as natural logarithms
+    int parameterCount = 0; // 1..3
+    Flags fix{};            // 1: never changed by the fit
+    Flags aboveZero{};      // 1: halved instead of crossing zero
+    double iterationLimit = 100;
+    double tolerance = 0.0001; // on the relative change of the sum of squares
+    bool unitStepForZero = false; // a parameter that is 0 gets the derivative step of 1; otherwise that is a fault
+};
+
+struct Outcome {
+    Parameters parameters{}; // as fitted: natural logarithms in log mode
+    double iterations = 0;   // completed updates
+    Status status = Status::Fine;
+    Ending ending = Ending::Converged;
+};
+
+/// Minimises the sum of squared residuals from `start`. Each step solves the upper triangle of the normal
+/// equations only, which is deliberate and keeps results comparable with earlier versions.
+Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& start, Observer& observer);
+
+} // namespace fit

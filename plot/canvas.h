@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace plot
+{
+
+using Color = std::uint32_t; // 24-bit RGB, red in the lowest byte
+
+constexpr Color rgb(int red, int green, int blue)
+{
+    return static_cast<Color>(red) | static_cast<Color>(green) << 8 | static_cast<Color>(blue) << 16;
+}
+
+// The standard palette's entries that charts use.
+inline constexpr Color kBlack = rgb(0, 0, 0);           // 0
+inline constexpr Color kLightGrey = rgb(192, 192, 192); // 7
+inline constexpr Color kBrightRed = rgb(255, 0, 0);     // 12
+
+enum class Fill { Solid = 0, Transparent = 1 };
+
+/// What a chart draws on. World coordinates; View declares which part of the world is shown.
+/// Order: SetTitle, View, Axis, then the primitives.
+class Canvas
+{
+public:
+    virtual ~Canvas() = default;
+    virtual void SetTitle(std::string_view title) = 0;
+    virtual void View(double x1, double y1, double x2, double y2) = 0;
+    /// Clears the surface and draws grid, axes and labels; the tick spacings may come back negated.
+    virtual void Axis(double& xt, double& yt, int islog) = 0;
+    virtual void VLine(double x1, double y1, double x2, double y2, Color c) = 0;
+    virtual void VPset(double x, double y, Color c) = 0;
+    /// R in surface units (twips), so that markers keep their size whatever the view.
+    virtual void VCircle(double x, double y, double R, Color c, Fill f) = 0;
+    virtual void VBox(double x1, double y1, double x2, double y2, Color c) = 0;
+    virtual void VFill(double x1, double y1, double x2, double y2, Color c) = 0;
+};
+
+/// What axes and primitives are finally drawn on: coordinates in twips from the top-left corner.
+class Surface
+{
+public:
+    virtual ~Surface() = default;
+    virtual double width() const = 0;
+    virtual double height() const = 0;
+    virtual double twipsPerPixel() const = 0;
+    virtual void clear() = 0;
+    virtual void setFontSize(int points) = 0;
+    virtual void line(double x1, double y1, double x2, double y2, Color c) = 0;
+    /// Text whose top-left corner stands at (x, y), black.
+    virtual void text(double x, double y, std::string_view text) = 0;
+};
+
+} // namespace plot

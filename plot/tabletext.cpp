@@ -1,0 +1,39 @@
+#include "plot/tabletext.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace plot
+{
+namespace
+{
+
+std::size_t slot(int row, int column)
+{
+    assert(row >= 0 && row < kTableRows && column >= 0 && column < kTableColumns);
+    return static_cast<std::size_t>(row * kTableColumns + column);
+}
+
+} // namespace
+
+const std::string& TableText::at(int row, int column) const { return m_cells[slot(row, column)]; }
+
+void TableText::set(int row, int column, std::string_view text) { m_cells[slot(row, column)] = text; }
+
+void TableText::clear() { std::fill(m_cells.begin(), m_cells.end(), std::string()); }
+
+std::string TableText::copyText() const
+{
+    std::string text;
+    int row = 0;
+    do {
+        text += at(row, 0);
+        for (int column = 1; column < kTableColumns && !at(row, column).empty(); ++column)
+            text += '\t' + at(row, column);
+        text += '\r';
+        ++row;
+    } while (row < kTableRows && !at(row, 0).empty());
+    return text;
+}
+
+} // namespace plot

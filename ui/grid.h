@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QTableView>
+
+class QStandardItemModel;
+
+namespace ui
+{
+
+/// A grid of text cells whose row 0 and column 0 are titles: real headers that stay in view, and cells of the model
+/// all the same. Texts are in the model, the current cell and the selected block in the selection model.
+class Grid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit Grid(QWidget* parent = nullptr);
+
+    /// Rows and columns, the title row and the title column included.
+    void setCounts(int rows, int columns);
+    int rows() const;
+    int columns() const;
+
+    /// A cell outside the grid reads as an empty text and is not written.
+    QString text(int row, int column) const;
+    void setText(int row, int column, const QString& text);
+
+    void setColumnTwips(int column, int twips);
+
+    /// Makes a cell, title cells included, the current one and the only selected one.
+    void selectCell(int row, int column);
+    void selectBlock(int row, int column, int farRow, int farColumn);
+    int currentRow() const;
+    int currentColumn() const;
+    /// The corner of the selected block that lies opposite the current cell.
+    int farRow() const;
+    int farColumn() const;
+
+    /// Repainting off while cells are filled, on again at the end.
+    void setRedraw(bool on);
+
+signals:
+    void cellClicked(); // a click on a cell or a title
+    void currentCellMoved();
+    /// A printable character (code above 32) or a text that an input method committed.
+    void textTyped(const QString& text);
+    void deletePressed();
+};
+
+} // namespace ui

@@ -1,0 +1,16 @@
+#pragma once
+
+class QWidget;
+
+/// Window geometry is kept in twips, 1/1440 inch.
+namespace ui
+{
+
+double twipsPerPixel(); // of the primary screen: 15 at 96 dots per inch
+int toPixels(double twips);
+int toTwips(int pixels);
+
+/// Sets top, left, height and width in twips, in that order, and shows the window; nothing when it is minimised.
+void placeAndShow(QWidget& window, int top, int left, int height, int width);
+
+} // namespace ui
