@@ -55,4 +55,12 @@ public:
     virtual PanelState panelState() const = 0;
 };
 
+/// The panel as commands that fill it see it.
+class PanelEditor : public Panel
+{
+public:
+    /// Shows the texts and choices as if the user had entered them: the model's boxes and captions follow.
+    virtual void setPanelState(const PanelState& panel) = 0;
+};
+
 } // namespace app
