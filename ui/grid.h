@@ -2,6 +2,7 @@
 
 #include <QTableView>
 
+class QAbstractButton;
 class QStandardItemModel;
 
 namespace ui
@@ -16,7 +17,7 @@ class Grid : public QTableView
 public:
     explicit Grid(QWidget* parent = nullptr);
 
-    /// Rows and columns, the title row and the title column included.
+    /// Rows and columns, the title row and the title column included. A new grid has one cell, the current one.
     void setCounts(int rows, int columns);
     int rows() const;
     int columns() const;
@@ -29,6 +30,7 @@ public:
 
     /// Makes a cell, title cells included, the current one and the only selected one.
     void selectCell(int row, int column);
+    /// The current cell is the block's first corner. Cells outside the grid change nothing.
     void selectBlock(int row, int column, int farRow, int farColumn);
     int currentRow() const;
     int currentColumn() const;
@@ -39,12 +41,36 @@ public:
     /// Repainting off while cells are filled, on again at the end.
     void setRedraw(bool on);
 
+    /// All cells without the titles.
+    void selectAll() override;
+
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
 signals:
     void cellClicked(); // a click on a cell or a title
     void currentCellMoved();
     /// A printable character (code above 32) or a text that an input method committed.
     void textTyped(const QString& text);
     void deletePressed();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setUpTitles();
+    void titleClicked(int row, int column);
+    void moveBy(int rows, int columns, bool extend);
+    void extendTo(int row, int column);
+    void paintCorner();
+    void currentMoved();
+
+    QStandardItemModel* m_cells;
+    QAbstractButton* m_corner;
 };
 
 } // namespace ui

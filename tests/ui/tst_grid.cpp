@@ -1,0 +1,235 @@
+#include "ui/grid.h"
+#include "ui/twips.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <QTest>
+
+class TestGrid : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void titlesAreHeadersAndCells();
+    void cellsOutsideAreNotThere();
+    void arrowsStayAmongTheCells();
+    void shiftArrowsKeepTheAnchor();
+    void dragKeepsTheAnchor();
+    void typedTextIsAnnounced_data();
+    void typedTextIsAnnounced();
+    void committedTextIsAnnounced();
+    void deleteIsAnnouncedAndNothingElseHappens();
+    void tabLeavesTheGrid();
+    void fillsTheLargestTableQuickly();
+
+private:
+    QPoint centreOf(int row, int column) const;
+
+    QWidget* m_window = nullptr;
+    ui::Grid* m_grid = nullptr;
+    QWidget* m_next = nullptr;
+};
+
+void TestGrid::init()
+{
+    m_window = new QWidget;
+    m_window->resize(600, 400);
+    m_grid = new ui::Grid(m_window);
+    m_grid->setGeometry(0, 0, 600, 300);
+    m_next = new QWidget(m_window);
+    m_next->setFocusPolicy(Qt::StrongFocus);
+    m_grid->setCounts(10, 6);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    m_grid->setFocus();
+}
+
+void TestGrid::cleanup() { delete m_window; }
+
+QPoint TestGrid::centreOf(int row, int column) const
+{
+    return m_grid->visualRect(m_grid->model()->index(row, column)).center();
+}
+
+void TestGrid::titlesAreHeadersAndCells()
+{
+    m_grid->setColumnTwips(0, 1000);
+    m_grid->setText(0, 3, "Model");
+    m_grid->setText(2, 0, "A1");
+    QCOMPARE(m_grid->model()->headerData(3, Qt::Horizontal).toString(), "Model");
+    QCOMPARE(m_grid->model()->headerData(2, Qt::Vertical).toString(), "A1");
+    QCOMPARE(m_grid->verticalHeader()->width(), ui::toPixels(1000));
+    QVERIFY(m_grid->isRowHidden(0) && m_grid->isColumnHidden(0));
+
+    QSignalSpy clicks(m_grid, &ui::Grid::cellClicked);
+    const QHeaderView* across = m_grid->horizontalHeader();
+    QTest::mouseClick(across->viewport(), Qt::LeftButton, {}, {across->sectionViewportPosition(3) + 20, 5});
+    QCOMPARE(m_grid->currentRow(), 0);
+    QCOMPARE(m_grid->currentColumn(), 3);
+    QCOMPARE(m_grid->farRow(), 0);
+    const QHeaderView* down = m_grid->verticalHeader();
+    QTest::mouseClick(down->viewport(), Qt::LeftButton, {}, {5, down->sectionViewportPosition(2) + 5});
+    QCOMPARE(m_grid->currentRow(), 2);
+    QCOMPARE(m_grid->currentColumn(), 0);
+    QTest::mouseClick(m_grid->findChild<QAbstractButton*>(), Qt::LeftButton);
+    QCOMPARE(m_grid->currentRow(), 0);
+    QCOMPARE(m_grid->currentColumn(), 0);
+    QCOMPARE(clicks.count(), 3);
+}
+
+void TestGrid::cellsOutsideAreNotThere()
+{
+    m_grid->selectCell(2, 2);
+    m_grid->setText(10, 1, "x");
+    m_grid->setText(-1, 1, "x");
+    m_grid->selectCell(10, 1);
+    QCOMPARE(m_grid->text(10, 1), QString());
+    QCOMPARE(m_grid->text(-1, 1), QString());
+    QCOMPARE(m_grid->rows(), 10);
+    QCOMPARE(m_grid->currentRow(), 2);
+    m_grid->setCounts(2, 2);
+    QCOMPARE(m_grid->currentRow(), 1);
+    QVERIFY(m_grid->isRowHidden(0) && m_grid->isColumnHidden(0));
+}
+
+void TestGrid::arrowsStayAmongTheCells()
+{
+    m_grid->selectCell(1, 1);
+    QSignalSpy moves(m_grid, &ui::Grid::currentCellMoved);
+    QTest::keyClick(m_grid, Qt::Key_Up);
+    QTest::keyClick(m_grid, Qt::Key_Left);
+    QCOMPARE(moves.count(), 0);
+    QTest::keyClick(m_grid, Qt::Key_Down);
+    QTest::keyClick(m_grid, Qt::Key_Right);
+    QCOMPARE(m_grid->currentRow(), 2);
+    QCOMPARE(m_grid->currentColumn(), 2);
+    QCOMPARE(moves.count(), 2);
+    QTest::keyClick(m_grid, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(m_grid, Qt::Key_Down);
+    QCOMPARE(m_grid->currentRow(), 9);
+    QCOMPARE(m_grid->currentColumn(), 5);
+    m_grid->selectCell(0, 0);
+    QTest::keyClick(m_grid, Qt::Key_Down);
+    QCOMPARE(m_grid->currentRow(), 1);
+    QCOMPARE(m_grid->currentColumn(), 0);
+}
+
+void TestGrid::shiftArrowsKeepTheAnchor()
+{
+    m_grid->selectCell(3, 3);
+    for (const int key : {Qt::Key_Up, Qt::Key_Left, Qt::Key_Left})
+        QTest::keyClick(m_grid, static_cast<Qt::Key>(key), Qt::ShiftModifier);
+    QCOMPARE(m_grid->currentRow(), 3);
+    QCOMPARE(m_grid->currentColumn(), 3);
+    QCOMPARE(m_grid->farRow(), 2);
+    QCOMPARE(m_grid->farColumn(), 1);
+    QCOMPARE(m_grid->selectionModel()->selectedIndexes().size(), 6);
+    m_grid->selectAll();
+    QCOMPARE(m_grid->selectionModel()->selectedIndexes().size(), 45);
+    QCOMPARE(m_grid->currentRow(), 1);
+}
+
+void TestGrid::dragKeepsTheAnchor()
+{
+    QTest::mousePress(m_grid->viewport(), Qt::LeftButton, {}, centreOf(4, 4));
+    QMouseEvent move(QEvent::MouseMove, centreOf(2, 3), m_grid->viewport()->mapToGlobal(centreOf(2, 3)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QCoreApplication::sendEvent(m_grid->viewport(), &move);
+    QTest::mouseRelease(m_grid->viewport(), Qt::LeftButton, {}, centreOf(2, 3));
+    QCOMPARE(m_grid->currentRow(), 4);
+    QCOMPARE(m_grid->currentColumn(), 4);
+    QCOMPARE(m_grid->farRow(), 2);
+    QCOMPARE(m_grid->farColumn(), 3);
+    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, Qt::ShiftModifier, centreOf(6, 5));
+    QCOMPARE(m_grid->currentRow(), 4);
+    QCOMPARE(m_grid->farRow(), 6);
+}
+
+void TestGrid::typedTextIsAnnounced_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("announced");
+    QTest::newRow("digit") << int(Qt::Key_5) << 0 << "5" << 1;
+    QTest::newRow("letter beyond Latin") << 0 << 0 << "τ" << 1;
+    QTest::newRow("blank") << int(Qt::Key_Space) << 0 << " " << 0;
+    QTest::newRow("enter") << int(Qt::Key_Return) << 0 << "\r" << 0;
+    QTest::newRow("shortcut") << int(Qt::Key_C) << int(Qt::ControlModifier) << "c" << 0;
+    QTest::newRow("mnemonic") << int(Qt::Key_F) << int(Qt::AltModifier) << "f" << 0;
+}
+
+void TestGrid::typedTextIsAnnounced()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QString, text);
+    QGuiApplication::clipboard()->setText("kept");
+    QSignalSpy typed(m_grid, &ui::Grid::textTyped);
+    QKeyEvent press(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers), text);
+    QCoreApplication::sendEvent(m_grid, &press);
+    QTEST(int(typed.count()), "announced");
+    QCOMPARE(press.isAccepted(), typed.count() == 1);
+    if (!typed.isEmpty())
+        QCOMPARE(typed.front().front().toString(), text);
+    QCOMPARE(QGuiApplication::clipboard()->text(), "kept");
+}
+
+void TestGrid::committedTextIsAnnounced()
+{
+    m_grid->selectCell(2, 2);
+    QVERIFY(m_grid->testAttribute(Qt::WA_InputMethodEnabled));
+    QVERIFY(m_grid->inputMethodQuery(Qt::ImEnabled).toBool());
+    QSignalSpy typed(m_grid, &ui::Grid::textTyped);
+    QInputMethodEvent commit;
+    commit.setCommitString("蛍光");
+    QCoreApplication::sendEvent(m_grid, &commit);
+    QCOMPARE(typed.count(), 1);
+    QCOMPARE(typed.front().front().toString(), "蛍光");
+}
+
+void TestGrid::deleteIsAnnouncedAndNothingElseHappens()
+{
+    m_grid->setText(2, 2, "0.5");
+    m_grid->selectCell(2, 2);
+    QSignalSpy deletions(m_grid, &ui::Grid::deletePressed);
+    QTest::keyClick(m_grid, Qt::Key_Delete);
+    QCOMPARE(deletions.count(), 1);
+    QCOMPARE(m_grid->text(2, 2), "0.5");
+    QTest::keyClick(m_grid, Qt::Key_F2);
+    QVERIFY(!m_grid->viewport()->findChild<QWidget*>());
+}
+
+void TestGrid::tabLeavesTheGrid()
+{
+    QTest::keyClick(m_grid, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), m_next);
+    QCOMPARE(m_grid->currentColumn(), 1);
+}
+
+void TestGrid::fillsTheLargestTableQuickly()
+{
+    constexpr int kRows = 501;
+    constexpr int kColumns = 101;
+    constexpr qint64 kPatience = 5000; // ms, with room for sanitizers and a busy machine
+    QElapsedTimer timer;
+    timer.start();
+    m_grid->setRedraw(false);
+    m_grid->setCounts(kRows, kColumns);
+    for (int row = 0; row < kRows; ++row)
+        for (int column = 0; column < kColumns; ++column)
+            m_grid->setText(row, column, "1.234e-5");
+    m_grid->setRedraw(true);
+    QCoreApplication::processEvents();
+    qInfo("filled in %lld ms", timer.elapsed());
+    QVERIFY(timer.elapsed() < kPatience);
+    QCOMPARE(m_grid->text(500, 100), "1.234e-5");
+}
+
+QTEST_MAIN(TestGrid)
+#include "tst_grid.moc"

@@ -1,0 +1,347 @@
+#include "ui/grid.h"
+
+#include "ui/twips.h"
+
+#include <QAbstractButton>
+#include <QHeaderView>
+#include <QInputMethodEvent>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QStyleOptionHeader>
+
+#include <algorithm>
+#include <optional>
+
+namespace ui
+{
+namespace
+{
+
+constexpr int kColumnTwips = 960; // of a column that nobody has sized
+constexpr int kRowPadding = 4;    // pixels above and below a row's text together
+constexpr int kFramePen = 2;      // pixels
+
+/// The cells; the headers read their texts from row 0 and column 0.
+class Cells final : public QStandardItemModel
+{
+public:
+    using QStandardItemModel::QStandardItemModel;
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
+            return QStandardItemModel::headerData(section, orientation, role);
+        return data(orientation == Qt::Horizontal ? index(0, section) : index(section, 0), Qt::DisplayRole);
+    }
+
+    bool setData(const QModelIndex& cell, const QVariant& value, int role) override
+    {
+        const bool written = QStandardItemModel::setData(cell, value, role);
+        if (cell.row() == 0)
+            emit headerDataChanged(Qt::Horizontal, cell.column(), cell.column());
+        if (cell.column() == 0)
+            emit headerDataChanged(Qt::Vertical, cell.row(), cell.row());
+        return written;
+    }
+
+    Qt::ItemFlags flags(const QModelIndex&) const override { return Qt::ItemIsEnabled | Qt::ItemIsSelectable; }
+};
+
+void drawCurrentFrame(QPainter& painter, const QRect& section, const QPalette& palette)
+{
+    painter.setPen(QPen(palette.color(QPalette::Highlight), kFramePen));
+    painter.drawRect(section.adjusted(1, 1, -kFramePen, -kFramePen));
+}
+
+/// A header that shows which title is the current cell.
+class TitleHeader final : public QHeaderView
+{
+public:
+    TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeaderView(orientation, parent)
+    {
+        setSectionsClickable(true);
+        setHighlightSections(false);
+        setTextElideMode(Qt::ElideRight);
+    }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& section, int logicalIndex) const override
+    {
+        painter->save();
+        QHeaderView::paintSection(painter, section, logicalIndex);
+        painter->restore();
+        const QModelIndex title =
+            orientation() == Qt::Horizontal ? model()->index(0, logicalIndex) : model()->index(logicalIndex, 0);
+        if (title.isValid() && title == currentIndex())
+            drawCurrentFrame(*painter, section, palette());
+    }
+};
+
+struct Step {
+    int rows = 0;
+    int columns = 0;
+};
+
+/// Steps as long as the whole grid end at its edge.
+std::optional<Step> stepOf(const QKeyEvent& event, const Grid& grid)
+{
+    const bool toEdge = event.modifiers() & Qt::ControlModifier;
+    const int rows = toEdge ? grid.rows() : 1;
+    const int columns = toEdge ? grid.columns() : 1;
+    const int page = grid.verticalScrollBar()->pageStep();
+    switch (event.key()) {
+    case Qt::Key_Left:
+        return Step{0, -columns};
+    case Qt::Key_Right:
+        return Step{0, columns};
+    case Qt::Key_Up:
+        return Step{-rows, 0};
+    case Qt::Key_Down:
+        return Step{rows, 0};
+    case Qt::Key_PageUp:
+        return Step{-page, 0};
+    case Qt::Key_PageDown:
+        return Step{page, 0};
+    case Qt::Key_Home:
+        return Step{toEdge ? -grid.rows() : 0, -grid.columns()};
+    case Qt::Key_End:
+        return Step{toEdge ? grid.rows() : 0, grid.columns()};
+    default:
+        return std::nullopt;
+    }
+}
+
+/// From a title a step may lead into the cells, from a cell never onto a title.
+int stepped(int from, int step, int count) { return std::clamp(from + step, std::min(from, 1), count - 1); }
+
+bool isPrintable(const QString& text) { return !text.isEmpty() && text.front().unicode() > 32; }
+
+} // namespace
+
+Grid::Grid(QWidget* parent)
+    : QTableView(parent), m_cells(new Cells(this)),
+      m_corner(findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly))
+{
+    setModel(m_cells);
+    setUpTitles();
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ContiguousSelection);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Grid::currentMoved);
+    setCounts(2, 2);
+}
+
+void Grid::setUpTitles()
+{
+    setHorizontalHeader(new TitleHeader(Qt::Horizontal, this));
+    setVerticalHeader(new TitleHeader(Qt::Vertical, this));
+    horizontalHeader()->setDefaultSectionSize(toPixels(kColumnTwips));
+    horizontalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
+        // A click makes the title current instead of selecting its row or column.
+        disconnect(header, &QHeaderView::sectionPressed, this, nullptr);
+        disconnect(header, &QHeaderView::sectionEntered, this, nullptr);
+    }
+    connect(horizontalHeader(), &QHeaderView::sectionPressed, this, [this](int column) { titleClicked(0, column); });
+    connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this](int row) { titleClicked(row, 0); });
+    disconnect(m_corner, &QAbstractButton::clicked, this, nullptr);
+    connect(m_corner, &QAbstractButton::clicked, this, [this] { titleClicked(0, 0); });
+    m_corner->installEventFilter(this);
+}
+
+void Grid::setCounts(int rows, int columns)
+{
+    m_cells->setRowCount(std::max(rows, 1));
+    m_cells->setColumnCount(std::max(columns, 1));
+    setRowHidden(0, true); // the headers show these
+    setColumnHidden(0, true);
+    if (!currentIndex().isValid())
+        selectCell(1, 1);
+}
+
+int Grid::rows() const { return m_cells->rowCount(); }
+
+int Grid::columns() const { return m_cells->columnCount(); }
+
+QString Grid::text(int row, int column) const { return m_cells->index(row, column).data().toString(); }
+
+void Grid::setText(int row, int column, const QString& text)
+{
+    const QModelIndex cell = m_cells->index(row, column);
+    if (!cell.isValid() || cell.data().toString() == text)
+        return;
+    m_cells->setData(cell, text);
+    if (row == 0 && column == 0) {
+        m_corner->setAccessibleName(text);
+        m_corner->update();
+    }
+}
+
+void Grid::setColumnTwips(int column, int twips)
+{
+    if (column == 0)
+        verticalHeader()->setFixedWidth(toPixels(twips));
+    else
+        setColumnWidth(column, toPixels(twips));
+}
+
+void Grid::selectCell(int row, int column) { selectBlock(row, column, row, column); }
+
+void Grid::selectBlock(int row, int column, int farRow, int farColumn)
+{
+    const QModelIndex current = m_cells->index(row, column);
+    const QModelIndex far = m_cells->index(farRow, farColumn);
+    if (!current.isValid() || !far.isValid())
+        return;
+    const QItemSelection block(m_cells->index(std::min(row, farRow), std::min(column, farColumn)),
+                               m_cells->index(std::max(row, farRow), std::max(column, farColumn)));
+    selectionModel()->select(block, QItemSelectionModel::ClearAndSelect);
+    selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+}
+
+int Grid::currentRow() const { return currentIndex().row(); }
+
+int Grid::currentColumn() const { return currentIndex().column(); }
+
+int Grid::farRow() const
+{
+    const QItemSelection block = selectionModel()->selection();
+    if (block.isEmpty())
+        return currentRow();
+    return currentRow() == block.front().top() ? block.front().bottom() : block.front().top();
+}
+
+int Grid::farColumn() const
+{
+    const QItemSelection block = selectionModel()->selection();
+    if (block.isEmpty())
+        return currentColumn();
+    return currentColumn() == block.front().left() ? block.front().right() : block.front().left();
+}
+
+void Grid::setRedraw(bool on) { setUpdatesEnabled(on); }
+
+void Grid::selectAll()
+{
+    if (rows() > 1 && columns() > 1)
+        selectBlock(1, 1, rows() - 1, columns() - 1);
+}
+
+void Grid::titleClicked(int row, int column)
+{
+    setFocus(Qt::MouseFocusReason);
+    selectCell(row, column);
+    emit cellClicked();
+}
+
+void Grid::extendTo(int row, int column)
+{
+    selectBlock(currentRow(), currentColumn(), row, column);
+    scrollTo(m_cells->index(row, column));
+}
+
+void Grid::moveBy(int rowStep, int columnStep, bool extend)
+{
+    const int row = stepped(extend ? farRow() : currentRow(), rowStep, rows());
+    const int column = stepped(extend ? farColumn() : currentColumn(), columnStep, columns());
+    if (extend)
+        extendTo(row, column);
+    else
+        selectCell(row, column);
+}
+
+void Grid::currentMoved()
+{
+    setAttribute(Qt::WA_InputMethodEnabled); // the view turns it off for cells that it cannot edit
+    horizontalHeader()->viewport()->update();
+    verticalHeader()->viewport()->update();
+    m_corner->update();
+    emit currentCellMoved();
+}
+
+// The view's own mouse handling moves the current cell to the end of a dragged block; here it stays at its start.
+void Grid::mousePressEvent(QMouseEvent* event)
+{
+    const QModelIndex cell = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !cell.isValid())
+        return;
+    if (event->modifiers() & Qt::ShiftModifier)
+        extendTo(cell.row(), cell.column());
+    else
+        selectCell(cell.row(), cell.column());
+    emit cellClicked();
+}
+
+void Grid::mouseMoveEvent(QMouseEvent* event)
+{
+    const QRect area = viewport()->rect();
+    const QPoint position = event->position().toPoint();
+    const QModelIndex cell = indexAt(
+        {std::clamp(position.x(), area.left(), area.right()), std::clamp(position.y(), area.top(), area.bottom())});
+    if (event->buttons() & Qt::LeftButton && cell.isValid())
+        extendTo(cell.row(), cell.column());
+}
+
+void Grid::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+
+void Grid::keyPressEvent(QKeyEvent* event)
+{
+    const bool command = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const std::optional<Step> step = stepOf(*event, *this);
+    if (step && !(event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)))
+        moveBy(step->rows, step->columns, event->modifiers() & Qt::ShiftModifier);
+    else if (event->key() == Qt::Key_Delete && !command)
+        emit deletePressed();
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else if (isPrintable(event->text()) && !command)
+        emit textTyped(event->text());
+    else
+        event->ignore();
+}
+
+void Grid::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (isPrintable(event->commitString()))
+        emit textTyped(event->commitString());
+    event->accept();
+}
+
+QVariant Grid::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    if (query == Qt::ImEnabled)
+        return true;
+    return QTableView::inputMethodQuery(query);
+}
+
+bool Grid::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_corner || event->type() != QEvent::Paint)
+        return QTableView::eventFilter(watched, event);
+    paintCorner();
+    return true;
+}
+
+void Grid::paintCorner()
+{
+    QPainter painter(m_corner);
+    QStyleOptionHeader option;
+    option.initFrom(m_corner);
+    option.orientation = Qt::Horizontal;
+    option.position = QStyleOptionHeader::OnlyOneSection;
+    option.text = m_corner->fontMetrics().elidedText(text(0, 0), Qt::ElideRight, m_corner->width() - kRowPadding);
+    option.textAlignment = Qt::AlignCenter;
+    style()->drawControl(QStyle::CE_Header, &option, &painter, m_corner);
+    if (currentRow() == 0 && currentColumn() == 0)
+        drawCurrentFrame(painter, m_corner->rect(), palette());
+}
+
+} // namespace ui
