@@ -22,7 +22,7 @@ std::string plainText(double value);
 /// The leading number of a text, blanks ignored; 0 when there is none. "12 M" -> 12; "" and "abc" -> 0.
 double numberFrom(std::string_view text);
 
-/// The text as one whole number, blanks allowed around it only; nullopt when it is anything else.
+/// The whole text as one number, blanks allowed around it only; nullopt when it is anything else.
 std::optional<double> strictNumber(std::string_view text);
 
 /// Nearest whole number, ties to the even neighbour; nullopt when the result does not fit the type.
