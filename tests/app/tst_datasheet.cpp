@@ -1,0 +1,170 @@
+#include "app/datasheet.h"
+
+#include "ui/grid.h"
+
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+class TestDataSheet : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void startsWithTitlesAndAllRowsInView();
+    void typingGoesIntoTheEditorAndEnterStores();
+    void enterStaysOnTheLastRow();
+    void escapeRestoresTheCell();
+    void titleCellsAreNotEdited();
+    void inputMethodTextStartsAnEdit();
+    void editorMirrorsTheCurrentCell();
+    void deleteEmptiesTheSelectedBlock();
+    void keepsItsTitlesWhenResized();
+
+private:
+    std::unique_ptr<app::DataSheet> m_sheet;
+    ui::Grid* m_grid = nullptr;
+    QLineEdit* m_editor = nullptr;
+};
+
+void TestDataSheet::init()
+{
+    m_sheet = std::make_unique<app::DataSheet>();
+    m_grid = m_sheet->findChild<ui::Grid*>("MSHFlexGrid1");
+    m_editor = m_sheet->findChild<QLineEdit*>("txtEdit");
+    QVERIFY(m_grid && m_editor);
+    m_sheet->show();
+    m_sheet->activateWindow();
+    m_grid->setFocus();
+    QTRY_VERIFY(m_grid->hasFocus());
+}
+
+void TestDataSheet::cleanup() { m_sheet.reset(); }
+
+void TestDataSheet::startsWithTitlesAndAllRowsInView()
+{
+    QCOMPARE(m_sheet->rowCount(), 10);
+    QCOMPARE(m_sheet->columnCount(), 21);
+    const QStringList titles{"", "Qtotal/ M", "Component", "A1", "τ1/ns", "A2", "τ2/ns", "A3", "τ3/ns", "Φ"};
+    for (int row = 0; row < titles.size(); ++row)
+        QCOMPARE(m_sheet->GetSheetText(row, 0), titles[row]);
+    QCOMPARE(m_grid->currentRow(), 1);
+    QCOMPARE(m_grid->currentColumn(), 1);
+    QCOMPARE(m_grid->verticalScrollBar()->maximum(), 0);
+}
+
+void TestDataSheet::typingGoesIntoTheEditorAndEnterStores()
+{
+    QSignalSpy edited(m_sheet.get(), &app::DataSheet::edited);
+    QTest::keyClick(m_grid, '0');
+    QVERIFY(m_editor->hasFocus());
+    QTest::keyClicks(m_editor, ".002");
+    QCOMPARE(m_editor->text(), QString("0.002"));
+    QCOMPARE(m_sheet->GetSheetText(1, 1), QString());
+    QTest::keyClick(m_editor, Qt::Key_Return);
+    QCOMPARE(m_sheet->GetSheetText(1, 1), QString("0.002"));
+    QCOMPARE(m_grid->currentRow(), 2);
+    QCOMPARE(m_editor->text(), QString());
+    QVERIFY(m_grid->hasFocus());
+    QCOMPARE(edited.count(), 5); // four keys of the number and Enter
+}
+
+void TestDataSheet::enterStaysOnTheLastRow()
+{
+    m_sheet->SelectSheetCell(9, 3);
+    QTest::keyClick(m_grid, '7');
+    QTest::keyClick(m_editor, Qt::Key_Enter);
+    QCOMPARE(m_sheet->GetSheetText(9, 3), QString("7"));
+    QCOMPARE(m_grid->currentRow(), 9);
+    QCOMPARE(m_grid->currentColumn(), 3);
+    QVERIFY(m_grid->hasFocus());
+}
+
+void TestDataSheet::escapeRestoresTheCell()
+{
+    m_sheet->SetSheetText(1, 1, "old");
+    QTest::keyClick(m_grid, 'x');
+    QCOMPARE(m_editor->text(), QString("x"));
+    QTest::keyClick(m_editor, Qt::Key_Escape);
+    QCOMPARE(m_editor->text(), QString("old"));
+    QCOMPARE(m_sheet->GetSheetText(1, 1), QString("old"));
+    QVERIFY(m_grid->hasFocus());
+}
+
+void TestDataSheet::titleCellsAreNotEdited()
+{
+    for (const QPoint title : {QPoint(0, 1), QPoint(1, 0), QPoint(0, 0)}) { // column, row
+        m_sheet->SelectSheetCell(title.y(), title.x());
+        const QString text = m_sheet->GetSheetText(title.y(), title.x());
+        QTest::keyClick(m_grid, '5');
+        QVERIFY(m_grid->hasFocus());
+        QCOMPARE(m_editor->text(), text);
+        m_editor->setFocus();
+        m_editor->setText("lost");
+        QTest::keyClick(m_editor, Qt::Key_Return);
+        QVERIFY(m_grid->hasFocus());
+        QCOMPARE(m_sheet->GetSheetText(title.y(), title.x()), text);
+    }
+}
+
+void TestDataSheet::inputMethodTextStartsAnEdit()
+{
+    QInputMethodEvent commit;
+    commit.setCommitString("試料");
+    QCoreApplication::sendEvent(m_grid, &commit);
+    QCOMPARE(m_editor->text(), QString("試料"));
+    QVERIFY(m_editor->hasFocus());
+}
+
+void TestDataSheet::editorMirrorsTheCurrentCell()
+{
+    m_sheet->SetSheetText(1, 1, "a");
+    QCOMPARE(m_editor->text(), QString("a"));
+    m_sheet->SetSheetText(2, 1, "b");
+    m_sheet->SetSheetText(2, 2, "c");
+    QTest::keyClick(m_grid, Qt::Key_Down);
+    QCOMPARE(m_editor->text(), QString("b"));
+    QTest::keyClick(m_grid, Qt::Key_Right);
+    QCOMPARE(m_editor->text(), QString("c"));
+    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {},
+                      m_grid->visualRect(m_grid->model()->index(1, 1)).center());
+    QCOMPARE(m_editor->text(), QString("a"));
+    QCOMPARE(m_sheet->GetSheetText(2, 2), QString("c"));
+    QCOMPARE(m_grid->currentColumn(), 1); // reading does not move the user's cell
+}
+
+void TestDataSheet::deleteEmptiesTheSelectedBlock()
+{
+    for (int row = 1; row <= 4; ++row)
+        for (int column = 1; column <= 4; ++column)
+            m_sheet->SetSheetText(row, column, "1");
+    QSignalSpy edited(m_sheet.get(), &app::DataSheet::edited);
+    m_grid->selectBlock(3, 3, 2, 0); // backwards and over the titles
+    QTest::keyClick(m_grid, Qt::Key_Delete);
+    for (int row = 1; row <= 4; ++row)
+        for (int column = 1; column <= 4; ++column)
+            QCOMPARE(m_sheet->GetSheetText(row, column), QString(row >= 2 && row <= 3 && column <= 3 ? "" : "1"));
+    QCOMPARE(m_sheet->GetSheetText(2, 0), QString());
+    QCOMPARE(m_sheet->GetSheetText(4, 0), QString("τ1/ns"));
+    QCOMPARE(m_grid->currentRow(), 3);
+    QCOMPARE(m_grid->farColumn(), 0);
+    QCOMPARE(m_editor->text(), QString());
+    QCOMPARE(edited.count(), 0);
+}
+
+void TestDataSheet::keepsItsTitlesWhenResized()
+{
+    m_sheet->setCounts(2, 2);
+    m_sheet->setCell(5, 1, "outside");
+    QCOMPARE(m_sheet->cell(5, 1), std::string());
+    m_sheet->setCounts(12, 30);
+    QCOMPARE(m_sheet->columnCount(), 30);
+    QCOMPARE(m_sheet->GetSheetText(9, 0), QString("Φ"));
+}
+
+QTEST_MAIN(TestDataSheet)
+#include "tst_datasheet.moc"
