@@ -1,0 +1,245 @@
+#include "app/parameterpanel.h"
+
+#include "app/panelrules.h"
+#include "app/sharedstate.h"
+#include "fit/numbertext.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace app
+{
+
+namespace
+{
+
+constexpr int kOptionsPerRow = 3;
+constexpr int kAllOption = 0;
+constexpr int kThresholdOption = 1;
+
+QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+template <class Button>
+Button* named(Button* button, const QString& name)
+{
+    button->setObjectName(name);
+    return button;
+}
+
+QLabel* label(const QString& text, const char* name, QWidget* parent)
+{
+    return named(new QLabel(text, parent), QString::fromLatin1(name));
+}
+
+void tighten(QLayout& layout)
+{
+    layout.setContentsMargins(6, 2, 6, 4);
+    layout.setSpacing(2);
+}
+
+} // namespace
+
+ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
+    : QWidget(parent), m_shared(shared), m_models(new QButtonGroup(this)), m_fitRegions(new QButtonGroup(this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(makeModelFrame());
+    layout->addWidget(label(tr("Initial Parameters"), "lblInitialParameters", this));
+    layout->addLayout(makeParameterBoxes());
+    m_fixKq2 = named(new QCheckBox(tr("Fix kq2 value (Stern-Volmer Only)"), this), "Check1");
+    m_fixF = named(new QCheckBox(tr("Fix F value"), this), "Check2");
+    layout->addWidget(m_fixKq2);
+    layout->addWidget(m_fixF);
+    layout->addWidget(makeFitRegionFrame());
+    layout->addStretch();
+
+    connect(m_models, &QButtonGroup::idClicked, this, &ParameterPanel::chooseModel);
+    connect(m_fitRegions, &QButtonGroup::idClicked, this, &ParameterPanel::chooseFitRegion);
+    setPanelState({});
+    connect(m_fitRegion, &QLineEdit::textChanged, this, [this] { m_shared.DataNormalized = false; });
+}
+
+QGroupBox* ParameterPanel::makeModelFrame()
+{
+    auto* frame = named(new QGroupBox(tr("Model"), this), "Frame1");
+    auto* grid = new QGridLayout(frame);
+    tighten(*grid);
+    int row = 0;
+    for (const ModelGroup& group : kModelGroups) {
+        const QString groupText = fromUtf8(group.label);
+        grid->addWidget(new QLabel(groupText, frame), row++, 0, 1, kOptionsPerRow);
+        for (int model = group.first; model <= group.last; ++model) {
+            auto* option = named(new QRadioButton(tr("Model %1").arg(model), frame), QString("opnModel%1").arg(model));
+            option->setAccessibleDescription(groupText);
+            option->installEventFilter(this);
+            m_models->addButton(option, model);
+            const int place = model - group.first;
+            grid->addWidget(option, row + place / kOptionsPerRow, place % kOptionsPerRow);
+        }
+        row += (group.last - group.first) / kOptionsPerRow + 1;
+    }
+    return frame;
+}
+
+QLayout* ParameterPanel::makeParameterBoxes()
+{
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(2);
+    m_kq1Label = label(fromUtf8(kKq1PerSecond), "lblkq1", this);
+    m_kq1 = addBox(*grid, 0, 0, m_kq1Label, "txtkq1");
+    m_kq2 = addBox(*grid, 1, 0, label(tr("kq2/M-1s-1"), "lblkq2", this), "txtkq2");
+    m_K = addBox(*grid, 2, 0, label(tr("K"), "lblK", this), "txtK");
+    m_F = addBox(*grid, 3, 0, label(tr("F"), "lblF", this), "txtF");
+    m_s = addBox(*grid, 0, 2, label(tr("s /nm"), "lblS", this), "txtS");
+    m_Cp = addBox(*grid, 1, 2, label(tr("Probe /M"), "lblConcProbe", this), "txtConcProbe");
+    m_tolerance = addBox(*grid, 2, 2, label(tr("Tolerance"), "lblTolerance", this), "txtTolerance");
+    m_iteration = addBox(*grid, 3, 2, label(tr("Iteration"), "lblItalation", this), "txtIteration");
+    // The caption of the first label changes with the model; the boxes must not move then.
+    m_kq1Label->setMinimumWidth(m_kq1Label->fontMetrics().horizontalAdvance(fromUtf8(kKq1PerMolarSecond)));
+    return grid;
+}
+
+QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name)
+{
+    auto* edit = named(new QLineEdit(this), QString::fromLatin1(name));
+    label->setBuddy(edit);
+    grid.addWidget(label, row, column);
+    grid.addWidget(edit, row, column + 1);
+    return edit;
+}
+
+QGroupBox* ParameterPanel::makeFitRegionFrame()
+{
+    auto* frame = named(new QGroupBox(tr("Fitting Region"), this), "Frame2");
+    auto* row = new QHBoxLayout(frame);
+    tighten(*row);
+    auto* threshold = named(new QRadioButton(tr("≧"), frame), "opnFitRegion1");
+    threshold->setAccessibleDescription(tr("Fit down to the given fraction of the initial intensity"));
+    m_fitRegion = named(new QLineEdit(frame), "txtFitRegion");
+    m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
+    auto* all = named(new QRadioButton(tr("All"), frame), "opnFitRegion0");
+    m_fitRegions->addButton(threshold, kThresholdOption);
+    m_fitRegions->addButton(all, kAllOption);
+    row->addWidget(threshold);
+    row->addWidget(m_fitRegion);
+    row->addWidget(all);
+    return frame;
+}
+
+QLineEdit* ParameterPanel::box(PanelBox box) const
+{
+    switch (box) {
+    case PanelBox::K:
+        return m_K;
+    case PanelBox::F:
+        return m_F;
+    case PanelBox::kq1:
+        return m_kq1;
+    case PanelBox::kq2:
+        break;
+    }
+    return m_kq2;
+}
+
+PanelState ParameterPanel::panelState() const
+{
+    return {.kq1 = m_kq1->text().toStdString(),
+            .kq2 = m_kq2->text().toStdString(),
+            .K = m_K->text().toStdString(),
+            .F = m_F->text().toStdString(),
+            .s = m_s->text().toStdString(),
+            .Cp = m_Cp->text().toStdString(),
+            .tolerance = m_tolerance->text().toStdString(),
+            .iteration = m_iteration->text().toStdString(),
+            .fitRegion = m_fitRegion->text().toStdString(),
+            .Model = m_models->checkedId(),
+            .FixKq2 = m_fixKq2->isChecked() ? 1 : 0,
+            .FixF = m_fixF->isChecked() ? 1 : 0,
+            .allChosen = m_fitRegions->checkedId() == kAllOption};
+}
+
+void ParameterPanel::setPanelState(const PanelState& panel)
+{
+    m_kq1->setText(QString::fromStdString(panel.kq1));
+    m_kq2->setText(QString::fromStdString(panel.kq2));
+    m_K->setText(QString::fromStdString(panel.K));
+    m_F->setText(QString::fromStdString(panel.F));
+    m_s->setText(QString::fromStdString(panel.s));
+    m_Cp->setText(QString::fromStdString(panel.Cp));
+    m_tolerance->setText(QString::fromStdString(panel.tolerance));
+    m_iteration->setText(QString::fromStdString(panel.iteration));
+    m_fitRegion->setText(QString::fromStdString(panel.fitRegion));
+    chooseModel(panel.Model);
+    m_fixKq2->setChecked(panel.FixKq2 != 0);
+    m_fixF->setChecked(panel.FixF != 0);
+    m_fitRegions->button(panel.allChosen ? kAllOption : kThresholdOption)->setChecked(true);
+}
+
+void ParameterPanel::chooseModel(int model)
+{
+    if (model < 1 || model > kModelCount)
+        return;
+    m_models->button(model)->setChecked(true);
+    m_kq1Label->setText(fromUtf8(kq1Caption(model)));
+    for (const PanelBox used : {PanelBox::kq1, PanelBox::kq2, PanelBox::K, PanelBox::F})
+        box(used)->setEnabled(modelRow(model).uses(used));
+}
+
+// By itself an arrow key goes to the nearest option on the screen and so passes over some; here all four keys follow
+// the numbers.
+bool ParameterPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        stepModel(1);
+        return true;
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        stepModel(-1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ParameterPanel::stepModel(int step)
+{
+    if (QAbstractButton* option = m_models->button(m_models->checkedId() + step)) {
+        option->setFocus();
+        option->click();
+    }
+}
+
+// "All" leaves the mode as it is: once a threshold was chosen, only a restart or an opened session ends it.
+void ParameterPanel::chooseFitRegion(int option)
+{
+    if (option == kThresholdOption)
+        m_shared.FitRegionMode = kFitRegionThreshold;
+}
+
+void ParameterPanel::restore(const QStringList& resultRow)
+{
+    const QString modelText = resultRow.value(kResultModelColumn);
+    if (modelText.isEmpty())
+        return;
+    const int model = fit::roundedInt16(fit::numberFrom(modelText.toStdString())).value_or(0);
+    chooseModel(model);
+    for (const ModelParameter& parameter : modelRow(model).fitted())
+        if (parameter.restored)
+            box(parameter.box)->setText(resultRow.value(resultColumn(parameter.reported)));
+}
+
+} // namespace app

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/panelvalues.h"
+
+#include <QWidget>
+
+class QButtonGroup;
+class QCheckBox;
+class QGridLayout;
+class QGroupBox;
+class QLabel;
+class QLayout;
+class QLineEdit;
+
+namespace app
+{
+
+struct SharedState;
+
+/// Model, starting values and fit controls. Texts are kept as typed; analyses convert them when they run.
+class ParameterPanel : public QWidget, public PanelEditor
+{
+    Q_OBJECT
+
+public:
+    explicit ParameterPanel(SharedState& shared, QWidget* parent = nullptr);
+
+    PanelState panelState() const override;
+    /// Shows a state. A model outside 1..13 leaves the chosen one; the fit-region mode is not touched.
+    void setPanelState(const PanelState& panel) override;
+
+    /// Chooses a model and enables the boxes that it uses; a number outside 1..13 does nothing.
+    void chooseModel(int model);
+
+    /// Takes over the model and the starting values that a row of the results table shows, columns 0..8 as displayed.
+    void restore(const QStringList& resultRow);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QGroupBox* makeModelFrame();
+    QGroupBox* makeFitRegionFrame();
+    QLayout* makeParameterBoxes();
+    QLineEdit* addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name);
+    QLineEdit* box(PanelBox box) const;
+    void chooseFitRegion(int option);
+    void stepModel(int step);
+
+    SharedState& m_shared;
+    QButtonGroup* m_models;
+    QButtonGroup* m_fitRegions;
+    QLabel* m_kq1Label;
+    QLineEdit *m_kq1, *m_kq2, *m_K, *m_F, *m_s, *m_Cp, *m_tolerance, *m_iteration, *m_fitRegion;
+    QCheckBox *m_fixKq2, *m_fixF;
+};
+
+} // namespace app
