@@ -1,0 +1,100 @@
+#include "decay/decayproblem.h"
+
+#include "fit/realparameters.h"
+
+#include <utility>
+
+namespace decay
+{
+namespace
+{
+
+constexpr int kYieldingModel = 10;
+
+std::size_t slot(int number) { return static_cast<std::size_t>(number); }
+
+/// Sum of squared distances of all observed intensities from their mean.
+double totalSum(const SampleTable& table)
+{
+    double sum = 0;
+    double count = 0;
+    const auto forEachPoint = [&table](auto&& visit) {
+        for (std::size_t s = 1; s <= slot(table.SampleCount); ++s)
+            for (std::size_t i = 0; i <= slot(table.SampleData[s].LastFitIndex); ++i)
+                visit(table.SampleData[s].IExp[i]);
+    };
+    forEachPoint([&](double intensity) {
+        sum += intensity;
+        count += 1;
+    });
+    double squares = 0;
+    forEachPoint([&, mean = sum / count](double intensity) { squares += (intensity - mean) * (intensity - mean); });
+    return squares;
+}
+
+} // namespace
+
+DecayProblem::DecayProblem(SampleTable samples, int model, int logMode, double Cp)
+    : m_samples(std::move(samples)), m_model(model), m_logMode(logMode), m_Cp(Cp),
+      m_evaluator(model, logMode, Cp, referenceOf(m_samples.SampleData[1]))
+{
+    for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
+        for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
+            m_points.push_back({s, i});
+}
+
+double DecayProblem::residual(int point, const fit::Parameters& a)
+{
+    const auto [sample, index] = m_points[slot(point - 1)];
+    return fitted(sample, index, a) - m_samples.SampleData[sample].IExp[index];
+}
+
+double DecayProblem::value(double t, double Q, const fit::Parameters& a) const
+{
+    const fit::Parameters p = fit::realParameters(m_logMode, a);
+    const double result = intensity(m_model, t, Q, referenceOf(m_samples.SampleData[1]), m_Cp, p);
+    announceEvaluation();
+    return result;
+}
+
+void DecayProblem::CalcFity(const fit::Parameters& a)
+{
+    // The sums run on from sample to sample, so that the last one holds those of all.
+    double sumOfIntensities = 0;
+    double sumOfSquares = 0;
+    for (std::size_t s = 1; s <= slot(m_samples.SampleCount); ++s) {
+        SampleRecord& record = m_samples.SampleData[s];
+        for (std::size_t i = 0; i <= slot(record.LastFitIndex); ++i) {
+            record.IFit[i] = fitted(s, i, a);
+            const double deviation = record.IExp[i] - record.IFit[i];
+            sumOfIntensities += record.IExp[i];
+            sumOfSquares += deviation * deviation;
+        }
+        record.mean = sumOfIntensities / 50; // whatever the number of points is
+        record.residualSum = sumOfSquares;
+    }
+}
+
+fit::Statistics DecayProblem::statistics(const fit::Parameters& a)
+{
+    CalcFity(a);
+    const double residualSum = m_samples.SampleData[slot(m_samples.SampleCount)].residualSum;
+    return {.R2 = fit::determination(residualSum, totalSum(m_samples)), .residualSum = residualSum};
+}
+
+/// The grid is the reference's, as are all grids.
+double DecayProblem::fitted(std::size_t sample, std::size_t index, const fit::Parameters& a)
+{
+    const double t = m_samples.SampleData[1].T[index];
+    const double result = intensityAt(m_evaluator.curve(m_samples.SampleData[sample].Conc, a), t);
+    announceEvaluation();
+    return result;
+}
+
+void DecayProblem::announceEvaluation() const
+{
+    if (m_model == kYieldingModel && modelEvaluated)
+        modelEvaluated();
+}
+
+} // namespace decay

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "decay/curveevaluator.h"
+#include "fit/statistics.h"
+
+#include <functional>
+#include <vector>
+
+namespace decay
+{
+
+/// All decay curves but the reference's, to be fitted at once with one set of parameters. Every point has the same
+/// weight. Parameters are given as the engine holds them, natural logarithms in log mode.
+class DecayProblem final : public fit::Problem
+{
+public:
+    DecayProblem() = default;
+    DecayProblem(SampleTable samples, int model, int logMode, double Cp);
+
+    /// Called after every evaluation of the Poisson law with collisions, which may take long; may be empty.
+    std::function<void()> modelEvaluated;
+
+    int pointCount() const override { return static_cast<int>(m_points.size()); }
+    double residual(int point, const fit::Parameters& a) override;
+
+    /// Model intensity (linear) at time t, s, and quencher concentration Q, M.
+    double value(double t, double Q, const fit::Parameters& a) const;
+
+    /// Fills IFit of every sample, the reference included, up to its LastFitIndex, and the running mean and
+    /// residualSum.
+    void CalcFity(const fit::Parameters& a);
+
+    /// Brings the fitted curves up to date; residualSum and R2 then cover the points of all samples.
+    fit::Statistics statistics(const fit::Parameters& a);
+
+    const SampleTable& samples() const { return m_samples; }
+    int model() const { return m_model; }
+
+private:
+    struct Point {
+        std::size_t sample = 0;
+        std::size_t index = 0; // on the time grid
+    };
+
+    double fitted(std::size_t sample, std::size_t index, const fit::Parameters& a);
+    void announceEvaluation() const;
+
+    SampleTable m_samples;
+    int m_model = 0;
+    int m_logMode = 0;
+    double m_Cp = 0; // M
+    CurveEvaluator m_evaluator;
+    std::vector<Point> m_points; // point i stands at i - 1
+};
+
+} // namespace decay

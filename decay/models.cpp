@@ -1,0 +1,176 @@
+#include "decay/models.h"
+
+#include "decay/freequencher.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace decay
+{
+
+Populations dynamicDecay(double Q, double kq2) { return {{1.0, kq2 * Q}}; }
+
+Populations complexAndDynamicDecay(double Q, double Cp, double K, double kq1, double kq2)
+{
+    const double Qf = FreeQuencher(Q, K, Cp);
+    const double free = 1.0 / (1.0 + K * Qf);
+    return {{free, kq2 * Qf}, {free * K * Qf, kq1}};
+}
+
+Populations darkComplexDecay(double Q, double Cp, double K, double kq2)
+{
+    return {{1.0, kq2 * FreeQuencher(Q, K, Cp)}};
+}
+
+Populations complexDecay(double Q, double Cp, double K, double kq1)
+{
+    return complexAndDynamicDecay(Q, Cp, K, kq1, 0.0);
+}
+
+Populations sphereAndDynamicDecay(double Q, double K, double kq1, double kq2)
+{
+    const double p0 = std::exp(-K * Q);
+    return {{p0, kq2 * (p0 * Q)}, {1.0 - p0, kq1}};
+}
+
+Populations darkSphereDecay(double Q, double K, double kq2) { return {{1.0, kq2 * (std::exp(-K * Q) * Q)}}; }
+
+Populations sphereDecay(double Q, double K, double kq1) { return sphereAndDynamicDecay(Q, K, kq1, 0.0); }
+
+double Factorial(double x)
+{
+    double product = 1.0;
+    for (double counter = 1.0; counter < x; counter += 1.0)
+        product *= counter + 1.0;
+    return product;
+}
+
+namespace
+{
+
+/// Poisson populations with mean m up to a cumulative probability. Numbers of quenchers whose m^j reaches 1e200 are
+/// left out, so that m^j does not overflow; a mean that is not a number ends the series after its second term.
+Populations poissonPopulations(double m, double kq1, double rateWithoutQuencher, double cumulativeProbability)
+{
+    constexpr double kLargestPower = 1e200;
+    const double p0 = std::exp(-m);
+    Populations populations{{p0, rateWithoutQuencher}};
+    double sum = p0;
+    double j = 1.0;
+    do {
+        const double pj = std::pow(m, j) * p0 / Factorial(j);
+        populations.push_back({pj, j * kq1});
+        sum += pj;
+        j += 1.0;
+    } while (std::pow(m, j) < kLargestPower && sum < cumulativeProbability);
+    return populations;
+}
+
+} // namespace
+
+Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2)
+{
+    const double p0 = std::exp(-K * Q);
+    return poissonPopulations(K * Q, kq1, kq2 * (p0 * Q), 0.99);
+}
+
+Populations poissonDecay(double Q, double K, double kq1)
+{
+    return poissonPopulations(K * Q, kq1, 0.0, 0.95); // a lower cut-off than with collisions, on purpose
+}
+
+Populations twoSiteDecay(double Q, double F, double kq2, double kq22)
+{
+    const double f1 = 1.0 / (1.0 + F);
+    return {{f1, kq2 * Q}, {1.0 - f1, kq22 * Q}};
+}
+
+Populations oneOfTwoSitesDecay(double Q, double F, double kq2) { return twoSiteDecay(Q, F, kq2, 0.0); }
+
+namespace
+{
+
+struct Arguments {
+    double Q;
+    double Cp;
+    double p1, p2, p3;
+};
+
+struct LawRow {
+    Populations (*populations)(const Arguments&) = nullptr; // nullptr: no decay law
+    bool sitewise = false; // each site has a lifetime of its own, and its share stands for the amplitude
+};
+
+constexpr Populations (*kTwoSites)(const Arguments&) = [](const Arguments& v) {
+    return twoSiteDecay(v.Q, v.p1, v.p2, v.p3);
+};
+constexpr Populations (*kOneOfTwoSites)(const Arguments&) = [](const Arguments& v) {
+    return oneOfTwoSitesDecay(v.Q, v.p1, v.p2);
+};
+
+// Row number = model number.
+constexpr std::array<LawRow, 16> kLaws{{
+    {},
+    {[](const Arguments& v) { return dynamicDecay(v.Q, v.p1); }},
+    {[](const Arguments& v) { return complexAndDynamicDecay(v.Q, v.Cp, v.p1, v.p2, v.p3); }},
+    {[](const Arguments& v) { return darkComplexDecay(v.Q, v.Cp, v.p1, v.p2); }},
+    {[](const Arguments& v) { return complexDecay(v.Q, v.Cp, v.p1, v.p2); }},
+    {},
+    {[](const Arguments& v) { return sphereAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }},
+    {[](const Arguments& v) { return darkSphereDecay(v.Q, v.p1, v.p2); }},
+    {[](const Arguments& v) { return sphereDecay(v.Q, v.p1, v.p2); }},
+    {},
+    {[](const Arguments& v) { return poissonAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }},
+    {[](const Arguments& v) { return poissonDecay(v.Q, v.p1, v.p2); }},
+    {kTwoSites, true},
+    {kOneOfTwoSites, true},
+    {kTwoSites, false},
+    {kOneOfTwoSites, false},
+}};
+
+MultiExponential sharedComponents(const Reference& reference, const Populations& populations)
+{
+    MultiExponential decay;
+    for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.components); ++k)
+        for (const Population& population : populations)
+            decay.push_back({population.share * reference.A[k], reference.Rate[k] + population.addedRate});
+    return decay;
+}
+
+/// Site i decays with component i, or with the only one. Three components cannot be told apart by two sites.
+MultiExponential siteComponents(const Reference& reference, const Populations& sites)
+{
+    if (reference.components != 1 && reference.components != 2)
+        return {};
+    const auto last = static_cast<std::size_t>(reference.components);
+    return {{sites[0].share, reference.Rate[1] + sites[0].addedRate},
+            {sites[1].share, reference.Rate[last] + sites[1].addedRate}};
+}
+
+} // namespace
+
+Reference referenceOf(const SampleRecord& record) { return {record.NComp, record.A, record.Rate}; }
+
+double intensityAt(const MultiExponential& decay, double t)
+{
+    double sum = 0;
+    for (const Exponential& term : decay)
+        sum += term.amplitude * std::exp(-term.rate * t);
+    return sum;
+}
+
+MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
+{
+    const auto row = static_cast<std::size_t>(model);
+    if (model < 0 || row >= kLaws.size() || kLaws[row].populations == nullptr)
+        return {};
+    const Populations populations = kLaws[row].populations({Q, Cp, p[1], p[2], p[3]});
+    return kLaws[row].sitewise ? siteComponents(reference, populations) : sharedComponents(reference, populations);
+}
+
+double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
+{
+    return intensityAt(quenchedDecay(model, Q, reference, Cp, p), t);
+}
+
+} // namespace decay

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "decay/sampletable.h"
+#include "fit/gaussnewton.h"
+
+#include <vector>
+
+/// Decay laws of a quenched probe. Every law divides the excited probes into populations that quenching speeds up by
+/// different amounts, so a quenched decay is again a sum of exponentials, whatever the model.
+namespace decay
+{
+
+/// Some of the excited probes: their share, and what quenching adds to each of their decay rates, s^-1.
+struct Population {
+    double share = 0;
+    double addedRate = 0;
+};
+using Populations = std::vector<Population>;
+
+// In all laws: Q total quencher, M. K association constant, M^-1. Cp total probe, M. kq1 rate constant through the
+// complex, s^-1. kq2 collisional rate constant, M^-1 s^-1. Without quencher every law leaves the decay as it is.
+
+/// Collisions only. Law: O. Stern, M. Volmer, Phys. Z. 20 (1919) 183.
+Populations dynamicDecay(double Q, double kq2);
+
+/// A 1:1 complex that decays faster by kq1, and collisions of the free probe with the free quencher.
+/// kq1 = 0 and kq2 = 0: no quenching at all; kq1 -> infinity: the complex is dark.
+Populations complexAndDynamicDecay(double Q, double Cp, double K, double kq1, double kq2);
+
+/// A dark 1:1 complex takes part of the quencher away from the collisions. The amplitude of the free probe is not
+/// reduced, because a normalised decay does not show what never emitted.
+Populations darkComplexDecay(double Q, double Cp, double K, double kq2);
+
+/// The complex alone: complexAndDynamicDecay without collisions.
+Populations complexDecay(double Q, double Cp, double K, double kq1);
+
+/// Sphere of action: a share exp(-K Q) has no quencher near it and only collides, the rest decays faster by kq1.
+/// Law: F. Perrin, C. R. Acad. Sci. 178 (1924) 1978.
+Populations sphereAndDynamicDecay(double Q, double K, double kq1, double kq2);
+
+/// Probes outside the sphere of action alone, which collide with the quencher that is left.
+Populations darkSphereDecay(double Q, double K, double kq2);
+
+/// The sphere of action without collisions.
+Populations sphereDecay(double Q, double K, double kq1);
+
+/// Quenchers in Poisson numbers beside the probe, mean K Q; each adds kq1, and probes without one collide.
+/// The series stops at a cumulative probability of 0.99. kq1 -> infinity: only the probes without a quencher emit.
+/// Law: P. P. Infelta, M. Graetzel, J. K. Thomas, J. Phys. Chem. 78 (1974) 190.
+Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2);
+
+/// The Poisson law without collisions; its series stops at 0.95.
+Populations poissonDecay(double Q, double K, double kq1);
+
+/// Two sites, populated 1 : F, that collide with kq2 and kq22. F = 0: all probes are in the first.
+/// Law: S. S. Lehrer, Biochemistry 10 (1971) 3254.
+Populations twoSiteDecay(double Q, double F, double kq2, double kq22);
+
+/// Two sites of which the second is out of reach of the quencher.
+Populations oneOfTwoSitesDecay(double Q, double F, double kq2);
+
+/// 1 * 2 * ... * x, and 1 for x <= 1.
+double Factorial(double x);
+
+/// The decay without quencher: components as in SampleRecord.
+struct Reference {
+    int components = 0;
+    Components A{};
+    Components Rate{}; // s^-1
+};
+Reference referenceOf(const SampleRecord& record);
+
+struct Exponential {
+    double amplitude = 0;
+    double rate = 0; // s^-1
+};
+using MultiExponential = std::vector<Exponential>;
+
+/// Intensity at time t, s.
+double intensityAt(const MultiExponential& decay, double t);
+
+/// The reference decay as a model's law changes it at quencher concentration Q. p holds real values, slots 1..3 in the
+/// model's fitting order. Models 1..13, and two more codes: 14 and 15 are 12 and 13 with the sites sharing all
+/// components of the decay. Empty (0 at all times) for any other number, for 5 and 9, which have no decay law, and for
+/// a sitewise model with three components.
+MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
+
+/// The same at one time t, s.
+double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
+
+} // namespace decay

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "decay/sampletable.h"
+
+namespace decay
+{
+
+/// What the sheet holds for decay-curve work.
+struct DecayData {
+    SampleTable samples;
+    bool complete = false;         // every component count, amplitude and lifetime is there
+    bool siteModelRefused = false; // three components cannot be analysed with a two-site model
+    bool usable() const { return complete && !siteModelRefused; }
+};
+
+/// Reads the sample columns of the sheet up to the first one without a concentration. FitRegionLevel is the fraction
+/// of the initial intensity down to which decays are looked at.
+DecayData readDecayData(const CellText& cell, double FitRegionLevel, int model);
+
+/// Divides each sample's amplitudes by their sum.
+void normaliseAmplitudes(SampleTable& table);
+
+/// Sum of A(k) exp(-t / Tau(k)), t in s; 0 without components.
+double DecayIntensity(double t, const SampleRecord& record);
+
+/// The same minus level.
+double DecayLevelDifference(double t, double level, const SampleRecord& record);
+
+/// Time between lo and hi, s, at which the decay reaches level, by bisection: the last midpoint. found tells whether
+/// the half width or the difference came down to the tolerance within maxSteps.
+double FindDecayTime(double lo, double hi, double level, double tolerance, const SampleRecord& record, int maxSteps,
+                     bool& found);
+
+/// Fills TEnd, TimeMax, the common time grid, IExp with its logarithm, and LastFitIndex of every sample.
+/// FitRegionMode 2: a sample is fitted up to the first grid point beyond its own TEnd; otherwise up to point 49.
+void BuildDecayCurves(SampleTable& table, int FitRegionMode);
+
+} // namespace decay
