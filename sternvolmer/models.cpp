@@ -1,0 +1,126 @@
+#include "sternvolmer/models.h"
+
+#include "decay/freequencher.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace sternvolmer
+{
+namespace
+{
+
+/// Total over free binding sites when each probe takes up quencher with constant K.
+double dilution(double Cp, double K) { return Cp * K + 1.0; }
+
+} // namespace
+
+double dynamicRatio(double x, double tau0, double kq2) { return kq2 * tau0 * x + 1.0; }
+
+double complexAndDynamicRatio(double x, double tau0, double Cp, double K, double kq1, double kq2)
+{
+    const double Qf = decay::FreeQuencher(x, K, Cp);
+    const double collisions = tau0 * kq2 * Qf + 1.0;
+    return collisions * (K * Qf + 1.0) / (K / (kq1 * tau0 + 1.0) * Qf * collisions + 1.0);
+}
+
+double darkComplexAndDynamicRatio(double x, double tau0, double Cp, double K, double kq2)
+{
+    const double Qf = decay::FreeQuencher(x, K, Cp);
+    return (kq2 * tau0 * Qf + 1.0) * (K * Qf + 1.0);
+}
+
+double complexRatio(double x, double tau0, double Cp, double K, double kq1)
+{
+    const double Qf = decay::FreeQuencher(x, K, Cp);
+    return (K * Qf + 1.0) / (K / (kq1 * tau0 + 1.0) * Qf + 1.0);
+}
+
+double darkComplexRatio(double x, double Cp, double K) { return K * decay::FreeQuencher(x, K, Cp) + 1.0; }
+
+double sphereAndDynamicRatio(double x, double tau0, double Cp, double K, double kq1, double kq2)
+{
+    const double D = dilution(Cp, K);
+    const double E = std::exp(-K * x / D);
+    const double T = kq2 * tau0;
+    return (x * T + D) * (tau0 * kq1 + 1.0) / ((D * kq1 - x * kq2) * tau0 * E + x * T + D);
+}
+
+double darkSphereAndDynamicRatio(double x, double tau0, double Cp, double K, double kq2)
+{
+    const double D = dilution(Cp, K);
+    return (kq2 * tau0 * x / D + 1.0) * std::exp(K * x / D);
+}
+
+double sphereRatio(double x, double tau0, double Cp, double K, double kq1)
+{
+    const double E = std::exp(-K * x / dilution(Cp, K));
+    return (tau0 * kq1 + 1.0) / (tau0 * kq1 * E + 1.0);
+}
+
+double darkSphereRatio(double x, double Cp, double K) { return std::exp(K * x / dilution(Cp, K)); }
+
+double poissonAndDynamicRatio(double x, double tau0, double Cp, double K, double kq1, double kq2)
+{
+    const double D = dilution(Cp, K);
+    const double E = std::exp(-K * x / D);
+    const double collisions = tau0 * kq2 * x / D;
+    return (collisions + 1.0) / (tau0 * kq2 * x * (1.0 - E) / D + 1.0 - kq1 * tau0 * K * x / D);
+}
+
+double poissonRatio(double x, double tau0, double Cp, double K, double kq1)
+{
+    return 1.0 / (1.0 - kq1 * tau0 * K * x / dilution(Cp, K));
+}
+
+double twoSiteRatio(double x, double tau0, double F, double kq2, double kq22)
+{
+    const double w = 1.0 / (F + 1.0); // share of the first site
+    const double u = 1.0 - w;
+    return (tau0 * kq22 * x + 1.0) * (tau0 * kq2 * x + 1.0) / ((u * kq2 + w * kq22) * tau0 * x + 1.0);
+}
+
+double oneOfTwoSitesRatio(double x, double tau0, double F, double kq2)
+{
+    const double u = 1.0 - 1.0 / (F + 1.0); // share of the second site
+    return (tau0 * kq2 * x + 1.0) / (u * kq2 * tau0 * x + 1.0);
+}
+
+namespace
+{
+
+struct Arguments {
+    double x, tau0, Cp;
+    double p1, p2, p3;
+};
+using Law = double (*)(const Arguments&);
+
+// Row number = model number.
+constexpr std::array<Law, 14> kLaws{
+    nullptr,
+    [](const Arguments& v) { return dynamicRatio(v.x, v.tau0, v.p1); },
+    [](const Arguments& v) { return complexAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2, v.p3); },
+    [](const Arguments& v) { return darkComplexAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
+    [](const Arguments& v) { return complexRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
+    [](const Arguments& v) { return darkComplexRatio(v.x, v.Cp, v.p1); },
+    [](const Arguments& v) { return sphereAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2, v.p3); },
+    [](const Arguments& v) { return darkSphereAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
+    [](const Arguments& v) { return sphereRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
+    [](const Arguments& v) { return darkSphereRatio(v.x, v.Cp, v.p1); },
+    [](const Arguments& v) { return poissonAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2, v.p3); },
+    [](const Arguments& v) { return poissonRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
+    [](const Arguments& v) { return twoSiteRatio(v.x, v.tau0, v.p1, v.p2, v.p3); },
+    [](const Arguments& v) { return oneOfTwoSitesRatio(v.x, v.tau0, v.p1, v.p2); },
+};
+
+} // namespace
+
+double ratio(int model, double x, double tau0, double Cp, double p1, double p2, double p3)
+{
+    if (model < 1 || model >= static_cast<int>(kLaws.size()))
+        return 0.0;
+    return kLaws[static_cast<std::size_t>(model)]({x, tau0, Cp, p1, p2, p3});
+}
+
+} // namespace sternvolmer

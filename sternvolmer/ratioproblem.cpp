@@ -1,0 +1,66 @@
+#include "sternvolmer/ratioproblem.h"
+
+#include "fit/realparameters.h"
+#include "sternvolmer/models.h"
+
+#include <cassert>
+
+namespace sternvolmer
+{
+namespace
+{
+
+std::size_t slot(int i)
+{
+    assert(i >= 0 && i <= 100);
+    return static_cast<std::size_t>(i);
+}
+
+} // namespace
+
+void RatioProblem::setDatanumber(double n)
+{
+    assert(n >= 0 && n <= 100);
+    m_N = n;
+    m_dataReady = true;
+}
+
+void RatioProblem::setDX(double x, int i)
+{
+    if (m_dataReady)
+        m_X[slot(i)] = x;
+}
+
+void RatioProblem::setDY(double y, int i)
+{
+    if (m_dataReady)
+        m_Y[slot(i)] = y;
+}
+
+int RatioProblem::pointCount() const { return static_cast<int>(m_N); }
+
+double RatioProblem::residual(int point, const fit::Parameters& a)
+{
+    return value(m_X[slot(point)], a) - m_Y[slot(point)];
+}
+
+double RatioProblem::value(double x, const fit::Parameters& a) const
+{
+    const fit::Parameters p = fit::realParameters(m_logMode, a);
+    return ratio(m_model, x, m_tau0, m_Cp, p[1], p[2], p[3]);
+}
+
+RatioSlots RatioProblem::fittedValues(const fit::Parameters& a) const
+{
+    RatioSlots fitted{};
+    for (int i = 1; i <= pointCount(); ++i)
+        fitted[slot(i)] = value(m_X[slot(i)], a);
+    return fitted;
+}
+
+fit::Statistics RatioProblem::statistics(const fit::Parameters& a) const
+{
+    return fit::slotStatistics(m_Y, fittedValues(a), pointCount());
+}
+
+} // namespace sternvolmer

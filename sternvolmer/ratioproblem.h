@@ -1,0 +1,49 @@
+#pragma once
+
+#include "fit/gaussnewton.h"
+#include "fit/statistics.h"
+
+#include <array>
+
+namespace sternvolmer
+{
+
+/// Slot arrays: point i stands at index i, 1..100; slot 0 is not a point.
+using RatioSlots = std::array<double, 101>;
+
+/// Ratios F0/F against total quencher, to be fitted with a model. Parameters are given as the engine holds them,
+/// natural logarithms in log mode.
+class RatioProblem final : public fit::Problem
+{
+public:
+    void setLogMode(int mode) { m_logMode = mode; }
+    void setModel(int model) { m_model = model; }
+    void setDatanumber(double n); // at most 100
+    void setDX(double x, int i);  // M; nothing before setDatanumber
+    void setDY(double y, int i);  // ratio; nothing before setDatanumber
+    void setTauZero(double tau0) { m_tau0 = tau0; }
+    void setConcentrationofProbe(double Cp) { m_Cp = Cp; }
+
+    int pointCount() const override;
+    double residual(int point, const fit::Parameters& a) override;
+
+    /// Model ratio at total quencher x, M.
+    double value(double x, const fit::Parameters& a) const;
+
+    /// Model ratios of points 1..N, 0 in the other slots.
+    RatioSlots fittedValues(const fit::Parameters& a) const;
+
+    fit::Statistics statistics(const fit::Parameters& a) const;
+
+private:
+    int m_logMode = 0;
+    int m_model = 0;
+    double m_N = 0;
+    bool m_dataReady = false;
+    RatioSlots m_X{};
+    RatioSlots m_Y{};
+    double m_tau0 = 0; // s
+    double m_Cp = 0;   // M
+};
+
+} // namespace sternvolmer
