@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 
 namespace fit
 {
@@ -57,9 +56,9 @@ struct Options {
     int logMode = 0;        // 1: parameters are held as natural logarithms
     int parameterCount = 0; // 1..3
     Flags fix{};            // 1: never changed by the fit
-    Flags aboveZero{};      // 1: halved instead of crossing zero
+    Flags aboveZero{};      // 1: halved instead of crossing zero (for parameters that are not logarithms)
     double iterationLimit = 100;
-    double tolerance = 0.0001; // on the relative change of the sum of squares
+    double tolerance = 0.0001;    // on the relative change of the sum of squares
     bool unitStepForZero = false; // a parameter that is 0 gets the derivative step of 1; otherwise that is a fault
 };
 

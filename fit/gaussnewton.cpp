@@ -1,0 +1,211 @@
+#include "fit/gaussnewton.h"
+
+#include "fit/gausselimination.h"
+#include "fit/safelog10.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+
+namespace fit
+{
+namespace
+{
+
+double log10OrZero(double x) { return SafeLog10(x).value_or(0); }
+
+/// Brings a magnitude above 1e25 back just below it and keeps its digits.
+double heldInNormalMode(double a)
+{
+    constexpr double kLimit = 1e25;
+    if (std::abs(a) > kLimit)
+        return a / std::pow(10, std::floor(log10OrZero(std::abs(a)) - 24));
+    return a;
+}
+
+/// Brings a natural logarithm beyond 50 back to 10, and one below -50 in steps of a quarter decade to between -10
+/// and -17.8. The two sides differ on purpose.
+double heldInLogMode(double a)
+{
+    constexpr double kLimit = 50;
+    if (a > kLimit)
+        return a / std::pow(10, log10OrZero(a) - 1);
+    if (a < -kLimit)
+        return a / std::pow(10, std::floor(4 * (log10OrZero(-a) - 1)) / 4);
+    return a;
+}
+
+/// One fit on its way. Its predicates tell whether the run ends here, and note how.
+class Run
+{
+public:
+    Run(Problem& problem, const Options& options, const Parameters& start)
+        : m_problem(problem), m_options(options), m_pointCount(problem.pointCount())
+    {
+        assert(options.parameterCount >= 1 && options.parameterCount <= kMaxParameters);
+        m_outcome.parameters = start;
+    }
+
+    const Outcome& outcome() const { return m_outcome; }
+
+    void linearise();
+    bool converged();
+    bool solverFailed();
+    void update();
+    void keepInRange();
+    void countUpdate() { ++m_outcome.iterations; }
+    bool faulty();
+    bool stopRequested();
+    bool limitExceeded();
+    bool stoppedBy(Observer& observer);
+
+private:
+    int parameterCount() const { return m_options.parameterCount; }
+    Vector7 derivativeSteps() const;
+    double addPoint(int point, const Vector7& h);
+    bool endIf(bool condition, Ending ending);
+
+    Problem& m_problem;
+    const Options m_options;
+    const int m_pointCount;
+    double m_previousSum = 1; // not infinity: the first sum of squares is compared with 1
+    double m_ratio = 0;       // of the sum of squares to the previous one
+    Matrix7 m_normal{};       // upper triangle of the normal matrix
+    Vector7 m_step{};         // right-hand side, after the solution the step
+    Outcome m_outcome;
+};
+
+void Run::linearise()
+{
+    m_normal = {};
+    m_step = {};
+    const Vector7 h = derivativeSteps();
+    double sum = 0;
+    for (int i = 1; i <= m_pointCount; ++i)
+        sum += addPoint(i, h);
+    m_ratio = sum / m_previousSum;
+    m_previousSum = sum;
+}
+
+/// An eighth of each parameter at first, halved with every iteration down to 1/128.
+Vector7 Run::derivativeSteps() const
+{
+    const double divisor = std::exp2(std::min(m_outcome.iterations, 4.0) + 3);
+    Vector7 h{};
+    for (int j = 1; j <= parameterCount(); ++j) {
+        const double a = m_outcome.parameters[j];
+        h[j] = (a == 0 && m_options.unitStepForZero ? 1 : a) / divisor;
+    }
+    return h;
+}
+
+/// Adds a point to the normal equations and returns its squared residual.
+double Run::addPoint(int point, const Vector7& h)
+{
+    Parameters& a = m_outcome.parameters;
+    const double r = m_problem.residual(point, a);
+    Vector7 J{};
+    for (int j = 1; j <= parameterCount(); ++j) {
+        a[j] += h[j];
+        const double shifted = m_problem.residual(point, a);
+        a[j] -= h[j]; // not from a copy: earlier versions carry the rounding of this on, too
+        J[j] = (shifted - r) / h[j];
+    }
+    for (int j = 1; j <= parameterCount(); ++j) {
+        for (int k = j; k <= parameterCount(); ++k)
+            m_normal[j][k] += J[j] * J[k];
+        m_step[j] -= r * J[j];
+    }
+    return r * r;
+}
+
+bool Run::converged() { return endIf(std::abs(1 - m_ratio) < m_options.tolerance, Ending::Converged); }
+
+/// Solves for the step. A zero pivot beyond the first unknown is met once more with the unknowns before it; the
+/// others then move by what the first attempt left.
+bool Run::solverFailed()
+{
+    int info = 0;
+    GaussianElimination(m_normal, m_step, parameterCount(), info);
+    if (info <= 1)
+        return false; // a zero pivot of the first unknown is not retried: the step is the right-hand side
+    m_outcome.status = Status::ZeroPivot;
+    const int smaller = info - 1;
+    GaussianElimination(m_normal, m_step, smaller, info);
+    return endIf(info > 0, Ending::SolverFailed);
+}
+
+void Run::update()
+{
+    for (int j = 1; j <= parameterCount(); ++j) {
+        if (m_options.fix[j] == 1)
+            continue;
+        double& a = m_outcome.parameters[j];
+        if (m_options.aboveZero[j] == 1 && a + m_step[j] <= 0)
+            a /= 2;
+        else
+            a += m_step[j];
+    }
+}
+
+void Run::keepInRange()
+{
+    for (int j = 1; j <= parameterCount(); ++j) {
+        double& a = m_outcome.parameters[j];
+        a = m_options.logMode == 1 ? heldInLogMode(a) : heldInNormalMode(a);
+    }
+}
+
+/// The one place where arithmetic faults are looked for: no point at all, or any number of the run that is not finite.
+bool Run::faulty()
+{
+    bool finite = m_pointCount > 0 && std::isfinite(m_options.tolerance) && std::isfinite(m_previousSum) &&
+                  std::isfinite(m_ratio);
+    for (int j = 1; j <= parameterCount(); ++j) {
+        finite = finite && std::isfinite(m_step[j]) && std::isfinite(m_outcome.parameters[j]);
+        for (int k = j; k <= parameterCount(); ++k)
+            finite = finite && std::isfinite(m_normal[j][k]);
+    }
+    return endIf(!finite, Ending::ArithmeticFault);
+}
+
+bool Run::stopRequested() { return endIf(StopRequested, Ending::Stopped); }
+
+bool Run::limitExceeded()
+{
+    const bool exceeded = m_outcome.iterations > m_options.iterationLimit;
+    if (exceeded)
+        m_outcome.status = Status::LimitExceeded;
+    return endIf(exceeded, Ending::LimitExceeded);
+}
+
+bool Run::stoppedBy(Observer& observer) { return endIf(!observer.keepGoing(m_outcome.iterations), Ending::Stopped); }
+
+bool Run::endIf(bool condition, Ending ending)
+{
+    if (condition)
+        m_outcome.ending = ending;
+    return condition;
+}
+
+} // namespace
+
+Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& start, Observer& observer)
+{
+    Run run(problem, options, start);
+    for (;;) {
+        run.linearise(); // sum of squares, normal matrix, right-hand side
+        if (run.faulty() || run.converged() || run.solverFailed() || run.faulty())
+            return run.outcome();
+        run.update();
+        run.keepInRange();
+        if (run.faulty())
+            return run.outcome();
+        run.countUpdate();
+        observer.letEventsRun();
+        if (run.stopRequested() || run.limitExceeded() || run.stoppedBy(observer))
+            return run.outcome();
+    }
+}
+
+} // namespace fit
