@@ -17,9 +17,9 @@ struct ReportLine {
 
 struct ReportContent {
     int model = 0;
-    std::span<const ReportLine> parameters;
+    std::span<const ReportLine> parameters{};
     double iterations = 0;
-    Statistics statistics;
+    Statistics statistics{};
     int status = 1; // see Status; any other number prints no warning
 };
 
