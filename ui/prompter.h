@@ -4,7 +4,7 @@
 
 #include <optional>
 
-class QWidget;
+class QFileDialog;
 
 namespace ui
 {
@@ -17,6 +17,21 @@ public:
     virtual void message(const QString& text) = 0;
     virtual std::optional<QString> fileToOpen() = 0; // nullopt: cancelled
     virtual std::optional<QString> fileToSave() = 0; // nullopt: cancelled
+};
+
+/// Asks the user: message boxes and file dialogs above the active window.
+class DialogPrompter final : public Prompter
+{
+public:
+    DialogPrompter();
+    void message(const QString& text) override;
+    std::optional<QString> fileToOpen() override;
+    std::optional<QString> fileToSave() override;
+
+private:
+    std::optional<QString> chosenFile(QFileDialog& dialog);
+
+    QString m_folder; // where the next file dialog starts
 };
 
 } // namespace ui

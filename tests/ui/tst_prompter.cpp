@@ -1,0 +1,114 @@
+#include "ui/prompter.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+namespace
+{
+
+/// Runs `act` on the modal dialog that the following call opens, which is cancelled unless `act` accepts it.
+template <typename Dialog>
+void whenAsked(std::function<void(Dialog&)> act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        act(*dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+}
+
+void enter(QFileDialog& dialog, const QString& name)
+{
+    auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+    edit->setText(name);
+    QTest::keyClick(edit, Qt::Key_Return);
+}
+
+void makeFile(const QString& path)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+}
+
+} // namespace
+
+class TestPrompter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
+    void messagesArePlainText();
+    void cancelledDialogsGiveNothing();
+    void filesAreFoundInAnyCaseAndTheFolderIsRemembered();
+    void savingAddsTheSuffix();
+};
+
+void TestPrompter::messagesArePlainText()
+{
+    QGuiApplication::setApplicationDisplayName("Title");
+    QString shown, title;
+    whenAsked<QMessageBox>([&](QMessageBox& box) {
+        shown = box.text();
+        title = box.windowTitle();
+        QCOMPARE(box.textFormat(), Qt::PlainText);
+        QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
+    });
+    ui::DialogPrompter().message("<b>one\r\ntwo");
+    QCOMPARE(shown, "<b>one\ntwo");
+    QVERIFY(title.startsWith("Title"));
+}
+
+void TestPrompter::cancelledDialogsGiveNothing()
+{
+    ui::DialogPrompter prompter;
+    whenAsked<QFileDialog>([](QFileDialog&) {});
+    QVERIFY(!prompter.fileToOpen());
+    whenAsked<QFileDialog>([](QFileDialog&) {});
+    QVERIFY(!prompter.fileToSave());
+}
+
+void TestPrompter::filesAreFoundInAnyCaseAndTheFolderIsRemembered()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("Run.VRL");
+    makeFile(path);
+    makeFile(folder.filePath("notes.txt"));
+    ui::DialogPrompter prompter;
+    whenAsked<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        auto* files = dialog.findChild<QFileSystemModel*>();
+        QTRY_COMPARE(files->rowCount(files->index(folder.path())), 1);
+        enter(dialog, "Run.VRL");
+    });
+    QCOMPARE(prompter.fileToOpen().value_or(QString()), path);
+    QString next;
+    whenAsked<QFileDialog>([&](QFileDialog& dialog) { next = dialog.directory().path(); });
+    QVERIFY(!prompter.fileToSave());
+    QCOMPARE(next, folder.path());
+}
+
+void TestPrompter::savingAddsTheSuffix()
+{
+    QTemporaryDir folder;
+    ui::DialogPrompter prompter;
+    whenAsked<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        enter(dialog, "run");
+    });
+    QCOMPARE(prompter.fileToSave().value_or(QString()), folder.filePath("run.vrl"));
+}
+
+QTEST_MAIN(TestPrompter)
+#include "tst_prompter.moc"
