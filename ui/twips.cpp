@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <cmath>
 
@@ -19,12 +20,21 @@ int toPixels(double twips) { return static_cast<int>(std::lround(twips / twipsPe
 
 int toTwips(int pixels) { return static_cast<int>(std::lround(pixels * twipsPerPixel())); }
 
+void placeFrame(QWidget& window, int top, int left)
+{
+    const QPoint corner(toPixels(left), toPixels(top));
+    window.move(corner);
+    // Until a window is shown only its native window can be told that the corner is the frame's.
+    window.winId();
+    window.windowHandle()->setFramePosition(corner);
+}
+
 void placeAndShow(QWidget& window, int top, int left, int height, int width)
 {
     if (window.isMinimized())
         return;
-    window.move(toPixels(left), toPixels(top));
-    window.resize(toPixels(width), toPixels(height));
+    window.resize(toPixels(width), toPixels(height)); // first: a new size would make the corner the contents' again
+    placeFrame(window, top, left);
     window.show();
 }
 

@@ -10,7 +10,10 @@ double twipsPerPixel(); // of the primary screen: 15 at 96 dots per inch
 int toPixels(double twips);
 int toTwips(int pixels);
 
-/// Sets top, left, height and width in twips, in that order, and shows the window; nothing when it is minimised.
+/// Moves the top-left corner of the window's frame, in twips; a window not yet shown appears there.
+void placeFrame(QWidget& window, int top, int left);
+
+/// Sets top, left, height and width in twips and shows the window; nothing when it is minimised.
 void placeAndShow(QWidget& window, int top, int left, int height, int width);
 
 } // namespace ui
