@@ -35,9 +35,6 @@ fit::Outcome run(CallableProblem problem, const fit::Options& options, const Par
     return fit::gaussNewton(problem, options, start, observer);
 }
 
-/// Two points of a straight line a1 + a2 x at x = 1 and 2, observed as zeros.
-double lineThroughZeros(int point, const Parameters& a) { return a[1] + a[2] * point; }
-
 /// Four points near the line 1 + 2 x; the exact least-squares line of them is 0.7 + 2.1 x.
 double scatteredLine(int point, const Parameters& a)
 {
@@ -72,7 +69,6 @@ class TestGaussNewton : public QObject
 
 private slots:
     void findsTheLeastSquaresLine();
-    void fitsLogarithms();
     void usesTheUpperTriangleOnly();
     void halvesTheDerivativeStepUntilTheFifthIteration();
     void restoresShiftedParametersBySubtraction();
@@ -83,8 +79,7 @@ private slots:
     void keepsParametersInRange();
     void retriesAfterAZeroPivotWithoutTheLastParameter();
     void doesNotRetryForTheFirstParameter();
-    void goesOneUpdateBeyondTheLimit();
-    void asksTheObserverLast();
+    void testsTheLimitBeforeItAsksTheObserver();
     void stopsOnRequestBeforeTheLimitTest();
     void endsOnArithmeticFaults_data();
     void endsOnArithmeticFaults();
@@ -97,26 +92,14 @@ void TestGaussNewton::findsTheLeastSquaresLine()
     options.tolerance = kTight;
     const fit::Outcome outcome = run({4, scatteredLine}, options, {0, 5, 5});
     QCOMPARE(outcome.ending, Ending::Converged);
-    QCOMPARE(outcome.status, Status::Fine);
     QVERIFY2(std::abs(outcome.parameters[1] - 0.7) < kConverged, qPrintable(QString::number(outcome.parameters[1])));
     QVERIFY2(std::abs(outcome.parameters[2] - 2.1) < kConverged, qPrintable(QString::number(outcome.parameters[2])));
-}
-
-void TestGaussNewton::fitsLogarithms()
-{
-    // Observations of a constant scatter around 1e7; the least-squares value is their mean.
-    const auto residual = [](int point, const Parameters& a) { return std::exp(a[1]) / 1e7 - 0.1 * (point + 8); };
-    fit::Options options = optionsFor(1);
-    options.logMode = 1;
-    options.tolerance = kTight;
-    const fit::Outcome outcome = run({3, residual}, options, {0, std::log(2e7)});
-    QCOMPARE(outcome.ending, Ending::Converged);
-    QVERIFY(std::abs(std::exp(outcome.parameters[1]) / 1e7 - 1) < kConverged);
 }
 
 void TestGaussNewton::usesTheUpperTriangleOnly()
 {
     // By hand: r = (16, 24), normal matrix (2 3; . 5), right-hand side (-40, -64), hence the step (-0.8, -12.8).
+    const auto lineThroughZeros = [](int x, const Parameters& a) { return a[1] + a[2] * x; };
     const fit::Outcome outcome = run({2, lineThroughZeros}, optionsFor(2, 0), {0, 8, 8});
     QVERIFY(std::abs(outcome.parameters[1] - 7.2) < kFewUlps * 8);
     QVERIFY(std::abs(outcome.parameters[2] + 4.8) < kFewUlps * 8);
@@ -145,19 +128,12 @@ void TestGaussNewton::halvesTheDerivativeStepUntilTheFifthIteration()
 
 void TestGaussNewton::restoresShiftedParametersBySubtraction()
 {
-    std::vector<double> bases;
-    int calls = 0;
-    const auto residual = [&](int, const Parameters& a) {
-        if (calls++ % 2 == 0)
-            bases.push_back(a[1]);
-        return 2.0;
-    };
-    constexpr double kStart = 0.1;
-    run({2, residual}, optionsFor(1, 0), {0, kStart});
-    constexpr double kStep = kStart / 8;
-    QCOMPARE(bases.size(), std::size_t{2});
-    QVERIFY(bases[0] == kStart);
-    QVERIFY(bases[1] == kStart + kStep - kStep);
+    constexpr double kStart = 0.9; // 0.9 + 0.9 / 8 - 0.9 / 8 differs from it in the last digit
+    fit::Options options = optionsFor(1, 0);
+    options.fix[1] = 1;
+    const double left = run({1, constantTwo}, options, {0, kStart}).parameters[1];
+    QVERIFY(left != kStart);
+    QVERIFY(std::abs(left - kStart) < kFewUlps);
 }
 
 void TestGaussNewton::comparesTheFirstSumWithOne()
@@ -165,7 +141,6 @@ void TestGaussNewton::comparesTheFirstSumWithOne()
     const auto almostOne = [](int, const Parameters& a) { return std::sqrt(1.00001) + 0 * a[1]; };
     const fit::Outcome outcome = run({1, almostOne}, optionsFor(1), {0, 3});
     QCOMPARE(outcome.ending, Ending::Converged);
-    QCOMPARE(outcome.status, Status::Fine);
     QVERIFY(outcome.iterations == 0);
     QVERIFY(outcome.parameters == (Parameters{0, 3}));
 }
@@ -208,7 +183,6 @@ void TestGaussNewton::keepsParametersInRange_data()
     QTest::newRow("at 1e25") << 0 << 1e25 << 1e25;
     QTest::newRow("a big logarithm") << 1 << 60.0 << 10.0;
     QTest::newRow("a small logarithm") << 1 << -60.0 << -60 / std::pow(10, 0.75);
-    QTest::newRow("a tiny logarithm") << 1 << -170.0 << -17.0;
     QTest::newRow("at 50") << 1 << 50.0 << 50.0;
     QTest::newRow("at -50") << 1 << -50.0 << -50.0;
 }
@@ -252,30 +226,23 @@ void TestGaussNewton::doesNotRetryForTheFirstParameter()
     QVERIFY(outcome.parameters == (Parameters{0, 5, 4 - 12}));
 }
 
-void TestGaussNewton::goesOneUpdateBeyondTheLimit()
+void TestGaussNewton::testsTheLimitBeforeItAsksTheObserver()
 {
-    fit::Options options = optionsFor(1, 7);
+    fit::Options options = optionsFor(1, 1);
     options.tolerance = 0;
     CallableProblem problem(1, constantTwo);
-    RecordingObserver observer;
-    const fit::Outcome outcome = fit::gaussNewton(problem, options, {0, 1}, observer);
-    QCOMPARE(outcome.ending, Ending::LimitExceeded);
-    QCOMPARE(outcome.status, Status::LimitExceeded);
-    QVERIFY(outcome.iterations == 8);
-    QCOMPARE(observer.calls.last(), QString("events")); // keepGoing comes after the limit test
-}
+    RecordingObserver patient;
+    const fit::Outcome limited = fit::gaussNewton(problem, options, {0, 1}, patient);
+    QCOMPARE(limited.ending, Ending::LimitExceeded);
+    QCOMPARE(limited.status, Status::LimitExceeded);
+    QVERIFY(limited.iterations == 2); // one more than the limit
+    QCOMPARE(patient.calls, QStringList({"events", "1", "events"}));
 
-void TestGaussNewton::asksTheObserverLast()
-{
-    fit::Options options = optionsFor(1);
-    options.tolerance = 0;
-    CallableProblem problem(1, constantTwo);
-    RecordingObserver observer;
-    observer.lastIteration = 2;
-    const fit::Outcome outcome = fit::gaussNewton(problem, options, {0, 1}, observer);
-    QCOMPARE(outcome.ending, Ending::Stopped);
-    QCOMPARE(outcome.status, Status::Fine);
-    QCOMPARE(observer.calls, QStringList({"events", "1", "events", "2"}));
+    RecordingObserver stopping;
+    stopping.lastIteration = 1;
+    const fit::Outcome stopped = fit::gaussNewton(problem, options, {0, 1}, stopping);
+    QCOMPARE(stopped.ending, Ending::Stopped);
+    QCOMPARE(stopped.status, Status::Fine);
 }
 
 void TestGaussNewton::stopsOnRequestBeforeTheLimitTest()
@@ -297,7 +264,7 @@ void TestGaussNewton::endsOnArithmeticFaults_data()
     QTest::addColumn<double>("start");
     QTest::addColumn<double>("scale");
     QTest::addColumn<double>("tolerance");
-    QTest::newRow("no points") << 0 << 1.0 << 1.0 << 0.0001;
+    QTest::newRow("no points") << 0 << 1.0 << 1.0 << 2.0; // not converged, though |1 - 0 / 1| < 2
     QTest::newRow("zero derivative step") << 1 << 0.0 << 1.0 << 0.0001;
     QTest::newRow("start beyond all numbers") << 1 << kInfinity << 1.0 << 0.0001;
     QTest::newRow("residual overflows") << 1 << 1e10 << 1e300 << 0.0001;
