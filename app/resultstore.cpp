@@ -1,0 +1,96 @@
+#include "app/resultstore.h"
+
+#include "fit/numbertext.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+namespace app
+{
+namespace
+{
+
+/// 4 pi times 0.6022, Avogadro's number scaled for K in M^-1 and lengths in nm.
+constexpr double kMolarSphere = 7.567461992;
+
+std::size_t slot(int index)
+{
+    assert(index >= 0 && index <= kMaxResults);
+    return static_cast<std::size_t>(index);
+}
+
+/// A number that a double cannot hold is no value of a quantity: the field keeps what it held.
+void setIfFinite(double& field, std::optional<double> number)
+{
+    if (number && std::isfinite(*number))
+        field = *number;
+}
+
+void setLeading(double& field, const std::string& text) { setIfFinite(field, fit::numberFrom(text)); }
+void setStrict(double& field, const std::string& text) { setIfFinite(field, fit::strictNumber(text)); }
+
+using SetField = void (*)(ResultRecord& record, const std::string& text);
+
+/// The fields of a session-file line, in its order.
+constexpr std::array<SetField, 10> kFileFields{
+    [](ResultRecord& record, const std::string& text) { record.Method = text; },
+    [](ResultRecord& record, const std::string& text) {
+        record.Model = fit::roundedInt32(fit::numberFrom(text)).value_or(record.Model);
+    },
+    [](ResultRecord& record, const std::string& text) { setLeading(record.KorF, text); },
+    [](ResultRecord& record, const std::string& text) { setLeading(record.Kq1, text); },
+    [](ResultRecord& record, const std::string& text) { setLeading(record.Kq2, text); },
+    [](ResultRecord& record, const std::string& text) { setLeading(record.Kq22, text); },
+    [](ResultRecord& record, const std::string& text) { setStrict(record.Se, text); },
+    [](ResultRecord& record, const std::string& text) { record.Error = text; },
+    [](ResultRecord& record, const std::string& text) { setStrict(record.R, text); },
+    [](ResultRecord& record, const std::string& text) { setStrict(record.R2, text); },
+};
+
+} // namespace
+
+void ResultStore::MoveData(int from, int to) { ResultData[slot(to)] = ResultData[slot(from)]; }
+
+void ResultStore::SwapData(int a, int b) { std::swap(ResultData[slot(a)], ResultData[slot(b)]); }
+
+void ResultStore::SetResultRecord(int index, std::span<const std::string> fields)
+{
+    const std::size_t count = std::min(fields.size(), kFileFields.size());
+    for (std::size_t k = 0; k < count; ++k)
+        kFileFields[k](ResultData[slot(index)], fields[k]);
+}
+
+void ResultStore::clearAll() { *this = ResultStore(); }
+
+void ResultStore::store(const ResultRecord& result, int mask)
+{
+    ResultRecord& record = ResultData[slot(ResultCursor)];
+    record.Method = result.Method;
+    record.Model = result.Model;
+    if (mask & KorF)
+        record.KorF = result.KorF;
+    if (mask & Kq1)
+        record.Kq1 = result.Kq1;
+    if (mask & Kq2)
+        record.Kq2 = result.Kq2;
+    if (mask & Kq22)
+        record.Kq22 = result.Kq22;
+    if (mask & Radius)
+        record.R = result.R;
+    record.R2 = result.R2;
+    record.Se = result.Se;
+    record.Error = result.Error;
+    ResultRowEnd = std::max(ResultRowEnd, ResultCursor + 1);
+    ResultCursor = ResultCursor == kMaxResults ? 1 : ResultCursor + 1;
+}
+
+double RadiusFromK(double K, double s)
+{
+    const double cube = s * s * s + 3 * K / kMolarSphere;
+    return cube > 0 ? std::cbrt(cube) : 0;
+}
+
+} // namespace app
