@@ -1,0 +1,60 @@
+#include "app/blocktext.h"
+
+#include "app/textlines.h"
+
+#include <algorithm>
+
+namespace app
+{
+namespace
+{
+
+Block ordered(const Block& block)
+{
+    const auto [top, bottom] = std::minmax(block.row, block.farRow);
+    const auto [left, right] = std::minmax(block.column, block.farColumn);
+    return {top, left, bottom, right};
+}
+
+void pasteRow(SheetText& sheet, int row, int column, std::string_view line)
+{
+    for (const std::string& text : fieldsOf(line, sheet.columnCount() - column)) {
+        if (row > 0 && column > 0)
+            sheet.setCell(row, column, text);
+        ++column;
+    }
+}
+
+} // namespace
+
+std::string blockText(const SheetText& sheet, const Block& block)
+{
+    const auto [top, left, bottom, right] = ordered(block);
+    std::string text;
+    for (int row = top; row <= bottom; ++row)
+        for (int column = left; column <= right; ++column) {
+            text += oneField(sheet.cell(row, column), kSeparators);
+            text += column == right ? kLineEnd : "\t";
+        }
+    return text;
+}
+
+void emptyBlock(SheetText& sheet, const Block& block)
+{
+    const auto [top, left, bottom, right] = ordered(block);
+    for (int row = top; row <= bottom; ++row)
+        for (int column = left; column <= right; ++column)
+            sheet.setCell(row, column, {});
+}
+
+void pasteBlock(SheetText& sheet, int row, int column, std::string_view text)
+{
+    for (; row < sheet.rowCount(); ++row) {
+        const auto line = takeLine(text);
+        if (!line)
+            return;
+        pasteRow(sheet, row, column, *line);
+    }
+}
+
+} // namespace app
