@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/panelvalues.h"
+#include "app/resultstore.h"
+#include "app/settings.h"
+#include "app/sheettext.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Session files: the panel's texts, the data sheet and the results as lines of text.
+namespace app
+{
+
+inline constexpr std::string_view kSessionFirstLine = "Vorlo File";
+
+/// The longest session in bytes: 400 for each of the 99 x 99 cells that a sheet can have. What is longer is not
+/// written, so that nothing is lost, and not read to its end, so that a damaged file stays cheap.
+inline constexpr int kMaxSessionBytes = 4'000'000;
+
+inline constexpr int kLeastCount = 2; // a title and one data row or column
+inline constexpr int kMostCount = 100;
+
+/// What a session file holds. Of the settings only LogMode and AssessmentMode are in it, of the panel all but
+/// the check boxes and the kind of the fit region.
+struct Session {
+    PanelState panel;
+    Settings settings;
+    int rows = kSheetRows, columns = kSheetColumns;
+    std::vector<std::vector<std::string>> cells; // without the titles: [row - 1][column - 1]
+    ResultStore results;
+};
+
+/// The lines of a session file, ended by CR LF. `cells` has rows - 1 rows of columns - 1 texts.
+std::string writeSession(const Session& session);
+
+/// Whether the first bytes of a file, at least one more than kSessionFirstLine has, are those of a session file.
+bool startsSession(std::string_view bytes);
+
+/// `before` with everything that the text gives written over it. The results are those of the text alone.
+/// nullopt: the first line is not that of a session file.
+std::optional<Session> readSession(std::string_view text, Session before);
+
+} // namespace app
