@@ -47,6 +47,7 @@ protected:
 
 private:
     void writeTitles();
+    void fitTitles();
     void showWholeColumns();
     bool onDataCell() const;
     void mirrorCurrentCell();
