@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+class QTextBrowser;
+
+namespace app
+{
+
+/// Path of the help file in the program's folder. Where file names ignore case the folder is put in lower case.
+QString helpFilePath(const QString& folder, QChar separator, bool caseIgnored);
+
+/// The same for this program on this platform.
+QString helpFilePath();
+
+/// Shows the help file, an HTML text.
+class HelpViewer : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit HelpViewer(QWidget* parent = nullptr);
+
+    /// Opens a help file at its index page, or says that it is missing, and comes to the front.
+    void showIndex(const QString& path);
+
+private:
+    QTextBrowser* m_text;
+};
+
+} // namespace app

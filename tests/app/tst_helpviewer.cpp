@@ -1,0 +1,62 @@
+#include "app/helpviewer.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+
+class TestHelpViewer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void buildsThePath_data();
+    void buildsThePath();
+    void showsTheIndexPage();
+    void saysThatTheFileIsMissing();
+};
+
+void TestHelpViewer::buildsThePath_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QChar>("separator");
+    QTest::addColumn<bool>("caseIgnored");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("folder") << "/opt/Vorlo" << QChar('/') << false << "/opt/Vorlo/VORLOG4HELP.HLP";
+    QTest::newRow("root") << "/" << QChar('/') << false << "/VORLOG4HELP.HLP";
+    QTest::newRow("case ignored") << "C:\\Vorlo" << QChar('\\') << true << "c:\\vorlo\\VORLOG4HELP.HLP";
+    QTest::newRow("drive root") << "C:\\" << QChar('\\') << true << "c:\\VORLOG4HELP.HLP";
+}
+
+void TestHelpViewer::buildsThePath()
+{
+    QFETCH(QString, folder);
+    QFETCH(QChar, separator);
+    QFETCH(bool, caseIgnored);
+    QTEST(app::helpFilePath(folder, separator, caseIgnored), "path");
+}
+
+void TestHelpViewer::showsTheIndexPage()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("VORLOG4HELP.HLP"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<html><head><meta charset=\"utf-8\"></head><body><h1>Index Φ</h1></body></html>");
+    file.close();
+    app::HelpViewer viewer;
+    viewer.showIndex(file.fileName());
+    QVERIFY(viewer.isVisible());
+    QCOMPARE(viewer.findChild<QTextBrowser*>("txtHelp")->toPlainText(), QString("Index Φ"));
+}
+
+void TestHelpViewer::saysThatTheFileIsMissing()
+{
+    app::HelpViewer viewer;
+    viewer.showIndex("/nowhere/VORLOG4HELP.HLP");
+    QVERIFY(viewer.isVisible());
+    const QString text = viewer.findChild<QTextBrowser*>("txtHelp")->toPlainText();
+    QVERIFY(text.contains("cannot be found") && text.contains("/nowhere/VORLOG4HELP.HLP"));
+}
+
+QTEST_MAIN(TestHelpViewer)
+#include "tst_helpviewer.moc"
