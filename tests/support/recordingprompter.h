@@ -1,0 +1,22 @@
+#pragma once
+
+#include "ui/prompter.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace support
+{
+
+/// Records what the user would be told and answers file dialogs once each; without an answer they are cancelled.
+struct RecordingPrompter final : ui::Prompter {
+    QStringList shown;
+    std::optional<QString> nextFile;
+
+    void message(const QString& text) override { shown << text; }
+    std::optional<QString> fileToOpen() override { return std::exchange(nextFile, std::nullopt); }
+    std::optional<QString> fileToSave() override { return std::exchange(nextFile, std::nullopt); }
+};
+
+} // namespace support
