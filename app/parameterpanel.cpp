@@ -61,6 +61,7 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
     layout->addWidget(m_fixF);
     layout->addWidget(makeFitRegionFrame());
     layout->addStretch();
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 
     connect(m_models, &QButtonGroup::idClicked, this, &ParameterPanel::chooseModel);
     connect(m_fitRegions, &QButtonGroup::idClicked, this, &ParameterPanel::chooseFitRegion);

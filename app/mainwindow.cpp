@@ -1,0 +1,127 @@
+#include "app/mainwindow.h"
+
+#include "app/datasheet.h"
+#include "app/parameterpanel.h"
+#include "app/sharedstate.h"
+#include "fit/gaussnewton.h"
+#include "ui/twips.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+#include <vector>
+
+namespace app
+{
+
+const QString frmVorloMain::kTitle = QStringLiteral("Vorlo G4 2002.01.18");
+
+namespace
+{
+
+using Signal = void (frmVorloMain::*)();
+
+struct Item {
+    const char* text;
+    const char* name;
+    Signal chosen; // none: closes the window
+    const char* shortcut = "";
+};
+
+struct Menu {
+    const char* title;
+    std::vector<Item> items;
+};
+
+const std::vector<Menu>& menus()
+{
+    using Main = frmVorloMain;
+    static const std::vector<Menu> all{
+        {"&File",
+         {{"&New", "mnuNew", &Main::newChosen, "Ctrl+N"},
+          {"&Open", "mnuOpen", &Main::openChosen, "Ctrl+O"},
+          {"&Save as", "mnuSaveAs", &Main::saveAsChosen, "Ctrl+S"},
+          {"&Quit", "mnuQuit", nullptr}}},
+        {"&Edit",
+         {{"Cu&t", "mnuCut", &Main::cutChosen, "Ctrl+X"},
+          {"&Copy", "mnuCopy", &Main::copyChosen, "Ctrl+C"},
+          {"&Paste", "mnuPaste", &Main::pasteChosen, "Ctrl+V"}}},
+        {"&Calc",
+         {{"&Normalization", "mnuNormalization", &Main::normalizationChosen},
+          {"&Decay Curve Analysis", "mnuDecayCurveAnalysis", &Main::decayCurveAnalysisChosen},
+          {"&Calc Decay Curve with input param.", "mnuCalcDecayCurve", &Main::calcDecayCurveChosen, "Ctrl+D"},
+          {"&Stern-Volmer Analysis", "mnuSternVolmerAnalysis", &Main::sternVolmerAnalysisChosen},
+          {"Calc Stern-&Volmer with Input param.", "mnuCalcSternVolmer", &Main::calcSternVolmerChosen, "Ctrl+T"}}},
+        {"&Settings", {{"Set &Parameters", "mnuSetParameters", &Main::setParametersChosen}}},
+        {"&Help", {{"&Help", "mnuHelpItem0", &Main::helpChosen}, {"&About Vorlo", "mnuHelpItem1", &Main::aboutChosen}}},
+    };
+    return all;
+}
+
+} // namespace
+
+frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
+    : QMainWindow(parent), m_sheet(new DataSheet(this)), m_panel(new ParameterPanel(shared, this))
+{
+    setWindowTitle(kTitle);
+    makeMenus();
+    arrange();
+    connect(m_sheet, &DataSheet::edited, this, [&shared] { shared.DataNormalized = false; });
+}
+
+void frmVorloMain::makeMenus()
+{
+    for (const Menu& menu : menus()) {
+        QMenu* shown = menuBar()->addMenu(tr(menu.title));
+        for (const Item& item : menu.items) {
+            QAction* action = shown->addAction(tr(item.text));
+            action->setObjectName(item.name);
+            action->setShortcut(QKeySequence(item.shortcut));
+            if (item.chosen)
+                connect(action, &QAction::triggered, this, item.chosen);
+            else
+                connect(action, &QAction::triggered, this, &QWidget::close);
+        }
+    }
+}
+
+// Children are created in reading order, which is the tab order.
+void frmVorloMain::arrange()
+{
+    auto* left = new QVBoxLayout;
+    left->setSpacing(4);
+    left->addWidget(m_sheet);
+    left->addStretch();
+
+    auto* centre = new QWidget(this);
+    auto* columns = new QHBoxLayout(centre);
+    columns->setContentsMargins(4, 4, 4, 4);
+    columns->setSpacing(6);
+    columns->addLayout(left, 1);
+    columns->addWidget(m_panel);
+    setCentralWidget(centre);
+    m_sheet->setFocus();
+}
+
+void frmVorloMain::SetSize(int top, int left, int height, int width)
+{
+    ui::placeAndShow(*this, top, left, height, width);
+}
+
+void frmVorloMain::setDecayAnalysisEnabled(bool enabled)
+{
+    findChild<QAction*>("mnuDecayCurveAnalysis")->setEnabled(enabled);
+}
+
+// A fit may be running in a command that let this event through: it ends after its current iteration.
+void frmVorloMain::closeEvent(QCloseEvent* event)
+{
+    fit::StopRequested = true;
+    event->accept();
+    emit closed();
+}
+
+} // namespace app

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QMainWindow>
+
+class QAction;
+
+namespace app
+{
+
+class DataSheet;
+class ParameterPanel;
+struct SharedState;
+
+/// The main window: menus, data sheet and parameter panel. It announces what was chosen; its owner acts.
+class frmVorloMain : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    static const QString kTitle;
+
+    explicit frmVorloMain(SharedState& shared, QWidget* parent = nullptr);
+
+    /// Twips; nothing while the window is minimised.
+    void SetSize(int top, int left, int height, int width);
+
+    /// While a decay-curve analysis runs it cannot be started again.
+    void setDecayAnalysisEnabled(bool enabled);
+
+    DataSheet& sheet() { return *m_sheet; }
+    ParameterPanel& panel() { return *m_panel; }
+
+signals:
+    void newChosen();
+    void openChosen();
+    void saveAsChosen();
+    void cutChosen();
+    void copyChosen();
+    void pasteChosen();
+    void normalizationChosen();
+    void decayCurveAnalysisChosen();
+    void calcDecayCurveChosen();
+    void sternVolmerAnalysisChosen();
+    void calcSternVolmerChosen();
+    void setParametersChosen();
+    void helpChosen();
+    void aboutChosen();
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void makeMenus();
+    void arrange();
+
+    DataSheet* m_sheet;
+    ParameterPanel* m_panel;
+};
+
+} // namespace app
