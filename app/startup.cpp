@@ -1,0 +1,36 @@
+#include "app/startup.h"
+
+#include "ui/prompter.h"
+
+namespace app
+{
+
+VorloMain::VorloMain(ui::Prompter& prompter) : MainWindow(shared), aboutBox(prompter), m_prompter(prompter)
+{
+    connectMenus();
+    MainWindow.SetSize(0, 6500, 8160, 9750);
+}
+
+void VorloMain::connectMenus()
+{
+    connect(&MainWindow, &frmVorloMain::helpChosen, this, [this] { helpViewer.showIndex(helpFilePath()); });
+    connect(&MainWindow, &frmVorloMain::aboutChosen, this, &VorloMain::showAbout);
+    connect(&MainWindow, &frmVorloMain::closed, this, &VorloMain::endProgram);
+}
+
+void VorloMain::showAbout()
+{
+    aboutBox.show();
+    aboutBox.raise();
+    aboutBox.activateWindow();
+}
+
+// Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.
+void VorloMain::endProgram()
+{
+    for (QWidget* window : std::initializer_list<QWidget*>{&helpViewer, &aboutBox})
+        window->hide();
+    emit ended();
+}
+
+} // namespace app

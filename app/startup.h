@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/aboutbox.h"
+#include "app/helpviewer.h"
+#include "app/mainwindow.h"
+#include "app/sharedstate.h"
+
+namespace ui
+{
+class Prompter;
+}
+
+namespace app
+{
+
+/// The program: shared state, one instance of every window, and which command each choice runs.
+/// Windows are public so that commands and tests reach them; they live as long as the program.
+class VorloMain : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Creates and places the windows and shows the main window. `prompter` must outlive the program.
+    explicit VorloMain(ui::Prompter& prompter);
+
+    SharedState shared;
+    frmVorloMain MainWindow;
+    HelpViewer helpViewer;
+    frmVorloAbout aboutBox;
+
+signals:
+    void ended(); // the main window was closed and every other window hidden
+
+private:
+    void connectMenus();
+    void showAbout();
+    void endProgram();
+
+    ui::Prompter& m_prompter;
+};
+
+} // namespace app

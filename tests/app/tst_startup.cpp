@@ -1,0 +1,76 @@
+#include "tests/support/application.h"
+#include "ui/twips.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void startsWithItsDefaults();
+    void helpMenuOpensModelessWindows();
+    void everyWindowHasItsOwnTitle();
+    void closingHidesEveryWindowAndEnds();
+};
+
+void TestStartup::startsWithItsDefaults()
+{
+    support::Application application;
+    const app::SharedState& shared = application.program.shared;
+    QCOMPARE(shared.settings.TimeScale, 1);
+    QCOMPARE(shared.settings.IntensityScale, 0);
+    QCOMPARE(shared.settings.LogMode, 1);
+    QCOMPARE(shared.settings.AssessmentMode, 1);
+    QCOMPARE(shared.FitRegionMode, 2);
+    QVERIFY(!shared.DataNormalized);
+    QCOMPARE(shared.results.ResultCursor, 1);
+    QCOMPARE(shared.results.ResultRowEnd, 1);
+    const app::frmVorloMain& window = application.program.MainWindow;
+    QVERIFY(window.isVisible());
+    QCOMPARE(window.pos(), QPoint(ui::toPixels(6500), 0));
+    for (const QWidget* other : QApplication::topLevelWidgets())
+        QVERIFY2(other == &window || !other->isVisible(), qPrintable(other->windowTitle()));
+}
+
+void TestStartup::helpMenuOpensModelessWindows()
+{
+    support::Application application;
+    application.control<QAction>("mnuHelpItem0").trigger();
+    application.control<QAction>("mnuHelpItem1").trigger();
+    QVERIFY(application.program.helpViewer.isVisible());
+    QVERIFY(application.program.aboutBox.isVisible());
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void TestStartup::everyWindowHasItsOwnTitle()
+{
+    support::Application application;
+    QStringList titles;
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        if (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)
+            titles << window->windowTitle();
+    QVERIFY(titles.size() >= 3);
+    QVERIFY(!titles.contains(QString()));
+    QCOMPARE(titles.removeDuplicates(), 0);
+}
+
+void TestStartup::closingHidesEveryWindowAndEnds()
+{
+    support::Application application;
+    QSignalSpy ended(&application.program, &app::VorloMain::ended);
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)
+            window->show();
+    application.program.MainWindow.close();
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        QVERIFY2(!window->isVisible(), qPrintable(window->windowTitle()));
+    QCOMPARE(ended.count(), 1);
+    QVERIFY(application.prompter.shown.isEmpty());
+}
+
+QTEST_MAIN(TestStartup)
+#include "tst_startup.moc"
