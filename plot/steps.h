@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+namespace plot
+{
+
+inline constexpr int kMaxSteps = 1000; // many more than a chart or table can show
+
+/// first, first + step, ... up to and including last, in the direction of the step, by repeated addition.
+/// At most kMaxSteps values; none for a step that is zero or not finite.
+std::vector<double> steps(double first, double last, double step);
+
+} // namespace plot
