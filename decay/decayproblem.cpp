@@ -35,12 +35,27 @@ double totalSum(const SampleTable& table)
 } // namespace
 
 DecayProblem::DecayProblem(SampleTable samples, int model, int logMode, double Cp)
-    : m_samples(std::move(samples)), m_model(model), m_logMode(logMode), m_Cp(Cp),
-      m_evaluator(model, logMode, Cp, referenceOf(m_samples.SampleData[1]))
 {
+    setSampleData(std::move(samples));
+    setLaw(model, logMode, Cp);
+}
+
+void DecayProblem::setSampleData(SampleTable samples)
+{
+    m_samples = std::move(samples);
+    m_points.clear();
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
             m_points.push_back({s, i});
+    setLaw(m_model, m_logMode, m_Cp);
+}
+
+void DecayProblem::setLaw(int model, int logMode, double Cp)
+{
+    m_model = model;
+    m_logMode = logMode;
+    m_Cp = Cp;
+    m_evaluator = CurveEvaluator(model, logMode, Cp, referenceOf(m_samples.SampleData[1]));
 }
 
 double DecayProblem::residual(int point, const fit::Parameters& a)

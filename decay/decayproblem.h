@@ -17,6 +17,10 @@ public:
     DecayProblem() = default;
     DecayProblem(SampleTable samples, int model, int logMode, double Cp);
 
+    void setSampleData(SampleTable samples);
+    /// Cp: probe concentration, M.
+    void setLaw(int model, int logMode, double Cp);
+
     /// Called after every evaluation of the Poisson law with collisions, which may take long; may be empty.
     std::function<void()> modelEvaluated;
 
