@@ -1,0 +1,151 @@
+#include "analysis/analyzerwindow.h"
+
+#include "fit/numbertext.h"
+#include "ui/prompter.h"
+#include "ui/twips.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace analysis
+{
+namespace
+{
+
+constexpr qint64 kYieldMilliseconds = 10; // short enough for STOP to feel immediate
+constexpr auto kSolverFailure = "Gauss-Newton法でエラーが起こりました\r\n初期値を変えて実行してみてください";
+constexpr auto kArithmeticFault = "The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
+                                  "Please change the initial values and run again.";
+
+/// The progress bar counts in int and turns into a busy sign for an empty range; iteration limits know neither bound.
+int progressSteps(double steps, double least)
+{
+    return static_cast<int>(std::clamp(steps, least, double{std::numeric_limits<int>::max()}));
+}
+
+} // namespace
+
+AnalyzerWindow::AnalyzerWindow(const QString& title, bool unitStepForZero, ui::Prompter& prompter)
+    : Fitter(unitStepForZero), m_prompter(prompter), m_model(new QLabel(this)), m_progress(new QProgressBar(this)),
+      m_results(new QPlainTextEdit(this)), m_stop(new QPushButton("&STOP", this)), m_ok(new QPushButton("&OK", this))
+{
+    setWindowTitle(title);
+    m_model->setObjectName("lblModel");
+    m_progress->setObjectName("ProgressBar1");
+    m_progress->setAccessibleName("Progress of the fit");
+    m_results->setObjectName("txtResults");
+    m_results->setAccessibleName("Report of the fit");
+    m_results->setReadOnly(true);
+    m_results->setTabChangesFocus(true);
+    m_results->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_stop->setObjectName("cmdSTOP");
+    m_ok->setObjectName("cmdOK");
+    layOut();
+    connect(m_stop, &QPushButton::clicked, this, [this] { m_stopped = true; });
+    connect(m_ok, &QPushButton::clicked, this, [this] {
+        hide();
+        emit dismissed();
+    });
+}
+
+void AnalyzerWindow::layOut()
+{
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_stop);
+    buttons->addWidget(m_ok);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->addWidget(m_model);
+    layout->addWidget(m_progress);
+    layout->addWidget(m_results);
+    layout->addLayout(buttons);
+}
+
+bool AnalyzerWindow::GAUSSNEWTON()
+{
+    const QScopedValueRollback outerStop(m_stopped, false);
+    const QScopedValueRollback outerModel(m_runningModel, model());
+    const QScopedValueRollback outerLimit(m_runningLimit, options().iterationLimit);
+    m_results->clear();
+    showRun(0);
+    m_sinceEvents.start();
+    const fit::Ending ending = run(*this);
+    if (fit::StopRequested)
+        return false;
+    if (ending == fit::Ending::ArithmeticFault) {
+        reportArithmeticFault();
+        return false;
+    }
+    if (ending == fit::Ending::SolverFailed)
+        m_prompter.message(kSolverFailure);
+    return ShowResult();
+}
+
+bool AnalyzerWindow::ShowResult()
+{
+    const fit::Statistics figures = statistics();
+    if (!std::isfinite(figures.R2) || !std::isfinite(figures.residualSum)) {
+        reportArithmeticFault();
+        return false;
+    }
+    showModel(model());
+    m_results->setPlainText(QString::fromStdString(getResults()));
+    return true;
+}
+
+void AnalyzerWindow::reportArithmeticFault() { m_prompter.message(kArithmeticFault); }
+
+void AnalyzerWindow::SetSize(int top, int left, int height, int width)
+{
+    ui::placeAndShow(*this, top, left, height, width);
+}
+
+void AnalyzerWindow::bringToFront()
+{
+    show();
+    raise();
+    activateWindow();
+}
+
+void AnalyzerWindow::letEventsRun()
+{
+    QCoreApplication::processEvents();
+    m_sinceEvents.start();
+}
+
+void AnalyzerWindow::letEventsRunNowAndThen()
+{
+    if (m_sinceEvents.hasExpired(kYieldMilliseconds))
+        letEventsRun();
+}
+
+bool AnalyzerWindow::keepGoing(double iterations)
+{
+    showRun(iterations);
+    return !m_stopped;
+}
+
+void AnalyzerWindow::showModel(int model)
+{
+    m_model->setText(QString::fromStdString("Model" + fit::signedText(model)));
+}
+
+/// Writes the label too: a run that a second one has interrupted finds its own model and range again here.
+void AnalyzerWindow::showRun(double iterations)
+{
+    showModel(m_runningModel);
+    m_progress->setRange(0, progressSteps(m_runningLimit + 1, 1));
+    m_progress->setValue(progressSteps(iterations, 0));
+}
+
+} // namespace analysis

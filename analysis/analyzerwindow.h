@@ -1,0 +1,65 @@
+#pragma once
+
+#include "analysis/fitter.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+
+class QLabel;
+class QPlainTextEdit;
+class QProgressBar;
+class QPushButton;
+
+namespace ui
+{
+class Prompter;
+}
+
+namespace analysis
+{
+
+/// The window of a configured fitter: runs the fit, shows its progress and its report, and can stop it.
+class AnalyzerWindow : public QWidget, public Fitter, private fit::Observer
+{
+    Q_OBJECT
+
+public:
+    /// Fits with what has been set and writes the report. False when nothing came of it: an arithmetic fault, which
+    /// the user has been told, or the end of the program.
+    bool GAUSSNEWTON();
+    /// Puts the report of the current state into the results box. False after an arithmetic fault, as above.
+    bool ShowResult();
+    void SetSize(int top, int left, int height, int width);
+    /// Shows the window in front of all others and gives it the focus.
+    void bringToFront();
+    /// Tells the user that the command ends here because a number came out infinite or undefined.
+    void reportArithmeticFault();
+
+signals:
+    void dismissed(); // "OK" has hidden the window
+
+protected:
+    AnalyzerWindow(const QString& title, bool unitStepForZero, ui::Prompter& prompter);
+    /// For evaluations that take long: lets events run unless that has just been done.
+    void letEventsRunNowAndThen();
+
+private:
+    void letEventsRun() override;
+    bool keepGoing(double iterations) override;
+    void showModel(int model);
+    void showRun(double iterations);
+    void layOut();
+
+    ui::Prompter& m_prompter;
+    QLabel* m_model;
+    QProgressBar* m_progress;
+    QPlainTextEdit* m_results;
+    QPushButton* m_stop;
+    QPushButton* m_ok;
+    bool m_stopped = false;
+    int m_runningModel = 0;
+    double m_runningLimit = 0;
+    QElapsedTimer m_sinceEvents;
+};
+
+} // namespace analysis

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "app/modeltables.h"
+#include "app/panelvalues.h"
+#include "app/resultstore.h"
+#include "fit/gaussnewton.h"
+#include "fit/statistics.h"
+
+#include <memory>
+#include <string>
+
+/// What both analyses share above the engine.
+namespace analysis
+{
+
+/// A configurable fit and what its last run left: the setters and getters of both analyzers.
+/// Call setLogMode first: setInitialParameter and setAboveZero depend on it.
+class Fitter
+{
+public:
+    virtual ~Fitter() = default;
+
+    void setLogMode(int mode) { m_state.options.logMode = mode; } // 1: parameters are held as natural logarithms
+    void setModel(int model) { m_state.model = model; }
+    void setConcentrationofProbe(double cp) { m_state.probe = cp; } // M
+    void setIteration(int n) { m_state.options.iterationLimit = n; }
+    void setTolerance(double t) { m_state.options.tolerance = t; }
+    void setStatus(int s) { m_state.status = s; }
+    void setExenum(int n) { m_state.iterations = n; }
+    /// Starting values in their real units. In log mode a value that is not positive leaves its slot as it was.
+    void setInitialParameter(int np, double p1, double p2, double p3);
+    void setFixation(int f1, int f2, int f3) { m_state.options.fix = {0, f1, f2, f3}; }
+    void setAboveZero(int z1, int z2, int z3);
+
+    // Parameter values of the last report; one that the model lacks keeps its previous value.
+    double getF() const { return m_values.F; }
+    double getK() const { return m_values.K; }
+    double getkq1() const { return m_values.kq1; }
+    double getkq2() const { return m_values.kq2; }
+    double getkq22() const { return m_values.kq22; }
+    double getR2() { return statistics().R2; }
+    double getXaisqr() { return statistics().residualSum; }
+    std::string getError() const;
+    /// Builds the report of the current state and takes its parameter values over for the getters.
+    std::string getResults();
+
+    int model() const { return m_state.model; }
+    int logMode() const { return m_state.options.logMode; }
+    double probe() const { return m_state.probe; }
+    const fit::Options& options() const { return m_state.options; }
+    const fit::Parameters& parameters() const { return m_state.parameters; }
+
+protected:
+    explicit Fitter(bool unitStepForZero) { m_state.options.unitStepForZero = unitStepForZero; }
+
+    /// Runs the engine on a copy of everything set so far: what is set meanwhile, by a second run too, neither
+    /// disturbs this run nor outlives it.
+    fit::Ending run(fit::Observer& observer);
+
+    /// The problem as configured.
+    virtual std::shared_ptr<fit::Problem> problem() = 0;
+    /// Statistics at the current parameters.
+    virtual fit::Statistics statistics() = 0;
+    /// Goes on with a copy of the problem, so that a run has the present one for itself; adopt() takes it back.
+    virtual void detach() = 0;
+    virtual void adopt(std::shared_ptr<fit::Problem> problem) = 0;
+
+private:
+    struct State {
+        fit::Options options;
+        fit::Parameters parameters{}; // natural logarithms in log mode
+        int model = 0;
+        double probe = 0;
+        int status = 0;
+        double iterations = 0;
+    };
+    struct Values {
+        double K = 0, F = 0, kq1 = 0, kq2 = 0, kq22 = 0;
+    };
+
+    double realValue(int slot) const;
+    double& valueOf(const app::ModelParameter& parameter);
+
+    State m_state;
+    Values m_values;
+};
+
+/// Hands a model's starting values and flags to a fitter.
+void configure(Fitter& fitter, const app::StartParameters& start);
+
+/// The result of a finished fit of a model; s: radius of the probe, nm.
+app::ResultRecord resultOf(Fitter& fitter, app::Analysis analysis, int model, double s);
+
+} // namespace analysis
