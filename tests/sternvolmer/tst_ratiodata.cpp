@@ -1,0 +1,94 @@
+#include "sternvolmer/ratiodata.h"
+
+#include "tests/support/typedsheet.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using namespace sternvolmer;
+using support::cellsOf;
+using support::TypedSheet;
+
+namespace
+{
+using Column = std::vector<std::string>;
+const Column kReference{"0", "2", "1", "4", "3", "8", "", "", "100"};
+Column intensityOnly(const std::string& conc, const std::string& phi)
+{
+    return {conc, "", "", "", "", "", "", "", phi};
+}
+} // namespace
+
+class TestRatioData : public QObject
+{
+    Q_OBJECT
+private slots:
+    void givesRatiosAndTheMeanLifetime();
+    void wantsTheReferenceFirst();
+    void stopsAtAMissingIntensity();
+    void needsComponentsOfTheReferenceOnly();
+    void readsTwentySamplesAtMost();
+};
+
+void TestRatioData::givesRatiosAndTheMeanLifetime()
+{
+    const TypedSheet sheet{kReference, intensityOnly("2e-3", "40"), intensityOnly("1e-3", "80")};
+    RatioData data = readSternVolmerData(cellsOf(sheet));
+    QVERIFY(data.complete && data.referenceFirst);
+    computeRatios(data);
+    QCOMPARE(data.samples.SampleCount, 3);
+    QCOMPARE(data.samples.SampleData[1].SVRatio, 1.0);
+    QCOMPARE(data.samples.SampleData[2].SVRatio, 2.5);
+    QCOMPARE(data.Xmax, 2e-3);
+    QCOMPARE(data.Ymax, 2.5);
+    QCOMPARE(data.tau0, 7e-9); // (1 * 4 + 3 * 8) / 4 ns
+
+    const TypedSheet brighter{kReference, intensityOnly("1e-3", "200")};
+    RatioData rising = readSternVolmerData(cellsOf(brighter));
+    computeRatios(rising);
+    QCOMPARE(rising.Ymax, 1.0);
+}
+
+void TestRatioData::wantsTheReferenceFirst()
+{
+    const TypedSheet sheet{intensityOnly("1e-3", "80"), kReference};
+    const RatioData data = readSternVolmerData(cellsOf(sheet));
+    QVERIFY(!data.complete && !data.referenceFirst);
+    QCOMPARE(data.samples.SampleCount, 0);
+    const RatioData empty = readSternVolmerData(cellsOf({}));
+    QVERIFY(!empty.complete && empty.referenceFirst);
+}
+
+void TestRatioData::stopsAtAMissingIntensity()
+{
+    for (const char* phi : {"", "0", "-5", "dark"}) {
+        const TypedSheet sheet{kReference, intensityOnly("1e-3", phi), intensityOnly("2e-3", "60")};
+        const RatioData data = readSternVolmerData(cellsOf(sheet));
+        QVERIFY(!data.complete);
+        QCOMPARE(data.samples.SampleCount, 1);
+    }
+}
+
+void TestRatioData::needsComponentsOfTheReferenceOnly()
+{
+    const auto completeWith = [](const Column& first, const Column& second) {
+        return readSternVolmerData(cellsOf({first, second})).complete;
+    };
+    const Column later = intensityOnly("1e-3", "80");
+    QVERIFY(!completeWith(intensityOnly("0", "100"), later));
+    QVERIFY(completeWith(kReference, later));
+    QVERIFY(completeWith(kReference, {"1e-3", "1", "1", "3", "", "", "", "", "80"}));
+    QVERIFY(!completeWith(kReference, {"1e-3", "1", "1", "", "", "", "", "", "80"}));
+    QVERIFY(!completeWith(kReference, {"1e-3", "4", "1", "3", "", "", "", "", "80"}));
+}
+
+void TestRatioData::readsTwentySamplesAtMost()
+{
+    TypedSheet sheet(25, intensityOnly("1e-3", "80"));
+    sheet[0] = kReference;
+    QCOMPARE(readSternVolmerData(cellsOf(sheet)).samples.SampleCount, 20);
+}
+
+QTEST_APPLESS_MAIN(TestRatioData)
+#include "tst_ratiodata.moc"
