@@ -1,0 +1,155 @@
+#include "decay/decayproblem.h"
+#include "decay/normalization.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using namespace decay;
+
+namespace
+{
+constexpr double kFewUlps = 1e-13; // room for some hundreds of roundings in a sum
+constexpr double kTau = 1e-6;      // s
+constexpr double kProbe = 50e-6;   // M
+
+/// Three samples quenched with kq2 = 1e9 per M and s, the last one with a single point to fit.
+SampleTable quenchedTable()
+{
+    SampleTable table;
+    for (double conc : {0.0, 1e-3, 2e-3}) {
+        SampleRecord& record = table.SampleData[static_cast<std::size_t>(++table.SampleCount)];
+        record.Conc = conc;
+        record.NComp = 1;
+        record.A[1] = 1;
+        record.Rate[1] = 1 / kTau + 1e9 * conc;
+        record.Tau[1] = 1 / record.Rate[1];
+    }
+    table.FitRegionLevel = 1e-3;
+    BuildDecayCurves(table, 1);
+    table.SampleData[3].LastFitIndex = 0;
+    return table;
+}
+
+/// Sum of exp(-i step / tau) squared differences of two decays over i = 0..49, by the geometric series.
+double squaredDifference(double step, double rate1, double rate2)
+{
+    const auto series = [step](double rate) {
+        return (1 - std::exp(-50 * rate * step)) / (1 - std::exp(-rate * step));
+    };
+    return series(2 * rate1) - 2 * series(rate1 + rate2) + series(2 * rate2);
+}
+} // namespace
+
+class TestDecayProblem : public QObject
+{
+    Q_OBJECT
+private slots:
+    void fitsAllButTheReferencePointByPoint();
+    void takesLogarithmsInLogMode();
+    void sumsOnFromSampleToSample();
+    void measuresTheFitOverAllSamples();
+    void givesEveryCurveAsTheLawDoes();
+    void announcesThePoissonLawOnly();
+    void hasNoPointsWithoutQuencher();
+};
+
+void TestDecayProblem::fitsAllButTheReferencePointByPoint()
+{
+    DecayProblem problem(quenchedTable(), 1, 0, kProbe);
+    QCOMPARE(problem.pointCount(), 51);
+    const double t = problem.samples().SampleData[1].T[7];
+    const double residual = problem.residual(8, {0, 3e9}); // sample 2, grid point 7
+    QVERIFY(std::abs(residual - (std::exp(-4e6 * t) - std::exp(-2e6 * t))) < kFewUlps);
+    for (int point = 1; point <= 51; ++point)
+        QVERIFY(std::abs(problem.residual(point, {0, 1e9})) < kFewUlps);
+    QVERIFY(std::abs(problem.residual(51, {0, 3e9})) < kFewUlps); // sample 3 at t = 0
+}
+
+void TestDecayProblem::takesLogarithmsInLogMode()
+{
+    DecayProblem problem(quenchedTable(), 1, 1, kProbe);
+    for (int point = 1; point <= 51; ++point)
+        QVERIFY(std::abs(problem.residual(point, {0, std::log(1e9)})) < kFewUlps);
+}
+
+void TestDecayProblem::sumsOnFromSampleToSample()
+{
+    DecayProblem problem(quenchedTable(), 1, 0, kProbe);
+    problem.CalcFity({0, 2e9});
+    const auto& samples = problem.samples().SampleData;
+    const double step = problem.samples().TimeMax / 50;
+    const double expected = squaredDifference(step, 2e6, 3e6);
+    QCOMPARE(samples[1].residualSum, 0.0);
+    QVERIFY(std::abs(samples[2].residualSum - expected) < kFewUlps);
+    QCOMPARE(samples[3].residualSum, samples[2].residualSum); // its one point fits
+    QCOMPARE(samples[3].mean, samples[2].mean + 1 / 50.0);
+    QCOMPARE(samples[3].IFit[0], 1.0);
+    QCOMPARE(samples[3].IFit[1], 0.0); // not fitted
+}
+
+void TestDecayProblem::measuresTheFitOverAllSamples()
+{
+    DecayProblem problem(quenchedTable(), 1, 0, kProbe);
+    QVERIFY(std::abs(problem.statistics({0, 1e9}).R2 - 1.0) < kFewUlps);
+
+    const fit::Statistics statistics = problem.statistics({0, 2e9});
+    const auto& samples = problem.samples().SampleData;
+    QCOMPARE(statistics.residualSum, samples[3].residualSum);
+    double sum = 1, squares = 1; // the one point of sample 3
+    for (std::size_t i = 0; i < 50; ++i)
+        for (double rate : {1e6, 2e6}) {
+            const double intensity = std::exp(-rate * samples[1].T[i]);
+            sum += intensity;
+            squares += intensity * intensity;
+        }
+    QVERIFY(std::abs(statistics.R2 - (1 - statistics.residualSum / (squares - sum * sum / 101))) < kFewUlps);
+}
+
+void TestDecayProblem::givesEveryCurveAsTheLawDoes()
+{
+    const SampleTable table = quenchedTable();
+    const Reference reference = referenceOf(table.SampleData[1]);
+    for (int model = 1; model <= 15; ++model) {
+        DecayProblem problem(table, model, 0, kProbe);
+        // More vectors in turn than are kept, so that kept curves are used, dropped and made again.
+        for (int turn = 0; turn < 40; ++turn) {
+            const fit::Parameters p{0, 40.0 + turn % 11, 1e7, 1e8};
+            const int point = 1 + turn % 3;
+            const auto i = static_cast<std::size_t>(point - 1);
+            const double law = intensity(model, table.SampleData[1].T[i], 1e-3, reference, kProbe, p);
+            QVERIFY(problem.residual(point, p) == law - table.SampleData[2].IExp[i]); // to the last bit
+            QVERIFY(problem.value(table.SampleData[1].T[i], 1e-3, p) == law);
+        }
+    }
+}
+
+void TestDecayProblem::announcesThePoissonLawOnly()
+{
+    for (int model : {10, 11}) {
+        DecayProblem problem(quenchedTable(), model, 0, kProbe);
+        const fit::Parameters p{0, 50, 1e7, 1e6};
+        problem.residual(1, p); // nobody listens
+        int calls = 0;
+        problem.modelEvaluated = [&calls] { ++calls; };
+        problem.residual(1, p);
+        problem.residual(2, p);
+        problem.value(kTau, 1e-3, p);
+        problem.CalcFity(p);
+        QCOMPARE(calls, model == 10 ? 3 + 101 : 0);
+    }
+}
+
+void TestDecayProblem::hasNoPointsWithoutQuencher()
+{
+    SampleTable table = quenchedTable();
+    table.SampleCount = 1;
+    QCOMPARE(DecayProblem(table, 1, 0, kProbe).pointCount(), 0);
+    table.SampleCount = 0;
+    DecayProblem empty(table, 1, 0, kProbe);
+    empty.CalcFity({0, 1e9});
+    QCOMPARE(empty.pointCount(), 0);
+}
+
+QTEST_APPLESS_MAIN(TestDecayProblem)
+#include "tst_decayproblem.moc"

@@ -1,0 +1,206 @@
+#include "decay/normalization.h"
+
+#include "tests/support/typedsheet.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+using namespace decay;
+using support::cellsOf;
+using support::TypedSheet;
+
+namespace
+{
+constexpr double kFewUlps = 1e-14;
+constexpr double kBisection = 1e-7; // tolerance of the search, s
+constexpr int kOwnEnd = 2;
+constexpr int kThreshold = 1;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+SampleRecord exponential(double tau)
+{
+    SampleRecord record;
+    record.NComp = 1;
+    record.A[1] = 1;
+    record.Tau[1] = tau;
+    record.Rate[1] = 1 / tau;
+    return record;
+}
+
+SampleTable tableOf(std::initializer_list<double> lifetimes, double level)
+{
+    SampleTable table;
+    for (double tau : lifetimes)
+        table.SampleData[static_cast<std::size_t>(++table.SampleCount)] = exponential(tau);
+    table.FitRegionLevel = level;
+    return table;
+}
+
+double endTime(double tau, double level)
+{
+    bool found = false;
+    return FindDecayTime(0, 1.0, level, kBisection, exponential(tau), 500, found);
+}
+} // namespace
+
+class TestNormalization : public QObject
+{
+    Q_OBJECT
+private slots:
+    void readsSamplesInOrder();
+    void knowsIncompleteSheets_data();
+    void knowsIncompleteSheets();
+    void readsTwentySamplesAtMost();
+    void normalisesAmplitudesOnly();
+    void findsTheTimeOfTheLevel();
+    void stopsTheSearchByItsRules();
+    void laysOneGridOverAllSamples();
+    void endsTheFitAtTheSamplesOwnTime();
+    void survivesAnyRegion_data();
+    void survivesAnyRegion();
+};
+
+void TestNormalization::readsSamplesInOrder()
+{
+    const TypedSheet sheet{{"0", "2", "3", "5", "1", "20"}, {"1e-3", " 1.4 ", "2 a.u.", "4"}};
+    const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 12);
+    QVERIFY(data.complete && !data.siteModelRefused);
+    QCOMPARE(data.samples.SampleCount, 2);
+    QCOMPARE(data.samples.FitRegionLevel, 1e-3);
+    const SampleRecord& reference = data.samples.SampleData[1];
+    QCOMPARE(reference.NComp, 2);
+    QCOMPARE(reference.Tau[2], 20 / 1e9);
+    QCOMPARE(reference.Rate[1], 1 / (5 / 1e9));
+    QCOMPARE(data.samples.SampleData[2].NComp, 1);
+    QCOMPARE(data.samples.SampleData[2].Conc, 1e-3);
+    QCOMPARE(data.samples.SampleData[2].A[1], 2.0);
+
+    // Three components with a two-site model are not refused: the test looks at slot 0, which nobody fills.
+    const TypedSheet three{{"0", "3", "1", "1", "1", "2", "1", "3"}};
+    QVERIFY(readDecayData(cellsOf(three), 1e-3, 12).usable());
+}
+
+void TestNormalization::knowsIncompleteSheets_data()
+{
+    QTest::addColumn<QStringList>("column"); // after a complete one
+    QTest::newRow("no component count") << QStringList{"1e-3", "", "1", "5"};
+    QTest::newRow("four components") << QStringList{"1e-3", "4", "1", "5", "1", "5", "1", "5"};
+    QTest::newRow("huge component count") << QStringList{"1e-3", "1e300", "1", "5"};
+    QTest::newRow("negative component count") << QStringList{"1e-3", "-1", "1", "5"};
+    QTest::newRow("no amplitude") << QStringList{"1e-3", "1", "", "5"};
+    QTest::newRow("zero lifetime") << QStringList{"1e-3", "1", "1", "0"};
+    QTest::newRow("second component missing") << QStringList{"1e-3", "2", "1", "5"};
+    QTest::newRow("amplitudes cancel") << QStringList{"1e-3", "2", "1", "5", "-1", "7"};
+    QTest::newRow("amplitude beyond all numbers") << QStringList{"1e-3", "1", "1e400", "5"};
+}
+
+void TestNormalization::knowsIncompleteSheets()
+{
+    QFETCH(QStringList, column);
+    TypedSheet sheet{{"0", "1", "1", "5"}, {}, {"2e-3", "1", "1", "4"}};
+    for (const QString& text : column)
+        sheet[1].push_back(text.toStdString());
+    const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
+    QVERIFY(!data.complete);
+    QCOMPARE(data.samples.SampleCount, 3); // reading goes on
+    QVERIFY(!readDecayData(cellsOf({}), 1e-3, 1).complete);
+}
+
+void TestNormalization::readsTwentySamplesAtMost()
+{
+    const TypedSheet sheet(25, {"1e-3", "1", "1", "5"});
+    const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
+    QVERIFY(data.complete);
+    QCOMPARE(data.samples.SampleCount, 20);
+}
+
+void TestNormalization::normalisesAmplitudesOnly()
+{
+    const TypedSheet sheet{{"0", "3", "2", "5", "4", "6", "10", "7"}};
+    SampleTable table = readDecayData(cellsOf(sheet), 1e-3, 1).samples;
+    normaliseAmplitudes(table);
+    QCOMPARE(table.SampleData[1].A, (Components{0, 2 / 16.0, 4 / 16.0, 10 / 16.0}));
+    QCOMPARE(table.SampleData[1].Tau[3], 7 / 1e9);
+}
+
+void TestNormalization::findsTheTimeOfTheLevel()
+{
+    for (double tau : {1e-6, 1e-5, 1e-3, 0.05})
+        QVERIFY(std::abs(endTime(tau, 1e-3) - tau * std::log(1e3)) <= kBisection + tau * kBisection / 1e-3);
+    // Half a second is met by the first midpoint, which ends the search at once.
+    bool found = false;
+    QCOMPARE(FindDecayTime(0, 1.0, std::exp(-5.0), kBisection, exponential(0.1), 1, found), 0.5);
+    QVERIFY(found);
+}
+
+void TestNormalization::stopsTheSearchByItsRules()
+{
+    // A level that is never met pushes the search against the end of its range: 24 halvings of one second.
+    QCOMPARE(endTime(10.0, 1e-3), 1.0 - std::pow(2.0, -24));
+    // Far below the tolerance of time the answer is the middle of the first interval.
+    QCOMPARE(endTime(1e-12, 1e-3), std::pow(2.0, -24));
+    bool found = true;
+    QCOMPARE(FindDecayTime(0, 1.0, 1e-3, kBisection, exponential(1e-6), 3, found), 0.125);
+    QVERIFY(!found);
+}
+
+void TestNormalization::laysOneGridOverAllSamples()
+{
+    SampleTable table = tableOf({2e-6, 0.5e-6}, 1e-3); // the levels are met at 13.8 and 3.45 us
+    BuildDecayCurves(table, kThreshold);
+    QCOMPARE(table.TimeMax, 1e-5 * 1.0);
+    double t = 0;
+    for (std::size_t i = 0; i < 50; ++i, t += table.TimeMax / 50) {
+        QCOMPARE(table.SampleData[1].T[i], t);
+        QCOMPARE(table.SampleData[2].IExp[i], std::exp(-t / 0.5e-6));
+        QVERIFY(std::abs(table.SampleData[2].observedLog[i] + t / 0.5e-6 / std::log(10.0)) < 1e-8);
+    }
+    QCOMPARE(table.SampleData[1].T[51], 0.0);
+    QCOMPARE(table.SampleData[2].observedLog[51], 0.0);
+    for (std::size_t s : {1u, 2u})
+        QCOMPARE(table.SampleData[s].LastFitIndex, 49);
+}
+
+void TestNormalization::endsTheFitAtTheSamplesOwnTime()
+{
+    SampleTable table = tableOf({2e-6, 0.51e-6}, 1e-3);
+    BuildDecayCurves(table, kOwnEnd);
+    // Steps of 0.2 us: 3.52 us lie between points 17 and 18; 13.8 us lie beyond the grid.
+    QCOMPARE(table.SampleData[1].LastFitIndex, 49);
+    QCOMPARE(table.SampleData[2].LastFitIndex, 18);
+
+    // 16.6 us round up to a grid of 20 us in steps of 0.4 us: the sample itself ends within it.
+    table = tableOf({2.4e-6}, 1e-3);
+    BuildDecayCurves(table, kOwnEnd);
+    QCOMPARE(table.TimeMax, 2e-5);
+    QCOMPARE(table.SampleData[1].LastFitIndex, 42);
+}
+
+void TestNormalization::survivesAnyRegion_data()
+{
+    QTest::addColumn<double>("level");
+    QTest::addColumn<double>("tau");
+    for (double level : {0.0, -1.0, 1.0, 5.0, 1e-300, kInfinity, -kInfinity, kNaN})
+        for (double tau : {1e-9, 1e-320, 1e300, -1e-9, kInfinity})
+            QTest::addRow("level %g tau %g", level, tau) << level << tau;
+}
+
+void TestNormalization::survivesAnyRegion()
+{
+    QFETCH(double, level);
+    QFETCH(double, tau);
+    SampleTable table = tableOf({tau, 5e-9}, level);
+    BuildDecayCurves(table, kOwnEnd);
+    QVERIFY(table.TimeMax > 0 && table.TimeMax <= 1.0);
+    for (std::size_t s : {1u, 2u}) {
+        QVERIFY(table.SampleData[s].LastFitIndex >= 1 && table.SampleData[s].LastFitIndex <= 50);
+        QVERIFY(std::ranges::all_of(table.SampleData[s].T, [](double t) { return t >= 0 && t <= 1.0; }));
+    }
+}
+
+QTEST_APPLESS_MAIN(TestNormalization)
+#include "tst_normalization.moc"
