@@ -1,5 +1,6 @@
 #include "app/datasheet.h"
 
+#include "app/blocktext.h"
 #include "ui/grid.h"
 
 #include <QHeaderView>
@@ -131,12 +132,8 @@ void DataSheet::store()
 // opened data count as edits.
 void DataSheet::clearBlock()
 {
-    const auto [top, bottom] = std::minmax({m_grid->currentRow(), m_grid->farRow()});
-    const auto [left, right] = std::minmax({m_grid->currentColumn(), m_grid->farColumn()});
     m_grid->setRedraw(false);
-    for (int row = top; row <= bottom; ++row)
-        for (int column = left; column <= right; ++column)
-            SetSheetText(row, column, QString());
+    emptyBlock(*this, {m_grid->currentRow(), m_grid->currentColumn(), m_grid->farRow(), m_grid->farColumn()});
     m_grid->setRedraw(true);
 }
 

@@ -21,6 +21,7 @@ namespace
 {
 
 constexpr int kOptionsPerRow = 3;
+constexpr int kBoxPadding = 12; // pixels of frame and margins in a text box
 constexpr int kAllOption = 0;
 constexpr int kThresholdOption = 1;
 
@@ -113,6 +114,8 @@ QLayout* ParameterPanel::makeParameterBoxes()
 QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name)
 {
     auto* edit = named(new QLineEdit(this), QString::fromLatin1(name));
+    // Wide enough for a restored rate constant.
+    edit->setFixedWidth(edit->fontMetrics().horizontalAdvance("1.235e+7") + kBoxPadding);
     label->setBuddy(edit);
     grid.addWidget(label, row, column);
     grid.addWidget(edit, row, column + 1);

@@ -6,10 +6,13 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -118,6 +121,19 @@ void TestMainWindow::fitsItsPrescribedSize()
     for (const auto* button : m_window->findChildren<QAbstractButton*>())
         QVERIFY2(button->text().isEmpty() || button->width() >= button->minimumSizeHint().width(),
                  qPrintable(button->text()));
+
+    QWidgetList controls;
+    for (auto* child : m_window->centralWidget()->findChildren<QWidget*>())
+        if (qobject_cast<QLabel*>(child) || qobject_cast<QLineEdit*>(child) || qobject_cast<QPushButton*>(child) ||
+            qobject_cast<QCheckBox*>(child) || qobject_cast<QRadioButton*>(child))
+            controls << child;
+    for (const QWidget* control : controls) {
+        QVERIFY2(control->parentWidget()->rect().contains(control->geometry()), qPrintable(control->objectName()));
+        for (const QWidget* other : controls)
+            QVERIFY2(other == control || other->parentWidget() != control->parentWidget() ||
+                         !other->geometry().intersects(control->geometry()),
+                     qPrintable(control->objectName() + " over " + other->objectName()));
+    }
 }
 
 void TestMainWindow::everyBoxHasALabel()
