@@ -2,15 +2,15 @@
 #include "sternvolmer/ratioproblem.h"
 
 #include "fit/numbertext.h"
-#include "fit/realparameters.h"
-#include "tests/support/callableproblem.h"
+#include "tests/support/fitrun.h"
 
 #include <QtTest>
 
 #include <cmath>
-#include <vector>
 
 using namespace sternvolmer;
+using support::allNear;
+using support::Values;
 
 namespace
 {
@@ -18,8 +18,6 @@ namespace
 constexpr double kDifferenceBias = 3e-4;
 constexpr double kOtherWeights = 0.05; // the publisher's fit is not an unweighted one of all points
 constexpr double kTypedDigits = 1e-3;  // what six digits of the data leave of constants that depend on each other
-
-using Values = std::vector<double>;
 
 struct DataSet {
     Values conc;  // M
@@ -46,20 +44,11 @@ DataSet hFis1()
     return {{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779}, 3e-9, 10e-6};
 }
 
-struct Run {
-    Values values; // in real units
-    double residualSum;
-    fit::Ending ending;
+struct Run : support::FitRun {
+    double residualSum = 0;
 };
 
-struct StopRule {
-    double tolerance;
-    double iterationLimit;
-};
-constexpr StopRule kPanel{1e-4, 100};
-constexpr StopRule kPatient{1e-9, 50000};
-
-Run fitted(const DataSet& set, int model, int logMode, const Values& start, StopRule stop)
+Run fitted(const DataSet& set, int model, int logMode, const Values& start, support::StopRule stop)
 {
     RatioProblem problem;
     problem.setLogMode(logMode);
@@ -71,35 +60,8 @@ Run fitted(const DataSet& set, int model, int logMode, const Values& start, Stop
         problem.setDX(set.conc[i], static_cast<int>(i) + 1);
         problem.setDY(set.ratio[i], static_cast<int>(i) + 1);
     }
-    fit::Options options{.logMode = logMode, .parameterCount = static_cast<int>(start.size())};
-    options.iterationLimit = stop.iterationLimit;
-    options.tolerance = stop.tolerance;
-    fit::Parameters a{};
-    for (std::size_t j = 1; j <= start.size(); ++j) {
-        a[j] = logMode == 1 ? std::log(start[j - 1]) : start[j - 1];
-        options.aboveZero[j] = logMode == 1 ? 0 : 1;
-    }
-    support::PatientObserver observer;
-    const fit::Outcome outcome = fit::gaussNewton(problem, options, a, observer);
-    const fit::Parameters real = fit::realParameters(logMode, outcome.parameters);
-    return {Values(real.begin() + 1, real.begin() + 1 + static_cast<std::ptrdiff_t>(start.size())),
-            problem.statistics(outcome.parameters).residualSum, outcome.ending};
-}
-
-bool allNear(const Values& values, const Values& expected, double tolerance)
-{
-    for (std::size_t j = 0; j < expected.size(); ++j)
-        if (!(std::abs(values[j] / expected[j] - 1) <= tolerance))
-            return false;
-    return true;
-}
-
-QByteArray text(const Run& run)
-{
-    QByteArray list;
-    for (double value : run.values)
-        list += QByteArray::number(value, 'g', 8) + ' ';
-    return list + "Se " + QByteArray::number(run.residualSum) + " ending " + QByteArray::number(int(run.ending));
+    const support::FitRun run = support::runFit(problem, logMode, start, stop);
+    return {run, problem.statistics(run.outcome.parameters).residualSum};
 }
 } // namespace
 
@@ -155,8 +117,8 @@ void TestPublishedData::reachesTheLeastSquares()
         optimum.push_back(KD / set.tau0);
     }
     for (int logMode : {0, 1}) {
-        const Run run = fitted(set, model, logMode, start, kPatient);
-        QVERIFY2(run.ending == fit::Ending::Converged, text(run));
+        const Run run = fitted(set, model, logMode, start, support::kPatientRule);
+        QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
         QVERIFY2(allNear(run.values, optimum, kDifferenceBias), text(run));
         QVERIFY2(std::abs(run.residualSum / residualSum - 1) < kDifferenceBias, text(run));
     }
@@ -164,9 +126,9 @@ void TestPublishedData::reachesTheLeastSquares()
 
 void TestPublishedData::agreesWithThePublishedConstants()
 {
-    const Run iodide = fitted(acridone(), 3, 0, {2, 5e9}, kPatient);
+    const Run iodide = fitted(acridone(), 3, 0, {2, 5e9}, support::kPatientRule);
     QVERIFY2(allNear(iodide.values, {1.19, 4.94e9}, kOtherWeights), text(iodide));
-    const Run acrylamide = fitted(hFis1(), 1, 0, {1e9}, kPatient);
+    const Run acrylamide = fitted(hFis1(), 1, 0, {1e9}, support::kPatientRule);
     QVERIFY2(allNear(acrylamide.values, {4.86781 / 3e-9}, kDifferenceBias), text(acrylamide));
 }
 
@@ -190,8 +152,9 @@ void TestPublishedData::stopsEarlyByThePanelsRule()
     QFETCH(Values, optimum);
     QFETCH(double, reached);
     for (int logMode : {0, 1}) {
-        const Run run = fitted(iodide ? acridone() : hFis1(), model, logMode, {2, iodide ? 5e9 : 1e9}, kPanel);
-        QVERIFY2(run.ending == fit::Ending::LimitExceeded, text(run));
+        const Run run =
+            fitted(iodide ? acridone() : hFis1(), model, logMode, {2, iodide ? 5e9 : 1e9}, support::kPanelRule);
+        QVERIFY2(run.outcome.ending == fit::Ending::LimitExceeded, text(run));
         QVERIFY2(allNear(run.values, optimum, reached), text(run));
         QVERIFY2(!allNear(run.values, optimum, kDifferenceBias), text(run));
     }
@@ -200,16 +163,19 @@ void TestPublishedData::stopsEarlyByThePanelsRule()
 void TestPublishedData::dependsOnTheStartInLogMode()
 {
     const Values optimum{154.055 / 17.6e-9};
-    const Run normal = fitted(acridone(), 1, 0, {1e6}, kPanel);
-    QVERIFY2(normal.ending == fit::Ending::Converged && allNear(normal.values, optimum, kDifferenceBias), text(normal));
-    const Run nearby = fitted(acridone(), 1, 1, {5e9}, kPanel);
-    QVERIFY2(nearby.ending == fit::Ending::Converged && allNear(nearby.values, optimum, kDifferenceBias), text(nearby));
+    const Run normal = fitted(acridone(), 1, 0, {1e6}, support::kPanelRule);
+    QVERIFY2(normal.outcome.ending == fit::Ending::Converged && allNear(normal.values, optimum, kDifferenceBias),
+             text(normal));
+    const Run nearby = fitted(acridone(), 1, 1, {5e9}, support::kPanelRule);
+    QVERIFY2(nearby.outcome.ending == fit::Ending::Converged && allNear(nearby.values, optimum, kDifferenceBias),
+             text(nearby));
     // From far below, the first step of the logarithm overshoots, is held at 10 and has no slope there: the sum of
     // squares stands still, which counts as converged.
-    const Run far = fitted(acridone(), 1, 1, {1e6}, kPanel);
-    QVERIFY2(far.ending == fit::Ending::Converged && allNear(far.values, {std::exp(10.0)}, kDifferenceBias), text(far));
+    const Run far = fitted(acridone(), 1, 1, {1e6}, support::kPanelRule);
+    QVERIFY2(far.outcome.ending == fit::Ending::Converged && allNear(far.values, {std::exp(10.0)}, kDifferenceBias),
+             text(far));
     // A constant of exactly 1 has the logarithm 0 and so no derivative step.
-    QCOMPARE(fitted(acridone(), 5, 1, {1}, kPanel).ending, fit::Ending::ArithmeticFault);
+    QCOMPARE(fitted(acridone(), 5, 1, {1}, support::kPanelRule).outcome.ending, fit::Ending::ArithmeticFault);
 }
 
 void TestPublishedData::getsKnownConstantsBack_data()
@@ -244,8 +210,8 @@ void TestPublishedData::getsKnownConstantsBack()
     for (double constant : constants)
         start.push_back(0.8 * constant);
     for (int logMode : {0, 1}) {
-        const Run run = fitted(set, model, logMode, start, kPatient);
-        QVERIFY2(run.ending == fit::Ending::Converged, text(run));
+        const Run run = fitted(set, model, logMode, start, support::kPatientRule);
+        QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
         QVERIFY2(allNear(run.values, constants, kTypedDigits), text(run));
     }
 }

@@ -1,0 +1,176 @@
+#include "decay/decayproblem.h"
+#include "decay/normalization.h"
+
+#include "tests/support/fitrun.h"
+#include "tests/support/simulatedsession.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using namespace decay;
+using support::allNear;
+using support::FitRun;
+using support::Values;
+
+namespace
+{
+constexpr double kTypedDigits = 1e-3;    // what five digits in the sheet leave of the constants
+constexpr double kShortLifetimes = 0.01; // steps of 4 ns show little of decays that last 4 ns and less
+constexpr double kLevel = 1e-3;
+
+SampleTable tableFrom(const support::TypedSheet& sheet)
+{
+    DecayData data = readDecayData(support::cellsOf(sheet), kLevel, 1);
+    normaliseAmplitudes(data.samples);
+    BuildDecayCurves(data.samples, 2);
+    return data.samples;
+}
+
+const Values kWideRange{0, 0.02, 0.04, 0.06, 0.08, 0.1};               // M
+const Values kMicelleRange{0, 0.2e-3, 0.4e-3, 0.8e-3, 1.2e-3, 1.6e-3}; // M
+constexpr double kProbe = 2e-4; // M, enough for a complex to take a visible part of the quencher
+
+// Ru-Re photocatalyst in DMF with BNAH, 298 K: PMC5897880, Table 4.
+const Reference kRuRe{2, {0, 0.04, 0.96}, {0, 1 / 142.9e-9, 1 / 900.9e-9}};
+// Pyrene in SDS micelles with octyl iodide: J. Phys. Chem. 86 (1982) 1636; K = 1290 per M, kq1 = 5.9e6 per s.
+const Reference kPyrene{1, {0, 1}, {0, 1 / 200e-9}};
+// Tryptophan of serum albumin; the amplitudes are chosen, not published.
+const Reference kAlbumin{3, {0, 0.5, 0.3, 0.2}, {0, 1 / 6.5e-9, 1 / 2.15e-9, 1 / 0.1e-9}};
+
+fit::Parameters parameters(const Values& values)
+{
+    fit::Parameters p{};
+    std::copy(values.begin(), values.end(), p.begin() + 1);
+    return p;
+}
+
+FitRun fitted(const SampleTable& table, int model, int logMode, const Values& start, support::StopRule stop)
+{
+    DecayProblem problem(table, model, logMode, kProbe);
+    return support::runFit(problem, logMode, start, stop);
+}
+
+Values scaled(const Values& values, double factor)
+{
+    Values result = values;
+    for (double& value : result)
+        value *= factor;
+    return result;
+}
+} // namespace
+
+class TestRecovery : public QObject
+{
+    Q_OBJECT
+private slots:
+    void findsTheDynamicConstantOfLifetimes();
+    void getsKnownConstantsBack_data();
+    void getsKnownConstantsBack();
+    void getsMicellesBackFromTheirLaw();
+    void comesNearMicellesFromThreeComponents();
+    void losesItsWayInLogModeFromFarBelow();
+};
+
+// Acridone quenched by iodide: lifetimes of github.com/chemfd/PhotochemistryWorkshopAnswers, 04-workshopweek4.Rmd. A
+// straight line through tau0 / tau has the slope kq tau0 = 87.299 per M.
+void TestRecovery::findsTheDynamicConstantOfLifetimes()
+{
+    const SampleTable table = tableFrom({{"0", "1", "1", "17.6"},
+                                         {"0.04", "1", "1", "3.9"},
+                                         {"0.1", "1", "1", "1.8"},
+                                         {"0.2", "1", "1", "0.95"},
+                                         {"0.3", "1", "1", "0.64"},
+                                         {"0.5", "1", "1", "0.39"},
+                                         {"0.8", "1", "1", "0.25"}});
+    QCOMPARE(table.TimeMax, 2e-7);
+    for (int logMode : {0, 1}) {
+        const FitRun run = fitted(table, 1, logMode, {3e9}, support::kPanelRule);
+        QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
+        QVERIFY2(allNear(run.values, {87.299 / 17.6e-9}, kShortLifetimes), text(run));
+    }
+}
+
+void TestRecovery::getsKnownConstantsBack_data()
+{
+    QTest::addColumn<int>("model");
+    QTest::addColumn<int>("components");
+    QTest::addColumn<Values>("constants");
+    QTest::newRow("two exponentials, dynamic") << 1 << 2 << Values{1.8e7};
+    QTest::newRow("three exponentials, dynamic") << 1 << 3 << Values{1.6e9};
+    QTest::newRow("complex and dynamic") << 2 << 1 << Values{1290, 5.9e6, 1e9};
+    QTest::newRow("dark complex") << 3 << 1 << Values{1290, 1e9};
+    QTest::newRow("complex") << 4 << 1 << Values{1290, 5.9e6};
+    QTest::newRow("sphere and dynamic") << 6 << 1 << Values{600, 5.9e6, 1e9};
+    QTest::newRow("dark sphere") << 7 << 1 << Values{300, 1e9};
+    QTest::newRow("sphere") << 8 << 1 << Values{1290, 5.9e6};
+    QTest::newRow("two sites") << 12 << 1 << Values{0.6, 8e9, 1e9};
+    QTest::newRow("one of two sites") << 13 << 1 << Values{0.6, 8e9};
+}
+
+void TestRecovery::getsKnownConstantsBack()
+{
+    QFETCH(int, model);
+    QFETCH(int, components);
+    QFETCH(Values, constants);
+    const Reference& reference = components == 1 ? kPyrene : components == 2 ? kRuRe : kAlbumin;
+    const Values& range = components == 1 ? kMicelleRange : kWideRange;
+    const SampleTable table =
+        tableFrom(support::simulatedSession(model, reference, kProbe, parameters(constants), range));
+    for (int logMode : {0, 1}) {
+        const FitRun run = fitted(table, model, logMode, scaled(constants, 0.8), support::kPatientRule);
+        QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
+        QVERIFY2(allNear(run.values, constants, kTypedDigits), text(run));
+    }
+}
+
+void TestRecovery::getsMicellesBackFromTheirLaw()
+{
+    const Values full{1290, 5.9e6, 1e9}; // the collisional constant is chosen, not published
+    for (int model : {10, 11}) {
+        const Values constants(full.begin(), full.end() - (model == 11 ? 1 : 0));
+        const fit::Parameters p = parameters(constants);
+        SampleTable table = tableFrom(support::simulatedSession(model, kPyrene, kProbe, p, kMicelleRange));
+        for (int s = 1; s <= table.SampleCount; ++s) {
+            SampleRecord& record = table.SampleData[static_cast<std::size_t>(s)];
+            for (std::size_t i = 0; i <= 50; ++i)
+                record.IExp[i] = intensity(model, record.T[i], record.Conc, kPyrene, kProbe, p);
+        }
+        for (int logMode : {0, 1}) {
+            const FitRun early = fitted(table, model, logMode, scaled(constants, 0.8), support::kPanelRule);
+            QVERIFY2(early.outcome.ending == fit::Ending::LimitExceeded, text(early));
+            QVERIFY2(allNear(early.values, constants, 0.05), text(early));
+            const FitRun late = fitted(table, model, logMode, scaled(constants, 0.8), {1e-4, 2000});
+            QVERIFY2(allNear(late.values, constants, kTypedDigits), text(late));
+        }
+    }
+}
+
+// A sheet holds three components; with two quenchers per micelle the Poisson series needs seven.
+void TestRecovery::comesNearMicellesFromThreeComponents()
+{
+    const Values constants{1290, 5.9e6};
+    const SampleTable table =
+        tableFrom(support::simulatedSession(11, kPyrene, kProbe, parameters(constants), kMicelleRange));
+    const FitRun normal = fitted(table, 11, 0, {1000, 5e6}, support::kPanelRule);
+    QVERIFY2(normal.outcome.ending == fit::Ending::Converged && allNear(normal.values, constants, 0.2), text(normal));
+    const FitRun log = fitted(table, 11, 1, {1000, 5e6}, support::kPanelRule);
+    QVERIFY2(log.outcome.ending == fit::Ending::LimitExceeded && allNear(log.values, constants, 0.05), text(log));
+}
+
+// The first step of a logarithm overshoots, is held at 10 and has no slope there; a better start or normal mode helps.
+void TestRecovery::losesItsWayInLogModeFromFarBelow()
+{
+    const SampleTable table =
+        tableFrom(support::simulatedSession(1, kAlbumin, kProbe, parameters({1.6e9}), kWideRange));
+    const FitRun far = fitted(table, 1, 1, {1e6}, support::kPanelRule);
+    QVERIFY2(far.outcome.ending == fit::Ending::Converged && allNear(far.values, {std::exp(10.0)}, kTypedDigits),
+             text(far));
+    for (const auto& [logMode, start] : {std::pair{0, 1e6}, std::pair{1, 1e9}}) {
+        const FitRun run = fitted(table, 1, logMode, {start}, support::kPanelRule);
+        QVERIFY2(run.outcome.ending == fit::Ending::Converged && allNear(run.values, {1.6e9}, kTypedDigits), text(run));
+    }
+}
+
+QTEST_APPLESS_MAIN(TestRecovery)
+#include "tst_recovery.moc"
