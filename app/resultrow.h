@@ -1,0 +1,32 @@
+#pragma once
+
+#include "app/resultstore.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+/// A stored result as the results table shows it.
+namespace app
+{
+
+inline constexpr int kResultColumns = 9;
+inline constexpr int kAssessmentColumn = 6;
+
+inline constexpr std::array<std::string_view, kResultColumns> kResultTitles{
+    "Method", "Model", "K or F", "kq1/s", "kq2/M-1s-1", "kq22/M-1s-1", "Se", "Error", "r /nm"};
+
+/// Title of the assessment column for AssessmentMode 0 (R2) or any other (Se).
+constexpr std::string_view assessmentTitle(int assessmentMode)
+{
+    return assessmentMode == 0 ? "R2" : kResultTitles[kAssessmentColumn];
+}
+
+/// Sum of the Reported bits that the row of a record shows. A record of neither method shows what the row above,
+/// `maskAbove`, shows: an unused record amid results keeps their columns, with its zeros.
+int shownMask(const ResultRecord& record, int maskAbove);
+
+/// The texts of a row; the columns of quantities that are not in `mask` are empty.
+std::array<std::string, kResultColumns> resultRow(const ResultRecord& record, int mask, int assessmentMode);
+
+} // namespace app

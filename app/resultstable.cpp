@@ -1,0 +1,194 @@
+#include "app/resultstable.h"
+
+#include "app/panelrules.h"
+#include "app/resultrow.h"
+#include "app/sharedstate.h"
+#include "app/textlines.h"
+#include "ui/clipboard.h"
+#include "ui/grid.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace app
+{
+namespace
+{
+
+constexpr int kRows = kMaxResults + 1; // with the titles
+constexpr std::array<int, kResultColumns> kColumnTwips{700, 500, 900, 900, 900, 900, 900, 900, 900};
+
+QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+} // namespace
+
+ResultsTable::ResultsTable(SharedState& shared, QWidget* parent)
+    : QWidget(parent), m_shared(shared), m_grid(new ui::Grid(this))
+{
+    auto* label = new QLabel(tr("Resul&ts"), this);
+    label->setBuddy(m_grid);
+    auto* head = new QHBoxLayout;
+    head->setSpacing(2);
+    head->addWidget(label);
+    head->addStretch();
+    head->addWidget(addButton(tr("Cop&y"), "cmdCopy", &ResultsTable::cmdCopy_Click));
+    head->addWidget(addButton(tr("Clear &All"), "cmdClearAll", &ResultsTable::cmdClearAll_Click));
+    head->addWidget(addButton(tr("&Del Row"), "cmdDelRow", &ResultsTable::cmdDelRow_Click));
+    head->addWidget(addButton(tr("&Restore"), "cmdRestore", &ResultsTable::cmdRestore_Click));
+    head->addWidget(addButton(tr("Set C&ursor"), "cmdSetCursor", &ResultsTable::cmdSetCursor_Click));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addLayout(head);
+    layout->addWidget(m_grid);
+
+    setUpGrid();
+    cmdClearAll_Click();
+    SelectResultCell(1, 1);
+}
+
+QPushButton* ResultsTable::addButton(const QString& caption, const char* name, void (ResultsTable::*clicked)())
+{
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, clicked);
+    return button;
+}
+
+void ResultsTable::setUpGrid()
+{
+    m_grid->setObjectName("MSHFlexGrid2");
+    m_grid->setAccessibleName(tr("Results"));
+    m_grid->setCounts(kRows, kResultColumns);
+    for (int column = 0; column < kResultColumns; ++column) {
+        const auto slot = static_cast<std::size_t>(column);
+        m_grid->setColumnTwips(column, kColumnTwips[slot]);
+        SetResultText(0, column, fromUtf8(kResultTitles[slot]));
+    }
+    SetResultText(0, kAssessmentColumn, fromUtf8(assessmentTitle(m_shared.settings.AssessmentMode)));
+}
+
+void ResultsTable::storeResult(const ResultRecord& result, int mask)
+{
+    m_shared.results.store(result, mask);
+    markCursor(true);
+    RedrawResult();
+}
+
+void ResultsTable::RedrawResult()
+{
+    clearRows();
+    SetResultText(0, kAssessmentColumn, fromUtf8(assessmentTitle(m_shared.settings.AssessmentMode)));
+    m_grid->setRedraw(false);
+    int mask = 0;
+    for (int row = 1; row < std::min(m_shared.results.ResultRowEnd, kRows); ++row) {
+        const ResultRecord& record = m_shared.results.ResultData[static_cast<std::size_t>(row)];
+        mask = shownMask(record, mask);
+        int column = 0;
+        for (const std::string& text : resultRow(record, mask, m_shared.settings.AssessmentMode))
+            SetResultText(row, column++, QString::fromStdString(text));
+    }
+    m_grid->setRedraw(true);
+}
+
+void ResultsTable::SelectResultCell(int row, int column) { m_grid->selectCell(row, column); }
+
+void ResultsTable::SetResultText(int row, int column, const QString& text) { m_grid->setText(row, column, text); }
+
+QString ResultsTable::GetResultText(int row, int column) const { return m_grid->text(row, column); }
+
+void ResultsTable::ClearResultRow(int row)
+{
+    m_grid->setRedraw(false);
+    for (int column = 0; column < kResultColumns; ++column)
+        SetResultText(row, column, QString());
+    m_grid->setRedraw(true);
+}
+
+void ResultsTable::clearRows()
+{
+    for (int row = 1; row < kRows; ++row)
+        ClearResultRow(row);
+}
+
+void ResultsTable::markCursor(bool marked)
+{
+    SetResultText(m_shared.results.ResultCursor, 0, marked ? QStringLiteral(">") : QString());
+}
+
+QStringList ResultsTable::rowTexts(int row) const
+{
+    QStringList texts;
+    for (int column = 0; column < kResultColumns; ++column)
+        texts << GetResultText(row, column);
+    return texts;
+}
+
+// The title row and the rows above the cursor, also when results stand below it: the cursor marks the end of what
+// the user works on.
+void ResultsTable::cmdCopy_Click()
+{
+    QString text;
+    for (int row = 0; row < m_shared.results.ResultCursor; ++row)
+        text += rowTexts(row).join('\t') + fromUtf8(kLineEnd);
+    ui::copyText(text);
+}
+
+void ResultsTable::cmdClearAll_Click()
+{
+    clearRows();
+    m_shared.results.clearAll();
+}
+
+void ResultsTable::cmdDelRow_Click()
+{
+    const int deleted = m_grid->currentRow();
+    if (deleted < 1)
+        return;
+    m_grid->setRedraw(false);
+    shiftRowsUp(deleted);
+    if (m_shared.results.ResultCursor > 1)
+        moveCursorUp();
+    m_grid->setRedraw(true);
+}
+
+// The last row is not emptied: it stays as a duplicate.
+void ResultsTable::shiftRowsUp(int deleted)
+{
+    for (int row = deleted + 1; row < kRows; ++row) {
+        for (int column = 0; column < kResultColumns; ++column)
+            SetResultText(row - 1, column, GetResultText(row, column));
+        m_shared.results.MoveData(row, row - 1);
+    }
+}
+
+void ResultsTable::moveCursorUp()
+{
+    ResultStore& results = m_shared.results;
+    markCursor(false);
+    --results.ResultCursor;
+    results.ResultRowEnd = std::max(results.ResultRowEnd - 1, 1);
+    markCursor(true);
+}
+
+void ResultsTable::cmdRestore_Click()
+{
+    const QStringList row = rowTexts(m_grid->currentRow());
+    if (!row[kResultModelColumn].isEmpty())
+        emit restoreChosen(row);
+}
+
+void ResultsTable::cmdSetCursor_Click()
+{
+    if (m_grid->currentRow() < 1)
+        return;
+    markCursor(false);
+    m_shared.results.ResultCursor = m_grid->currentRow();
+    markCursor(true);
+}
+
+} // namespace app

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QDialog>
+
+class QButtonGroup;
+class QGroupBox;
+
+namespace app
+{
+
+struct SettingChoice;
+struct SharedState;
+
+/// The "Output Settings" dialog: four choices of two, stored the moment an option is clicked.
+class frmSettingWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmSettingWindow(SharedState& shared, QWidget* parent = nullptr);
+
+    /// Places the window, all in twips, and shows it.
+    void SetSize(int top, int left, int height, int width);
+
+    /// Shows the settings in force, also those that a session file brought.
+    void showSettings();
+
+signals:
+    void assessmentChanged();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QGroupBox* makeFrame(const SettingChoice& choice);
+    void choose(const SettingChoice& choice, int index);
+    void cmdOK_Click();
+
+    SharedState& m_shared;
+    bool m_loaded = false; // shown at least once
+};
+
+} // namespace app
