@@ -1,0 +1,54 @@
+#pragma once
+
+#include "plot/canvas.h"
+#include "plot/outputwindow.h"
+#include "plot/viewmap.h"
+
+#include <string>
+
+class QPushButton;
+
+namespace ui
+{
+class PictureSurface;
+}
+
+namespace plot
+{
+
+/// A plot window: a surface above a bar with a copy button. It keeps the picture, not the data; after a resize the
+/// picture stays as drawn until the next View and Axis.
+class Graph : public OutputWindow, public Canvas
+{
+    Q_OBJECT
+
+public:
+    explicit Graph(QWidget* parent = nullptr);
+
+    void SetTitle(std::string_view title) override;
+    /// Number pattern of the y labels of linear axes.
+    void SetYFormat(std::string_view str);
+    void View(double x1, double y1, double x2, double y2) override;
+    void Axis(double& xt, double& yt, int islog) override;
+    float VtoWX(double x) const;
+    float VtoWY(double y) const;
+    void VLine(double x1, double y1, double x2, double y2, Color c) override;
+    void VPset(double x, double y, Color c) override;
+    void VCircle(double x, double y, double R, Color c, Fill f) override;
+    void VBox(double x1, double y1, double x2, double y2, Color c) override;
+    void VFill(double x1, double y1, double x2, double y2, Color c) override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void placeChildren();
+    void copyToClipboard();
+
+    ui::PictureSurface* m_surface;
+    QPushButton* m_copyButton;
+    ViewMap m_map;
+    std::string m_yFormat = "##0";
+};
+
+} // namespace plot

@@ -1,0 +1,149 @@
+#include "plot/graphwindow.h"
+#include "ui/picturesurface.h"
+#include "ui/twips.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPushButton>
+#include <QTest>
+
+#include <cstdint>
+
+namespace
+{
+
+const QColor kWhite(Qt::white);
+const QColor kRed(255, 0, 0);
+
+} // namespace
+
+class TestGraph : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void sizesIncludeTheBar();
+    void drawsInWorldCoordinates();
+    void axesClearTheSurfaceAndShowTheFormat();
+    void resizingKeepsThePictureAndTheMapping();
+    void copiesThePicture();
+    void isShownWithoutTakingTheFocus();
+
+private:
+    QColor at(int x, int y) { return m_graph->findChild<ui::PictureSurface*>("Picture1")->picture().pixelColor(x, y); }
+
+    std::unique_ptr<plot::Graph> m_graph;
+};
+
+void TestGraph::init()
+{
+    m_graph = std::make_unique<plot::Graph>();
+    m_graph->SetSize(0, 0, 6000, 4000); // a surface of 400 by 267 pixels
+}
+
+void TestGraph::sizesIncludeTheBar()
+{
+    std::int16_t width = 0, height = 0, top = 0, left = 0;
+    m_graph->getSize(width, height);
+    QCOMPARE(width, 6000);
+    QCOMPARE(height, 4380);
+    m_graph->SetPosition(300, 1500);
+    m_graph->getPosition(top, left);
+    QCOMPARE(top, 300);
+    QCOMPARE(left, 1500);
+    m_graph->resize(20, 5000); // 75000 twips
+    m_graph->getSize(width, height);
+    QCOMPARE(height, 32767);
+}
+
+void TestGraph::drawsInWorldCoordinates()
+{
+    m_graph->VCircle(1, 1, 50, plot::kBrightRed, plot::Fill::Solid); // before any View: at the origin
+    QCOMPARE(at(0, 0), kRed);
+    m_graph->View(0, 10, 100, 0);
+    m_graph->VCircle(50, 5, 150, plot::kBrightRed, plot::Fill::Solid);
+    QCOMPARE(at(200, 133), kRed);
+    QCOMPARE(at(200, 150), kWhite);
+    m_graph->VCircle(75, 5, 150, plot::kBrightRed, plot::Fill::Transparent);
+    QCOMPARE(at(300, 133), kWhite);
+    m_graph->VFill(5, 9.5, 10, 9, plot::rgb(0, 0, 255));
+    QCOMPARE(at(30, 20), QColor(0, 0, 255));
+    m_graph->VBox(80, 9.5, 90, 8, plot::kBlack);
+    QCOMPARE(at(320, 30), QColor(Qt::black));
+    QCOMPARE(at(340, 30), kWhite);
+    m_graph->VLine(0, 2, 100, 2, plot::kBrightRed);
+    QCOMPARE(at(10, static_cast<int>(m_graph->VtoWY(2)) / 15), kRed);
+    m_graph->VPset(25, 5, plot::kBrightRed);
+    QCOMPARE(at(100, static_cast<int>(m_graph->VtoWY(5)) / 15), kRed);
+    m_graph->VLine(1e300, -1e300, -1e300, 1e300, plot::kBrightRed); // held at the coordinate limits
+    QCOMPARE(m_graph->VtoWX(1e300), 32767.0f);
+}
+
+void TestGraph::axesClearTheSurfaceAndShowTheFormat()
+{
+    m_graph->View(-10, 10, 100, -10);
+    m_graph->VFill(0, 10, 100, -10, plot::kBrightRed);
+    double xt = 20, yt = 5;
+    m_graph->Axis(xt, yt, 0);
+    QCOMPARE(yt, -5.0);
+    QCOMPARE(at(399, 1), kWhite);
+    QCOMPARE(at(200, static_cast<int>(m_graph->VtoWY(0)) / 15), QColor(Qt::black));
+    QCOMPARE(at(static_cast<int>(m_graph->VtoWX(20)) / 15, 2), QColor(192, 192, 192));
+    const QImage plain = m_graph->findChild<ui::PictureSurface*>("Picture1")->picture();
+    m_graph->SetYFormat("0.00000#");
+    m_graph->Axis(xt, yt, 0);
+    QVERIFY(m_graph->findChild<ui::PictureSurface*>("Picture1")->picture() != plain);
+}
+
+void TestGraph::resizingKeepsThePictureAndTheMapping()
+{
+    m_graph->View(0, 10, 100, 0);
+    m_graph->VCircle(50, 5, 150, plot::kBrightRed, plot::Fill::Solid);
+    m_graph->show();
+    m_graph->resize(800, 600);
+    QTRY_COMPARE(m_graph->findChild<ui::PictureSurface*>("Picture1")->size(), QSize(800, 600 - ui::toPixels(380)));
+    QCOMPARE(m_graph->findChild<QPushButton*>("CptoClipBtn")->y(), 600 - ui::toPixels(380));
+    QCOMPARE(at(200, 133), kRed);
+    QCOMPARE(m_graph->VtoWX(100), 6000.0f);
+    m_graph->close();
+    m_graph->show();
+    QCOMPARE(at(200, 133), kRed);
+}
+
+void TestGraph::copiesThePicture()
+{
+    m_graph->View(0, 10, 100, 0);
+    m_graph->VCircle(50, 5, 150, plot::kBrightRed, plot::Fill::Solid);
+    auto* button = m_graph->findChild<QPushButton*>("CptoClipBtn");
+    QCOMPARE(button->text(), "CopytoClip");
+    QTest::mouseClick(button, Qt::LeftButton);
+    const QImage copied = QGuiApplication::clipboard()->image();
+    QCOMPARE(copied.size(), QSize(400, 292 - ui::toPixels(380)));
+    QCOMPARE(copied.pixelColor(200, 133), kRed);
+    QCOMPARE(copied.pixelColor(5, 5), kWhite);
+}
+
+void TestGraph::isShownWithoutTakingTheFocus()
+{
+    plot::Graph graph;
+    std::int16_t width = 0, height = 0;
+    graph.getSize(width, height);
+    QCOMPARE(ui::toPixels(width), ui::toPixels(5000));
+    QCOMPARE(ui::toPixels(height), ui::toPixels(5380));
+    graph.SetTitle("Decay Curves");
+    QCOMPARE(graph.windowTitle(), "Decay Curves");
+    QCOMPARE(graph.findChild<ui::PictureSurface*>("Picture1")->accessibleDescription(), "Decay Curves");
+    QVERIFY(!graph.isVisible());
+    graph.showFilled();
+    QVERIFY(graph.isVisible());
+    QVERIFY(graph.testAttribute(Qt::WA_ShowWithoutActivating));
+    graph.resize(700, 500);
+    graph.close();
+    QVERIFY(!graph.isVisible());
+    graph.showFilled();
+    QCOMPARE(graph.size(), QSize(700, 500));
+}
+
+QTEST_MAIN(TestGraph)
+#include "tst_graphwindow.moc"
