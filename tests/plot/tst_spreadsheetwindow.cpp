@@ -1,0 +1,147 @@
+#include "plot/spreadsheetwindow.h"
+#include "ui/clipboard.h"
+#include "ui/grid.h"
+
+#include <QAction>
+#include <QDir>
+#include <QLineEdit>
+#include <QTest>
+
+#include <cstdint>
+
+class TestSpreadSheet : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void copiesTheFilledBlock_data();
+    void copiesTheFilledBlock();
+    void clearEmptiesGridAndCopy();
+    void growsAsItIsWritten();
+    void shortcutCopies();
+    void currentCellIsShownInFull();
+    void fillingDoesNotScroll();
+    void startsSmallAndSavesNothing();
+
+private:
+    void write(int column, int row, std::string_view text)
+    {
+        m_sheet->Locate(column, row);
+        m_sheet->Value(text);
+    }
+    QString copied()
+    {
+        m_sheet->findChild<QAction*>("Copy_Acc")->trigger();
+        return ui::clipboardText();
+    }
+
+    std::unique_ptr<plot::SpreadSheet> m_sheet;
+    ui::Grid* m_grid = nullptr;
+};
+
+void TestSpreadSheet::init()
+{
+    m_sheet = std::make_unique<plot::SpreadSheet>();
+    m_grid = m_sheet->findChild<ui::Grid*>("MSHFlexGrid1");
+    QVERIFY(m_grid);
+}
+
+void TestSpreadSheet::copiesTheFilledBlock_data()
+{
+    QTest::addColumn<QStringList>("cells"); // "column row text"
+    QTest::addColumn<QString>("text");
+    QTest::newRow("block") << QStringList{"0 0 a", "1 0 b", "0 1 c", "1 1 d"} << "a\tb\rc\td\r";
+    QTest::newRow("empty corner") << QStringList{"1 0 x", "0 1 1"} << "\tx\r1\r";
+    QTest::newRow("gap in a row") << QStringList{"0 0 a", "1 0 b", "2 0 c", "4 0 e"} << "a\tb\tc\r";
+    QTest::newRow("no first cell") << QStringList{"0 0 a", "1 1 b", "0 2 c"} << "a\r";
+    QTest::newRow("last cells") << QStringList{"100 500 z"} << "\r";
+}
+
+void TestSpreadSheet::copiesTheFilledBlock()
+{
+    QFETCH(QStringList, cells);
+    for (const QString& cell : cells) {
+        const QStringList parts = cell.split(' ');
+        write(parts[0].toInt(), parts[1].toInt(), parts[2].toStdString());
+        QCOMPARE(m_grid->text(parts[1].toInt(), parts[0].toInt()), parts[2]);
+    }
+    QTEST(copied(), "text");
+}
+
+void TestSpreadSheet::clearEmptiesGridAndCopy()
+{
+    write(0, 0, "τ1/ns");
+    write(3, 4, "2.");
+    QCOMPARE(m_grid->text(0, 0), "τ1/ns");
+    m_sheet->ClearSheet();
+    QCOMPARE(m_grid->text(0, 0), QString());
+    QCOMPARE(m_grid->text(4, 3), QString());
+    QCOMPARE(copied(), "\r");
+}
+
+void TestSpreadSheet::growsAsItIsWritten()
+{
+    m_sheet->Rows(51);
+    m_sheet->Cols(10);
+    write(10, 51, "x");
+    QCOMPARE(m_grid->rows(), 52);
+    QCOMPARE(m_grid->columns(), 11);
+    m_sheet->Rows(1 << 30);
+    m_sheet->Cols(-1);
+    QCOMPARE(m_grid->rows(), 501);
+    QCOMPARE(m_grid->columns(), 1);
+}
+
+void TestSpreadSheet::shortcutCopies()
+{
+    write(0, 0, "a");
+    m_sheet->show();
+    m_sheet->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_sheet.get()));
+    QVERIFY(m_grid->hasFocus());
+    ui::copyText("before");
+    QTest::keyClick(m_grid, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(ui::clipboardText(), "a\r");
+}
+
+void TestSpreadSheet::currentCellIsShownInFull()
+{
+    const auto* shown = m_sheet->findChild<QLineEdit*>();
+    write(2, 1, "1.234e-5");
+    write(1, 1, "0.5");
+    QCOMPARE(shown->text(), "0.5");
+    m_grid->selectCell(1, 2);
+    QCOMPARE(shown->text(), "1.234e-5");
+    m_sheet->Value("2");
+    QCOMPARE(m_grid->text(1, 2), "2");
+    m_sheet->Row(1);
+    m_sheet->col(1);
+    QCOMPARE(m_grid->currentColumn(), 1);
+}
+
+void TestSpreadSheet::fillingDoesNotScroll()
+{
+    m_sheet->show();
+    m_sheet->setRedraw(false);
+    for (int row = 0; row < 100; ++row)
+        write(1, row, "1");
+    m_sheet->setRedraw(true);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_grid->currentRow(), 99);
+    QVERIFY(m_grid->visualRect(m_grid->model()->index(1, 1)).intersects(m_grid->viewport()->rect()));
+}
+
+void TestSpreadSheet::startsSmallAndSavesNothing()
+{
+    std::int16_t width = 0, height = 0;
+    m_sheet->getSize(width, height);
+    QCOMPARE(width, 4005); // 267 pixels
+    QCOMPARE(height, 1995);
+    const QString file = QDir::temp().filePath("vorlo-table.csv");
+    m_sheet->SaveCSV(file.toStdString());
+    QVERIFY(!QFile::exists(file));
+}
+
+QTEST_MAIN(TestSpreadSheet)
+#include "tst_spreadsheetwindow.moc"
