@@ -2,7 +2,7 @@
 
 #include "decay/freequencher.h"
 
-#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace decay
