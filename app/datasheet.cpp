@@ -17,8 +17,6 @@ namespace app
 namespace
 {
 constexpr int kTitleColumnTwips = 1000;
-constexpr double kLeastTitlePoints = 6; // smaller is not legible
-constexpr double kPointStep = 0.5;
 } // namespace
 
 DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new QLineEdit(this)), m_grid(new ui::Grid(this))
@@ -38,7 +36,7 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new QLineEdit(
 
     setCounts(kSheetRows, kSheetColumns);
     m_grid->setColumnTwips(0, kTitleColumnTwips);
-    fitTitles();
+    m_grid->fitTitles();
     showWholeColumns();
 
     connect(m_grid, &ui::Grid::cellClicked, this, &DataSheet::mirrorCurrentCell);
@@ -63,17 +61,6 @@ void DataSheet::writeTitles()
     for (int row = 0; row < kSheetRows; ++row) {
         const std::string_view title = kSheetRowTitles[static_cast<std::size_t>(row)];
         m_grid->setText(row, 0, QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
-    }
-}
-
-// The title column has a fixed width; the longest title decides how large its font can be.
-void DataSheet::fitTitles()
-{
-    QHeaderView* titles = m_grid->verticalHeader();
-    QFont font = titles->font();
-    while (titles->sizeHint().width() > titles->width() && font.pointSizeF() > kLeastTitlePoints) {
-        font.setPointSizeF(font.pointSizeF() - kPointStep);
-        titles->setFont(font);
     }
 }
 

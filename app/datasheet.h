@@ -47,7 +47,6 @@ protected:
 
 private:
     void writeTitles();
-    void fitTitles();
     void showWholeColumns();
     bool onDataCell() const;
     void mirrorCurrentCell();

@@ -23,6 +23,8 @@ namespace
 constexpr int kColumnTwips = 960; // of a column that nobody has sized
 constexpr int kRowPadding = 4;    // pixels above and below a row's text together
 constexpr int kFramePen = 2;      // pixels
+constexpr double kLeastTitlePoints = 6;
+constexpr double kTitlePointStep = 0.5;
 
 /// The cells; the headers read their texts from row 0 and column 0.
 class Cells final : public QStandardItemModel
@@ -117,6 +119,23 @@ std::optional<Step> stepOf(const QKeyEvent& event, const Grid& grid)
 /// From a title a step may lead into the cells, from a cell never onto a title.
 int stepped(int from, int step, int count) { return std::clamp(from + step, std::min(from, 1), count - 1); }
 
+bool holds(const QWidget& header, const QString& title, int width)
+{
+    const int margin = header.style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, &header);
+    return header.fontMetrics().horizontalAdvance(title) + 2 * margin <= width;
+}
+
+/// Whether the letters could be made smaller.
+bool shrinkTitles(QWidget& header)
+{
+    QFont font = header.font();
+    if (font.pointSizeF() <= kLeastTitlePoints)
+        return false;
+    font.setPointSizeF(font.pointSizeF() - kTitlePointStep);
+    header.setFont(font);
+    return true;
+}
+
 bool isPrintable(const QString& text) { return !text.isEmpty() && text.front().unicode() > 32; }
 
 } // namespace
@@ -191,6 +210,21 @@ void Grid::setColumnTwips(int column, int twips)
         verticalHeader()->setFixedWidth(toPixels(twips));
     else
         setColumnWidth(column, toPixels(twips));
+}
+
+void Grid::fitTitles()
+{
+    for (int row = 1; row < rows(); ++row)
+        while (!holds(*verticalHeader(), text(row, 0), verticalHeader()->maximumWidth()))
+            if (!shrinkTitles(*verticalHeader()))
+                break;
+    for (int column = 0; column < columns(); ++column) {
+        const int width = column == 0 ? verticalHeader()->maximumWidth() : columnWidth(column);
+        while (!holds(*horizontalHeader(), text(0, column), width))
+            if (!shrinkTitles(*horizontalHeader()))
+                break;
+    }
+    m_corner->setFont(horizontalHeader()->font());
 }
 
 void Grid::selectCell(int row, int column) { selectBlock(row, column, row, column); }

@@ -28,6 +28,9 @@ public:
 
     void setColumnTwips(int column, int twips);
 
+    /// Makes the titles' letters as small as they must be, down to a legible limit, to fit into the columns.
+    void fitTitles();
+
     /// Makes a cell, title cells included, the current one and the only selected one.
     void selectCell(int row, int column);
     /// The current cell is the block's first corner. Cells outside the grid change nothing.

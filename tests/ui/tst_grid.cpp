@@ -25,6 +25,7 @@ private slots:
     void committedTextIsAnnounced();
     void deleteIsAnnouncedAndNothingElseHappens();
     void tabLeavesTheGrid();
+    void titlesShrinkIntoTheirColumns();
     void fillsTheLargestTableQuickly();
 
 private:
@@ -210,6 +211,20 @@ void TestGrid::tabLeavesTheGrid()
     QTest::keyClick(m_grid, Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), m_next);
     QCOMPARE(m_grid->currentColumn(), 1);
+}
+
+void TestGrid::titlesShrinkIntoTheirColumns()
+{
+    const QString title = "kq2/M-1s-1";
+    m_grid->setText(0, 1, title);
+    m_grid->setColumnTwips(1, 900);
+    m_grid->setText(1, 0, "Component");
+    m_grid->setColumnTwips(0, 1000);
+    const QHeaderView& header = *m_grid->horizontalHeader();
+    QVERIFY(header.fontMetrics().horizontalAdvance(title) > m_grid->columnWidth(1));
+    m_grid->fitTitles();
+    QVERIFY(header.fontMetrics().horizontalAdvance(title) < m_grid->columnWidth(1));
+    QVERIFY(m_grid->verticalHeader()->fontMetrics().horizontalAdvance("Component") < m_grid->verticalHeader()->width());
 }
 
 void TestGrid::fillsTheLargestTableQuickly()
