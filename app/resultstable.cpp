@@ -18,6 +18,7 @@ namespace app
 namespace
 {
 
+constexpr int kButtonPadding = 12; // pixels of frame and margins beside a caption
 constexpr int kRows = kMaxResults + 1; // with the titles
 constexpr std::array<int, kResultColumns> kColumnTwips{700, 500, 900, 900, 900, 900, 900, 900, 900};
 
@@ -32,8 +33,6 @@ ResultsTable::ResultsTable(SharedState& shared, QWidget* parent)
     label->setBuddy(m_grid);
     auto* head = new QHBoxLayout;
     head->setSpacing(2);
-    head->addWidget(label);
-    head->addStretch();
     head->addWidget(addButton(tr("Cop&y"), "cmdCopy", &ResultsTable::cmdCopy_Click));
     head->addWidget(addButton(tr("Clear &All"), "cmdClearAll", &ResultsTable::cmdClearAll_Click));
     head->addWidget(addButton(tr("&Del Row"), "cmdDelRow", &ResultsTable::cmdDelRow_Click));
@@ -42,6 +41,7 @@ ResultsTable::ResultsTable(SharedState& shared, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
+    layout->addWidget(label);
     layout->addLayout(head);
     layout->addWidget(m_grid);
 
@@ -55,6 +55,7 @@ QPushButton* ResultsTable::addButton(const QString& caption, const char* name, v
     auto* button = new QPushButton(caption, this);
     button->setObjectName(QString::fromLatin1(name));
     button->setAutoDefault(false);
+    button->setMinimumWidth(button->fontMetrics().size(Qt::TextShowMnemonic, caption).width() + kButtonPadding);
     connect(button, &QPushButton::clicked, this, clicked);
     return button;
 }
@@ -70,6 +71,7 @@ void ResultsTable::setUpGrid()
         SetResultText(0, column, fromUtf8(kResultTitles[slot]));
     }
     SetResultText(0, kAssessmentColumn, fromUtf8(assessmentTitle(m_shared.settings.AssessmentMode)));
+    m_grid->fitTitles();
 }
 
 void ResultsTable::storeResult(const ResultRecord& result, int mask)
