@@ -2,6 +2,7 @@
 
 #include "app/datasheet.h"
 #include "app/parameterpanel.h"
+#include "app/resultstable.h"
 #include "app/sharedstate.h"
 #include "fit/gaussnewton.h"
 #include "ui/twips.h"
@@ -64,11 +65,13 @@ const std::vector<Menu>& menus()
 } // namespace
 
 frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
-    : QMainWindow(parent), m_sheet(new DataSheet(this)), m_panel(new ParameterPanel(shared, this))
+    : QMainWindow(parent), m_sheet(new DataSheet(this)), m_results(new ResultsTable(shared, this)),
+      m_panel(new ParameterPanel(shared, this))
 {
     setWindowTitle(kTitle);
     makeMenus();
     arrange();
+    connect(m_results, &ResultsTable::restoreChosen, m_panel, &ParameterPanel::restore);
     connect(m_sheet, &DataSheet::edited, this, [&shared] { shared.DataNormalized = false; });
 }
 
@@ -94,7 +97,7 @@ void frmVorloMain::arrange()
     auto* left = new QVBoxLayout;
     left->setSpacing(4);
     left->addWidget(m_sheet);
-    left->addStretch();
+    left->addWidget(m_results, 1);
 
     auto* centre = new QWidget(this);
     auto* columns = new QHBoxLayout(centre);

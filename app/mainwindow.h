@@ -9,9 +9,10 @@ namespace app
 
 class DataSheet;
 class ParameterPanel;
+class ResultsTable;
 struct SharedState;
 
-/// The main window: menus, data sheet and parameter panel. It announces what was chosen; its owner acts.
+/// The main window: menus, data sheet, results table and parameter panel. It announces what was chosen; its owner acts.
 class frmVorloMain : public QMainWindow
 {
     Q_OBJECT
@@ -28,6 +29,7 @@ public:
     void setDecayAnalysisEnabled(bool enabled);
 
     DataSheet& sheet() { return *m_sheet; }
+    ResultsTable& results() { return *m_results; }
     ParameterPanel& panel() { return *m_panel; }
 
 signals:
@@ -55,6 +57,7 @@ private:
     void arrange();
 
     DataSheet* m_sheet;
+    ResultsTable* m_results;
     ParameterPanel* m_panel;
 };
 
