@@ -1,11 +1,13 @@
 #include "app/startup.h"
 
+#include "app/resultstable.h"
 #include "ui/prompter.h"
 
 namespace app
 {
 
-VorloMain::VorloMain(ui::Prompter& prompter) : MainWindow(shared), aboutBox(prompter), m_prompter(prompter)
+VorloMain::VorloMain(ui::Prompter& prompter)
+    : MainWindow(shared), SettingWindow(shared), aboutBox(prompter), m_prompter(prompter)
 {
     connectMenus();
     MainWindow.SetSize(0, 6500, 8160, 9750);
@@ -13,6 +15,9 @@ VorloMain::VorloMain(ui::Prompter& prompter) : MainWindow(shared), aboutBox(prom
 
 void VorloMain::connectMenus()
 {
+    connect(&MainWindow, &frmVorloMain::setParametersChosen, this,
+            [this] { SettingWindow.SetSize(1000, 5000, 3645, 3645); });
+    connect(&SettingWindow, &frmSettingWindow::assessmentChanged, &MainWindow.results(), &ResultsTable::RedrawResult);
     connect(&MainWindow, &frmVorloMain::helpChosen, this, [this] { helpViewer.showIndex(helpFilePath()); });
     connect(&MainWindow, &frmVorloMain::aboutChosen, this, &VorloMain::showAbout);
     connect(&MainWindow, &frmVorloMain::closed, this, &VorloMain::endProgram);
@@ -28,7 +33,7 @@ void VorloMain::showAbout()
 // Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.
 void VorloMain::endProgram()
 {
-    for (QWidget* window : std::initializer_list<QWidget*>{&helpViewer, &aboutBox})
+    for (QWidget* window : std::initializer_list<QWidget*>{&SettingWindow, &helpViewer, &aboutBox})
         window->hide();
     emit ended();
 }

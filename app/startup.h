@@ -3,6 +3,7 @@
 #include "app/aboutbox.h"
 #include "app/helpviewer.h"
 #include "app/mainwindow.h"
+#include "app/settingwindow.h"
 #include "app/sharedstate.h"
 
 namespace ui
@@ -25,6 +26,7 @@ public:
 
     SharedState shared;
     frmVorloMain MainWindow;
+    frmSettingWindow SettingWindow;
     HelpViewer helpViewer;
     frmVorloAbout aboutBox;
 

@@ -1,4 +1,6 @@
+#include "fit/gaussnewton.h"
 #include "tests/support/application.h"
+#include "tests/support/callableproblem.h"
 #include "ui/twips.h"
 
 #include <QAction>
@@ -12,9 +14,25 @@ class TestStartup : public QObject
 
 private slots:
     void startsWithItsDefaults();
-    void helpMenuOpensModelessWindows();
+    void menusOpenModelessWindows();
     void everyWindowHasItsOwnTitle();
     void closingHidesEveryWindowAndEnds();
+    void closingEndsARunThatLetsEventsThrough();
+};
+
+/// Lets the user close the main window in the third iteration.
+struct ClosingObserver final : fit::Observer {
+    explicit ClosingObserver(QWidget& mainWindow) : window(mainWindow) {}
+    void letEventsRun() override
+    {
+        if (++iterations == 3)
+            window.close();
+        QCoreApplication::processEvents();
+    }
+    bool keepGoing(double) override { return true; }
+
+    QWidget& window;
+    int iterations = 0;
 };
 
 void TestStartup::startsWithItsDefaults()
@@ -36,13 +54,17 @@ void TestStartup::startsWithItsDefaults()
         QVERIFY2(other == &window || !other->isVisible(), qPrintable(other->windowTitle()));
 }
 
-void TestStartup::helpMenuOpensModelessWindows()
+void TestStartup::menusOpenModelessWindows()
 {
     support::Application application;
     application.control<QAction>("mnuHelpItem0").trigger();
     application.control<QAction>("mnuHelpItem1").trigger();
+    application.control<QAction>("mnuSetParameters").trigger();
     QVERIFY(application.program.helpViewer.isVisible());
     QVERIFY(application.program.aboutBox.isVisible());
+    const app::frmSettingWindow& settings = application.program.SettingWindow;
+    QVERIFY(settings.isVisible());
+    QCOMPARE(settings.pos(), QPoint(ui::toPixels(5000), ui::toPixels(1000)));
     QVERIFY(!QApplication::activeModalWidget());
 }
 
@@ -70,6 +92,19 @@ void TestStartup::closingHidesEveryWindowAndEnds()
         QVERIFY2(!window->isVisible(), qPrintable(window->windowTitle()));
     QCOMPARE(ended.count(), 1);
     QVERIFY(application.prompter.shown.isEmpty());
+}
+
+void TestStartup::closingEndsARunThatLetsEventsThrough()
+{
+    support::Application application;
+    fit::StopRequested = false;
+    support::CallableProblem problem(2, [](int point, const fit::Parameters& a) { return a[1] - point; });
+    const fit::Options endless{.parameterCount = 1, .iterationLimit = 1e9, .tolerance = 0};
+    ClosingObserver observer(application.program.MainWindow);
+    const fit::Outcome outcome = fit::gaussNewton(problem, endless, {0, 1}, observer);
+    QCOMPARE(outcome.ending, fit::Ending::Stopped);
+    QCOMPARE(outcome.iterations, 3.0);
+    QVERIFY(!application.program.MainWindow.isVisible());
 }
 
 QTEST_MAIN(TestStartup)
