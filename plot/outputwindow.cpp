@@ -26,11 +26,11 @@ OutputWindow::OutputWindow(QWidget* parent) : QWidget(parent, Qt::Window)
 
 void OutputWindow::SetSize(std::int16_t pTop, std::int16_t pLeft, std::int16_t pWidth, std::int16_t pHeight)
 {
-    SetPosition(pTop, pLeft);
     resize(ui::toPixels(pWidth), ui::toPixels(pHeight + kBarTwips));
+    SetPosition(pTop, pLeft);
 }
 
-void OutputWindow::SetPosition(std::int16_t pTop, std::int16_t pLeft) { move(ui::toPixels(pLeft), ui::toPixels(pTop)); }
+void OutputWindow::SetPosition(std::int16_t pTop, std::int16_t pLeft) { ui::placeFrame(*this, pTop, pLeft); }
 
 void OutputWindow::getPosition(std::int16_t& Top, std::int16_t& Left) const
 {
