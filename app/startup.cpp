@@ -11,6 +11,9 @@ VorloMain::VorloMain(ui::Prompter& prompter)
 {
     connectMenus();
     MainWindow.SetSize(0, 6500, 8160, 9750);
+    // Plots stack to the left of the main window.
+    GraphWindow1.SetPosition(0, 1000);
+    GraphWindow2.SetPosition(5000, 1000);
 }
 
 void VorloMain::connectMenus()
@@ -33,7 +36,8 @@ void VorloMain::showAbout()
 // Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.
 void VorloMain::endProgram()
 {
-    for (QWidget* window : std::initializer_list<QWidget*>{&SettingWindow, &helpViewer, &aboutBox})
+    for (QWidget* window : std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2,
+                                                           &SettingWindow, &helpViewer, &aboutBox})
         window->hide();
     emit ended();
 }

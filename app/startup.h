@@ -5,6 +5,8 @@
 #include "app/mainwindow.h"
 #include "app/settingwindow.h"
 #include "app/sharedstate.h"
+#include "plot/graphwindow.h"
+#include "plot/spreadsheetwindow.h"
 
 namespace ui
 {
@@ -27,6 +29,10 @@ public:
     SharedState shared;
     frmVorloMain MainWindow;
     frmSettingWindow SettingWindow;
+    plot::Graph GraphWindow1; // decay curves
+    plot::Graph GraphWindow2; // Stern-Volmer plots and deviations
+    plot::SpreadSheet OutputTable1;
+    plot::SpreadSheet OutputTable2;
     HelpViewer helpViewer;
     frmVorloAbout aboutBox;
 
