@@ -1,0 +1,132 @@
+#include "sternvolmer/commands.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace sternvolmer
+{
+namespace
+{
+
+constexpr int kTableColumnsShown = 10, kTableRowsShown = 100;
+
+bool usable(const RatioData& data)
+{
+    const auto first = data.samples.SampleData.begin() + 1;
+    return std::isfinite(data.tau0) && std::isfinite(data.Xmax) && std::isfinite(data.Ymax) &&
+           std::all_of(first, first + data.samples.SampleCount, [](const decay::SampleRecord& sample) {
+               return std::isfinite(sample.Conc) && std::isfinite(sample.SVRatio);
+           });
+}
+
+} // namespace
+
+void Commands::SternVolmerAnalysis()
+{
+    const std::optional<Run> run = prepare();
+    if (!run || !m_analyzer.GAUSSNEWTON())
+        return;
+    const std::optional<Curves> curves = evaluate(*run);
+    if (!curves)
+        return;
+    show(*run, *curves);
+    const int model = run->panel.Model;
+    m_context.results.storeResult(analysis::resultOf(m_analyzer, app::Analysis::SternVolmer, model, run->values.s),
+                                  app::reportedMask(model, app::Analysis::SternVolmer));
+    m_analyzer.bringToFront();
+}
+
+void Commands::CalcSternVolmer()
+{
+    const std::optional<Run> run = prepare();
+    if (!run)
+        return;
+    const std::optional<Curves> curves = evaluate(*run);
+    if (!curves || !m_analyzer.ShowResult())
+        return;
+    show(*run, *curves);
+    m_analyzer.bringToFront();
+}
+
+std::optional<Commands::Run> Commands::prepare()
+{
+    m_analyzer.SetSize(analysis::kAnalyzerTop, analysis::kAnalyzerLeft, analysis::kAnalyzerHeight,
+                       analysis::kAnalyzerWidth);
+    m_analyzer.bringToFront();
+    m_analyzer.setLogMode(m_context.shared.settings.LogMode);
+    Run run;
+    if (!readSheet(run))
+        return std::nullopt;
+    run.panel = m_context.panel.panelState();
+    run.values = app::panelValues(run.panel);
+    if (!(run.values.Cp > 0)) {
+        m_context.prompter.message("Please Input Cp value above zero.");
+        return std::nullopt;
+    }
+    computeRatios(run.data);
+    if (!usable(run.data)) {
+        m_analyzer.reportArithmeticFault();
+        return std::nullopt;
+    }
+    handOver(run);
+    return run;
+}
+
+bool Commands::readSheet(Run& run)
+{
+    run.data = readSternVolmerData(app::cellsOf(m_context.sheet));
+    if (!run.data.referenceFirst)
+        m_context.prompter.message("Please input the 0moldm-3 data in the left of column.");
+    if (!run.data.complete)
+        m_context.prompter.message("You must input intensity data.");
+    return run.data.complete;
+}
+
+void Commands::handOver(const Run& run)
+{
+    const decay::SampleTable& samples = run.data.samples;
+    m_analyzer.setStatus(1);
+    m_analyzer.setExenum(0);
+    analysis::configure(m_analyzer, app::startParameters(run.panel, app::Analysis::SternVolmer));
+    m_analyzer.setModel(run.panel.Model);
+    m_analyzer.setIteration(run.values.iterationLimit);
+    m_analyzer.setTolerance(run.values.tolerance);
+    m_analyzer.setTauZero(run.data.tau0);
+    m_analyzer.setConcentrationofProbe(run.values.Cp);
+    m_analyzer.setDatanumber(samples.SampleCount);
+    for (int i = 1; i <= samples.SampleCount; ++i) {
+        const decay::SampleRecord& sample = samples.SampleData[static_cast<std::size_t>(i)];
+        m_analyzer.setDX(sample.Conc, i);
+        m_analyzer.setDY(sample.SVRatio, i);
+    }
+}
+
+std::optional<Commands::Curves> Commands::evaluate(const Run& run)
+{
+    const auto fitted = [this](double x) { return m_analyzer.getfvalue(x); };
+    Curves curves{plot::ratioCurve(run.data.Xmax, fitted), plot::ratioTable(run.data.Xmax, fitted)};
+    if (plot::allFinite(curves.plotted) && plot::allFinite(curves.listed))
+        return curves;
+    m_analyzer.reportArithmeticFault();
+    return std::nullopt;
+}
+
+void Commands::show(const Run& run, const Curves& curves)
+{
+    plot::Graph& graph = m_context.GraphWindow2;
+    std::int16_t top = 0, left = 0;
+    graph.getPosition(top, left);
+    graph.SetSize(top, left, analysis::kSurfaceSize, analysis::kSurfaceSize);
+    plot::PlotSternVolmer(graph, run.data.samples, run.data.Xmax, run.data.Ymax);
+    plot::PlotSternVolmerFit(graph, curves.plotted);
+    graph.showFilled();
+
+    plot::SpreadSheet& table = m_context.OutputTable2;
+    table.Cols(kTableColumnsShown);
+    table.Rows(kTableRowsShown);
+    plot::ShowSternVolmerFittingTable(table, curves.listed);
+    table.showFilled();
+}
+
+} // namespace sternvolmer
