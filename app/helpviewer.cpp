@@ -50,15 +50,12 @@ HelpViewer::HelpViewer(QWidget* parent) : QWidget(parent, Qt::Window), m_text(ne
     resize(ui::toPixels(kWidthTwips), ui::toPixels(kHeightTwips));
 }
 
-void HelpViewer::showIndex(const QString& path)
+void HelpViewer::openIndex(const QString& path)
 {
     if (QFileInfo(path).isReadable())
         m_text->setSource(QUrl::fromLocalFile(path), QTextDocument::HtmlResource);
     else
         m_text->setPlainText(tr("The help file cannot be found:\n%1").arg(path));
-    show();
-    raise();
-    activateWindow();
 }
 
 } // namespace app

@@ -21,8 +21,8 @@ class HelpViewer : public QWidget
 public:
     explicit HelpViewer(QWidget* parent = nullptr);
 
-    /// Opens a help file at its index page, or says that it is missing, and comes to the front.
-    void showIndex(const QString& path);
+    /// Opens a help file at its index page, or says that it is missing.
+    void openIndex(const QString& path);
 
 private:
     QTextBrowser* m_text;

@@ -6,6 +6,19 @@
 namespace app
 {
 
+namespace
+{
+
+void bringToFront(QWidget& window)
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
 VorloMain::VorloMain(ui::Prompter& prompter)
     : MainWindow(shared), SettingWindow(shared), aboutBox(prompter), m_prompter(prompter)
 {
@@ -18,19 +31,17 @@ VorloMain::VorloMain(ui::Prompter& prompter)
 
 void VorloMain::connectMenus()
 {
-    connect(&MainWindow, &frmVorloMain::setParametersChosen, this,
-            [this] { SettingWindow.SetSize(1000, 5000, 3645, 3645); });
-    connect(&SettingWindow, &frmSettingWindow::assessmentChanged, &MainWindow.results(), &ResultsTable::RedrawResult);
-    connect(&MainWindow, &frmVorloMain::helpChosen, this, [this] { helpViewer.showIndex(helpFilePath()); });
-    connect(&MainWindow, &frmVorloMain::aboutChosen, this, &VorloMain::showAbout);
+    connect(&MainWindow, &frmVorloMain::setParametersChosen, this, [this] {
+        SettingWindow.SetSize(1000, 5000, 3645, 3645);
+        bringToFront(SettingWindow);
+    });
+    connect(&MainWindow, &frmVorloMain::helpChosen, this, [this] {
+        helpViewer.openIndex(helpFilePath());
+        bringToFront(helpViewer);
+    });
+    connect(&MainWindow, &frmVorloMain::aboutChosen, this, [this] { bringToFront(aboutBox); });
     connect(&MainWindow, &frmVorloMain::closed, this, &VorloMain::endProgram);
-}
-
-void VorloMain::showAbout()
-{
-    aboutBox.show();
-    aboutBox.raise();
-    aboutBox.activateWindow();
+    connect(&SettingWindow, &frmSettingWindow::assessmentChanged, &MainWindow.results(), &ResultsTable::RedrawResult);
 }
 
 // Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.

@@ -41,7 +41,6 @@ signals:
 
 private:
     void connectMenus();
-    void showAbout();
     void endProgram();
 
     ui::Prompter& m_prompter;

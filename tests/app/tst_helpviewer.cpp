@@ -44,16 +44,14 @@ void TestHelpViewer::showsTheIndexPage()
     file.write("<html><head><meta charset=\"utf-8\"></head><body><h1>Index Φ</h1></body></html>");
     file.close();
     app::HelpViewer viewer;
-    viewer.showIndex(file.fileName());
-    QVERIFY(viewer.isVisible());
+    viewer.openIndex(file.fileName());
     QCOMPARE(viewer.findChild<QTextBrowser*>("txtHelp")->toPlainText(), QString("Index Φ"));
 }
 
 void TestHelpViewer::saysThatTheFileIsMissing()
 {
     app::HelpViewer viewer;
-    viewer.showIndex("/nowhere/VORLOG4HELP.HLP");
-    QVERIFY(viewer.isVisible());
+    viewer.openIndex("/nowhere/VORLOG4HELP.HLP");
     const QString text = viewer.findChild<QTextBrowser*>("txtHelp")->toPlainText();
     QVERIFY(text.contains("cannot be found") && text.contains("/nowhere/VORLOG4HELP.HLP"));
 }
