@@ -36,7 +36,6 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new QLineEdit(
 
     setCounts(kSheetRows, kSheetColumns);
     m_grid->setColumnTwips(0, kTitleColumnTwips);
-    m_grid->fitTitles();
     showWholeColumns();
 
     connect(m_grid, &ui::Grid::cellClicked, this, &DataSheet::mirrorCurrentCell);

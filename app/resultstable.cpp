@@ -71,7 +71,6 @@ void ResultsTable::setUpGrid()
         SetResultText(0, column, fromUtf8(kResultTitles[slot]));
     }
     SetResultText(0, kAssessmentColumn, fromUtf8(assessmentTitle(m_shared.settings.AssessmentMode)));
-    m_grid->fitTitles();
 }
 
 void ResultsTable::storeResult(const ResultRecord& result, int mask)

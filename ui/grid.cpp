@@ -1,5 +1,6 @@
 #include "ui/grid.h"
 
+#include "ui/gridparts.h"
 #include "ui/twips.h"
 
 #include <QAbstractButton>
@@ -7,10 +8,7 @@
 #include <QInputMethodEvent>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScrollBar>
-#include <QStandardItemModel>
-#include <QStyleOptionHeader>
 
 #include <algorithm>
 #include <optional>
@@ -22,65 +20,6 @@ namespace
 
 constexpr int kColumnTwips = 960; // of a column that nobody has sized
 constexpr int kRowPadding = 4;    // pixels above and below a row's text together
-constexpr int kFramePen = 2;      // pixels
-constexpr double kLeastTitlePoints = 6;
-constexpr double kTitlePointStep = 0.5;
-
-/// The cells; the headers read their texts from row 0 and column 0.
-class Cells final : public QStandardItemModel
-{
-public:
-    using QStandardItemModel::QStandardItemModel;
-
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
-    {
-        if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
-            return QStandardItemModel::headerData(section, orientation, role);
-        return data(orientation == Qt::Horizontal ? index(0, section) : index(section, 0), Qt::DisplayRole);
-    }
-
-    bool setData(const QModelIndex& cell, const QVariant& value, int role) override
-    {
-        const bool written = QStandardItemModel::setData(cell, value, role);
-        if (cell.row() == 0)
-            emit headerDataChanged(Qt::Horizontal, cell.column(), cell.column());
-        if (cell.column() == 0)
-            emit headerDataChanged(Qt::Vertical, cell.row(), cell.row());
-        return written;
-    }
-
-    Qt::ItemFlags flags(const QModelIndex&) const override { return Qt::ItemIsEnabled | Qt::ItemIsSelectable; }
-};
-
-void drawCurrentFrame(QPainter& painter, const QRect& section, const QPalette& palette)
-{
-    painter.setPen(QPen(palette.color(QPalette::Highlight), kFramePen));
-    painter.drawRect(section.adjusted(1, 1, -kFramePen, -kFramePen));
-}
-
-/// A header that shows which title is the current cell.
-class TitleHeader final : public QHeaderView
-{
-public:
-    TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeaderView(orientation, parent)
-    {
-        setSectionsClickable(true);
-        setHighlightSections(false);
-        setTextElideMode(Qt::ElideRight);
-    }
-
-protected:
-    void paintSection(QPainter* painter, const QRect& section, int logicalIndex) const override
-    {
-        painter->save();
-        QHeaderView::paintSection(painter, section, logicalIndex);
-        painter->restore();
-        const QModelIndex title =
-            orientation() == Qt::Horizontal ? model()->index(0, logicalIndex) : model()->index(logicalIndex, 0);
-        if (title.isValid() && title == currentIndex())
-            drawCurrentFrame(*painter, section, palette());
-    }
-};
 
 struct Step {
     int rows = 0;
@@ -119,32 +58,16 @@ std::optional<Step> stepOf(const QKeyEvent& event, const Grid& grid)
 /// From a title a step may lead into the cells, from a cell never onto a title.
 int stepped(int from, int step, int count) { return std::clamp(from + step, std::min(from, 1), count - 1); }
 
-bool holds(const QWidget& header, const QString& title, int width)
-{
-    const int margin = header.style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, &header);
-    return header.fontMetrics().horizontalAdvance(title) + 2 * margin <= width;
-}
-
-/// Whether the letters could be made smaller.
-bool shrinkTitles(QWidget& header)
-{
-    QFont font = header.font();
-    if (font.pointSizeF() <= kLeastTitlePoints)
-        return false;
-    font.setPointSizeF(font.pointSizeF() - kTitlePointStep);
-    header.setFont(font);
-    return true;
-}
-
 bool isPrintable(const QString& text) { return !text.isEmpty() && text.front().unicode() > 32; }
 
 } // namespace
 
 Grid::Grid(QWidget* parent)
-    : QTableView(parent), m_cells(new Cells(this)),
+    : QTableView(parent), m_cells(new TitledCells(this)),
       m_corner(findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly))
 {
     setModel(m_cells);
+    setItemDelegate(new FittingDelegate(this));
     setUpTitles();
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ContiguousSelection);
@@ -210,21 +133,6 @@ void Grid::setColumnTwips(int column, int twips)
         verticalHeader()->setFixedWidth(toPixels(twips));
     else
         setColumnWidth(column, toPixels(twips));
-}
-
-void Grid::fitTitles()
-{
-    for (int row = 1; row < rows(); ++row)
-        while (!holds(*verticalHeader(), text(row, 0), verticalHeader()->maximumWidth()))
-            if (!shrinkTitles(*verticalHeader()))
-                break;
-    for (int column = 0; column < columns(); ++column) {
-        const int width = column == 0 ? verticalHeader()->maximumWidth() : columnWidth(column);
-        while (!holds(*horizontalHeader(), text(0, column), width))
-            if (!shrinkTitles(*horizontalHeader()))
-                break;
-    }
-    m_corner->setFont(horizontalHeader()->font());
 }
 
 void Grid::selectCell(int row, int column) { selectBlock(row, column, row, column); }
@@ -360,22 +268,8 @@ bool Grid::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != m_corner || event->type() != QEvent::Paint)
         return QTableView::eventFilter(watched, event);
-    paintCorner();
+    paintCornerTitle(*m_corner, text(0, 0), currentRow() == 0 && currentColumn() == 0);
     return true;
-}
-
-void Grid::paintCorner()
-{
-    QPainter painter(m_corner);
-    QStyleOptionHeader option;
-    option.initFrom(m_corner);
-    option.orientation = Qt::Horizontal;
-    option.position = QStyleOptionHeader::OnlyOneSection;
-    option.text = m_corner->fontMetrics().elidedText(text(0, 0), Qt::ElideRight, m_corner->width() - kRowPadding);
-    option.textAlignment = Qt::AlignCenter;
-    style()->drawControl(QStyle::CE_Header, &option, &painter, m_corner);
-    if (currentRow() == 0 && currentColumn() == 0)
-        drawCurrentFrame(painter, m_corner->rect(), palette());
 }
 
 } // namespace ui

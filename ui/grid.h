@@ -9,7 +9,8 @@ namespace ui
 {
 
 /// A grid of text cells whose row 0 and column 0 are titles: real headers that stay in view, and cells of the model
-/// all the same. Texts are in the model, the current cell and the selected block in the selection model.
+/// all the same. Texts are in the model, the current cell and the selected block in the selection model. Texts that are
+/// too long for their column are drawn condensed.
 class Grid : public QTableView
 {
     Q_OBJECT
@@ -27,9 +28,6 @@ public:
     void setText(int row, int column, const QString& text);
 
     void setColumnTwips(int column, int twips);
-
-    /// Makes the titles' letters as small as they must be, down to a legible limit, to fit into the columns.
-    void fitTitles();
 
     /// Makes a cell, title cells included, the current one and the only selected one.
     void selectCell(int row, int column);
@@ -69,7 +67,6 @@ private:
     void titleClicked(int row, int column);
     void moveBy(int rows, int columns, bool extend);
     void extendTo(int row, int column);
-    void paintCorner();
     void currentMoved();
 
     QStandardItemModel* m_cells;

@@ -1,5 +1,6 @@
 #include "ui/picturesurface.h"
 
+#include "ui/fittingfont.h"
 #include "ui/twips.h"
 
 #include <QAccessibleWidget>
@@ -14,6 +15,7 @@ namespace
 
 constexpr int kLabelPoints = 10;
 constexpr double kTwipsPerPoint = 20;
+constexpr double kDigitWidth = 0.45; // of the font's height: labels are placed as if a digit took 6 of 13.3 pixels
 
 /// Tells assistive technology that the surface is a picture.
 QAccessibleInterface* accessibleSurface(const QString&, QObject* object)
@@ -86,7 +88,7 @@ void PictureSurface::setFontPoints(int points)
 {
     QFont labels = font();
     labels.setPixelSize(std::max(1, toPixels(points * kTwipsPerPoint)));
-    setFont(labels);
+    setFont(fittingFont(labels, "0", kDigitWidth * labels.pixelSize()));
 }
 
 void PictureSurface::drawLine(double x1, double y1, double x2, double y2, const QColor& color)
@@ -134,7 +136,10 @@ void PictureSurface::drawText(double x, double y, const QString& text)
     draw([&](QPainter& painter) {
         painter.setFont(font());
         painter.setPen(Qt::black);
-        painter.drawText(pixels(x, y) + QPointF(0, painter.fontMetrics().ascent()), text);
+        QPointF corner = pixels(x, y);
+        if (corner.x() < width()) // a label that starts on the surface ends on it
+            corner.setX(std::min(corner.x(), width() - painter.fontMetrics().horizontalAdvance(text) - 1.0));
+        painter.drawText(corner + QPointF(0, painter.fontMetrics().ascent()), text);
     });
 }
 

@@ -1,3 +1,4 @@
+#include "ui/fittingfont.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
 
@@ -25,7 +26,7 @@ private slots:
     void committedTextIsAnnounced();
     void deleteIsAnnouncedAndNothingElseHappens();
     void tabLeavesTheGrid();
-    void titlesShrinkIntoTheirColumns();
+    void longTextsAreCondensed();
     void fillsTheLargestTableQuickly();
 
 private:
@@ -213,18 +214,15 @@ void TestGrid::tabLeavesTheGrid()
     QCOMPARE(m_grid->currentColumn(), 1);
 }
 
-void TestGrid::titlesShrinkIntoTheirColumns()
+void TestGrid::longTextsAreCondensed()
 {
-    const QString title = "kq2/M-1s-1";
-    m_grid->setText(0, 1, title);
-    m_grid->setColumnTwips(1, 900);
-    m_grid->setText(1, 0, "Component");
-    m_grid->setColumnTwips(0, 1000);
-    const QHeaderView& header = *m_grid->horizontalHeader();
-    QVERIFY(header.fontMetrics().horizontalAdvance(title) > m_grid->columnWidth(1));
-    m_grid->fitTitles();
-    QVERIFY(header.fontMetrics().horizontalAdvance(title) < m_grid->columnWidth(1));
-    QVERIFY(m_grid->verticalHeader()->fontMetrics().horizontalAdvance("Component") < m_grid->verticalHeader()->width());
+    const QFont font;
+    const QString title = "kq22/M-1s-1";
+    const qreal room = QFontMetricsF(font).horizontalAdvance(title) * 0.8;
+    QVERIFY(QFontMetricsF(ui::fittingFont(font, title, room)).horizontalAdvance(title) < room * 1.05);
+    QCOMPARE(ui::fittingFont(font, "kq1", room), font);
+    QCOMPARE(ui::fittingFont(font, QString(), -5), font);
+    QVERIFY(ui::fittingFont(font, title, -5).stretch() >= 60);
 }
 
 void TestGrid::fillsTheLargestTableQuickly()

@@ -11,6 +11,16 @@ constexpr double kTwipsPerPixel = 15; // at the 96 dots per inch of the test pla
 const QColor kWhite(Qt::white);
 const QColor kRed(255, 0, 0);
 
+QRect inkOf(const QImage& picture)
+{
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y) != kWhite)
+                ink |= QRect(x, y, 1, 1);
+    return ink;
+}
+
 } // namespace
 
 class TestPictureSurface : public QObject
@@ -82,14 +92,16 @@ void TestPictureSurface::picturesSurviveResizing()
 void TestPictureSurface::textHangsFromItsCorner()
 {
     m_surface->drawText(150, 300, "10");
-    const QImage picture = m_surface->picture();
-    QRect ink;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            if (picture.pixelColor(x, y) != kWhite)
-                ink |= QRect(x, y, 1, 1);
+    const QRect ink = inkOf(m_surface->picture());
     QVERIFY2(ink.left() >= 10 && ink.left() < 15, qPrintable(QString::number(ink.left())));
     QVERIFY2(ink.top() >= 20 && ink.bottom() < 37, qPrintable(QString::number(ink.bottom())));
+    m_surface->clear();
+    m_surface->drawText(1350, 300, "1.e-2");
+    const QRect moved = inkOf(m_surface->picture());
+    QVERIFY2(moved.left() < 90 && moved.right() < 99, "a label at the right edge moves left until it fits");
+    m_surface->clear();
+    m_surface->drawText(32767, 300, "off the surface");
+    QVERIFY(inkOf(m_surface->picture()).isNull());
 }
 
 void TestPictureSurface::isAPictureForScreenReaders()

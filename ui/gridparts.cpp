@@ -1,0 +1,86 @@
+#include "ui/gridparts.h"
+
+#include "ui/fittingfont.h"
+
+#include <QPainter>
+#include <QStyleOptionHeader>
+
+namespace ui
+{
+namespace
+{
+
+constexpr int kTextMargin = 4; // pixels left and right of a text
+constexpr int kFramePen = 2;   // pixels
+
+QFont fontFor(const QWidget& widget, const QString& text, const QRect& area)
+{
+    return fittingFont(widget.font(), text, area.width() - 2 * kTextMargin);
+}
+
+void drawCurrentFrame(QPainter& painter, const QRect& section, const QPalette& palette)
+{
+    painter.setPen(QPen(palette.color(QPalette::Highlight), kFramePen));
+    painter.drawRect(section.adjusted(1, 1, -kFramePen, -kFramePen));
+}
+
+} // namespace
+
+QVariant TitledCells::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
+        return QStandardItemModel::headerData(section, orientation, role);
+    return data(orientation == Qt::Horizontal ? index(0, section) : index(section, 0), Qt::DisplayRole);
+}
+
+bool TitledCells::setData(const QModelIndex& cell, const QVariant& value, int role)
+{
+    const bool written = QStandardItemModel::setData(cell, value, role);
+    if (cell.row() == 0)
+        emit headerDataChanged(Qt::Horizontal, cell.column(), cell.column());
+    if (cell.column() == 0)
+        emit headerDataChanged(Qt::Vertical, cell.row(), cell.row());
+    return written;
+}
+
+void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const
+{
+    QStyledItemDelegate::initStyleOption(option, cell);
+    option->font = fittingFont(option->font, option->text, option->rect.width() - 2 * kTextMargin);
+    option->fontMetrics = QFontMetrics(option->font);
+}
+
+TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeaderView(orientation, parent)
+{
+    setSectionsClickable(true);
+    setHighlightSections(false);
+}
+
+void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logicalIndex) const
+{
+    painter->save();
+    painter->setFont(fontFor(*this, model()->headerData(logicalIndex, orientation()).toString(), section));
+    QHeaderView::paintSection(painter, section, logicalIndex);
+    painter->restore();
+    const QModelIndex cell =
+        orientation() == Qt::Horizontal ? model()->index(0, logicalIndex) : model()->index(logicalIndex, 0);
+    if (cell.isValid() && cell == currentIndex())
+        drawCurrentFrame(*painter, section, palette());
+}
+
+void paintCornerTitle(QWidget& corner, const QString& title, bool current)
+{
+    QPainter painter(&corner);
+    painter.setFont(fontFor(corner, title, corner.rect()));
+    QStyleOptionHeader option;
+    option.initFrom(&corner);
+    option.orientation = Qt::Horizontal;
+    option.position = QStyleOptionHeader::OnlyOneSection;
+    option.text = title;
+    option.textAlignment = Qt::AlignCenter;
+    corner.style()->drawControl(QStyle::CE_Header, &option, &painter, &corner);
+    if (current)
+        drawCurrentFrame(painter, corner.rect(), corner.palette());
+}
+
+} // namespace ui

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QHeaderView>
+#include <QStandardItemModel>
+#include <QStyledItemDelegate>
+
+/// What a grid is made of. Texts that are too long for their column are condensed, so that numbers stay whole.
+namespace ui
+{
+
+/// The cells; the headers read their texts from row 0 and column 0.
+class TitledCells final : public QStandardItemModel
+{
+public:
+    using QStandardItemModel::QStandardItemModel;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    bool setData(const QModelIndex& cell, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex&) const override { return Qt::ItemIsEnabled | Qt::ItemIsSelectable; }
+};
+
+class FittingDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const override;
+};
+
+/// A header that shows which title is the current cell.
+class TitleHeader final : public QHeaderView
+{
+public:
+    TitleHeader(Qt::Orientation orientation, QWidget* parent);
+
+protected:
+    void paintSection(QPainter* painter, const QRect& section, int logicalIndex) const override;
+};
+
+/// The title where both headers meet.
+void paintCornerTitle(QWidget& corner, const QString& title, bool current);
+
+} // namespace ui
