@@ -1,5 +1,7 @@
 #include "app/startup.h"
 
+#include "app/datasheet.h"
+#include "app/parameterpanel.h"
 #include "app/resultstable.h"
 #include "ui/prompter.h"
 
@@ -20,9 +22,13 @@ void bringToFront(QWidget& window)
 } // namespace
 
 VorloMain::VorloMain(ui::Prompter& prompter)
-    : MainWindow(shared), SettingWindow(shared), aboutBox(prompter), m_prompter(prompter)
+    : MainWindow(shared), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared), aboutBox(prompter),
+      m_prompter(prompter), m_decayCommands(commandContext(), DecayAnalyzer),
+      m_sternVolmerCommands(commandContext(), SVAnalyzer)
 {
+    fit::StopRequested = false;
     connectMenus();
+    connectAnalyses();
     MainWindow.SetSize(0, 6500, 8160, 9750);
     // Plots stack to the left of the main window.
     GraphWindow1.SetPosition(0, 1000);
@@ -44,11 +50,41 @@ void VorloMain::connectMenus()
     connect(&SettingWindow, &frmSettingWindow::assessmentChanged, &MainWindow.results(), &ResultsTable::RedrawResult);
 }
 
+analysis::CommandContext VorloMain::commandContext()
+{
+    return {.sheet = MainWindow.sheet(),
+            .panel = MainWindow.panel(),
+            .shared = shared,
+            .results = MainWindow.results(),
+            .prompter = m_prompter,
+            .GraphWindow1 = GraphWindow1,
+            .GraphWindow2 = GraphWindow2,
+            .OutputTable1 = OutputTable1,
+            .OutputTable2 = OutputTable2};
+}
+
+void VorloMain::connectAnalyses()
+{
+    connect(&MainWindow, &frmVorloMain::normalizationChosen, this, [this] { m_decayCommands.Normalization(); });
+    connect(&MainWindow, &frmVorloMain::decayCurveAnalysisChosen, this,
+            [this] { m_decayCommands.DecayCurveAnalysis(); });
+    connect(&MainWindow, &frmVorloMain::calcDecayCurveChosen, this, [this] { m_decayCommands.CalcDecayCurve(); });
+    connect(&MainWindow, &frmVorloMain::sternVolmerAnalysisChosen, this,
+            [this] { m_sternVolmerCommands.SternVolmerAnalysis(); });
+    connect(&MainWindow, &frmVorloMain::calcSternVolmerChosen, this,
+            [this] { m_sternVolmerCommands.CalcSternVolmer(); });
+    m_decayCommands.setAnalysisEnabled = [this](bool enabled) { MainWindow.setDecayAnalysisEnabled(enabled); };
+    for (analysis::AnalyzerWindow* analyzer :
+         std::initializer_list<analysis::AnalyzerWindow*>{&DecayAnalyzer, &SVAnalyzer})
+        connect(analyzer, &analysis::AnalyzerWindow::dismissed, this, [this] { bringToFront(MainWindow); });
+}
+
 // Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.
 void VorloMain::endProgram()
 {
-    for (QWidget* window : std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2,
-                                                           &SettingWindow, &helpViewer, &aboutBox})
+    for (QWidget* window :
+         std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2, &SVAnalyzer,
+                                         &DecayAnalyzer, &SettingWindow, &helpViewer, &aboutBox})
         window->hide();
     emit ended();
 }

@@ -5,8 +5,10 @@
 #include "app/mainwindow.h"
 #include "app/settingwindow.h"
 #include "app/sharedstate.h"
+#include "decay/commands.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
+#include "sternvolmer/commands.h"
 
 namespace ui
 {
@@ -28,6 +30,8 @@ public:
 
     SharedState shared;
     frmVorloMain MainWindow;
+    decay::frmDecayCurveAnalyzer DecayAnalyzer;
+    sternvolmer::frmSternVolmerAnalyzer SVAnalyzer;
     frmSettingWindow SettingWindow;
     plot::Graph GraphWindow1; // decay curves
     plot::Graph GraphWindow2; // Stern-Volmer plots and deviations
@@ -40,10 +44,14 @@ signals:
     void ended(); // the main window was closed and every other window hidden
 
 private:
+    analysis::CommandContext commandContext();
     void connectMenus();
+    void connectAnalyses();
     void endProgram();
 
     ui::Prompter& m_prompter;
+    decay::Commands m_decayCommands;
+    sternvolmer::Commands m_sternVolmerCommands;
 };
 
 } // namespace app

@@ -1,0 +1,286 @@
+#include "app/datasheet.h"
+#include "app/parameterpanel.h"
+#include "app/resultstable.h"
+#include "fit/numbertext.h"
+#include "tests/support/application.h"
+#include "ui/grid.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <cmath>
+
+namespace
+{
+
+using Column = QStringList; // rows 1, 2, ... of one sample
+
+// Acridone quenched by iodide in water: conc. in M, lifetimes in ns, intensities as printed (CC0 teaching workshop,
+// github.com/chemfd/PhotochemistryWorkshopAnswers). It reports K = 1.19 M^-1 and kq2 = 4.94e9 M^-1 s^-1.
+const QList<Column> kAcridone{
+    {"0", "1", "1", "17.6", "", "", "", "", "16580"}, {"0.04", "1", "1", "3.9", "", "", "", "", "3753"},
+    {"0.1", "1", "1", "1.8", "", "", "", "", "1566"}, {"0.2", "1", "1", "0.95", "", "", "", "", "721"},
+    {"0.3", "1", "1", "0.64", "", "", "", "", "446"}, {"0.5", "1", "1", "0.39", "", "", "", "", "242"},
+    {"0.8", "1", "1", "0.25", "", "", "", "", "121"}};
+constexpr double kWithinPublished = 0.05; // the least-squares optimum lies 4 % from the published K
+
+const QString kArithmeticFault = "The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
+                                 "Please change the initial values and run again.";
+const QString kIncomplete = "You must input intensity data.";
+
+struct Program : support::Application {
+    void fill(const QList<Column>& samples)
+    {
+        app::DataSheet& sheet = program.MainWindow.sheet();
+        for (int column = 1; column <= samples.size(); ++column)
+            for (int row = 1; row <= samples[column - 1].size(); ++row)
+                sheet.SetSheetText(row, column, samples[column - 1][row - 1]);
+    }
+    void type(const QString& box, const QString& text) { control<QLineEdit>(box).setText(text); }
+    void choose(int model) { control<QRadioButton>(QString("opnModel%1").arg(model)).click(); }
+    void run(const char* menuItem) { control<QAction>(menuItem).trigger(); }
+    void analyse() { run("mnuSternVolmerAnalysis"); }
+    void startNearAcridone()
+    {
+        fill(kAcridone);
+        choose(3);
+        type("txtK", "2");
+        type("txtkq2", "5e9");
+        type("txtIteration", "1000");
+        type("txtTolerance", "1e-9");
+    }
+    QString report() { return program.SVAnalyzer.findChild<QPlainTextEdit*>("txtResults")->toPlainText(); }
+    QString result(int row, int column) { return program.MainWindow.results().GetResultText(row, column); }
+    QString table(int row, int column) { return program.OutputTable2.findChild<ui::Grid*>()->text(row, column); }
+};
+
+} // namespace
+
+class TestSternVolmerCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fitsPublishedDataFromSheetToStoredResult();
+    void calculatesWithTypedParametersWithoutStoring();
+    void runsEveryModelInBothModes();
+    void refusesIncompleteSheets_data();
+    void refusesIncompleteSheets();
+    void endsAnArithmeticFaultWithItsMessage_data();
+    void endsAnArithmeticFaultWithItsMessage();
+    void fillsEmptyFieldsOnlyWithWhatTheModelReports();
+    void stopsAnEndlessFit();
+    void keepsToWhatItStartedWith();
+    void endsAllRunsWhenTheMainWindowCloses();
+};
+
+void TestSternVolmerCommands::fitsPublishedDataFromSheetToStoredResult()
+{
+    Program vorlo;
+    vorlo.startNearAcridone();
+    vorlo.analyse();
+
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.result(1, 0), "SV");
+    QCOMPARE(vorlo.result(1, 1), " 3");
+    QVERIFY(std::abs(vorlo.result(1, 2).toDouble() / 1.19 - 1) < kWithinPublished);
+    QVERIFY(std::abs(vorlo.result(1, 4).toDouble() / 4.94e9 - 1) < kWithinPublished);
+    QCOMPARE(vorlo.result(1, 3), "");
+    QCOMPARE(vorlo.result(1, 7), "OK");
+    QVERIFY(vorlo.report().startsWith("Model  3\nK :\t"));
+    QVERIFY(vorlo.report().contains("K :\t" + vorlo.result(1, 2) + "\n"));
+
+    QCOMPARE(vorlo.program.GraphWindow2.windowTitle(), "Stern-Volmer Plot");
+    QVERIFY(vorlo.program.GraphWindow2.isVisible());
+    QVERIFY(!vorlo.program.GraphWindow1.isVisible());
+    QCOMPARE(vorlo.program.OutputTable2.windowTitle(), "Stern-Volmer (Fitting)");
+    QCOMPARE(vorlo.table(1, 0), "0.e+0");
+    QCOMPARE(vorlo.table(1, 1), "1.e+0");
+    QVERIFY(vorlo.program.SVAnalyzer.isVisible());
+}
+
+void TestSternVolmerCommands::calculatesWithTypedParametersWithoutStoring()
+{
+    Program vorlo;
+    vorlo.fill({{"0", "1", "1", "100", "", "", "", "", "10"}, {"1e-3", "", "", "", "", "", "", "", "5"}});
+    vorlo.type("txtkq2", "1e10");
+    vorlo.run("mnuCalcSternVolmer");
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.result(1, 0), "");
+    // 1 + kq2 tau0 x = 1 + 1e10 * 1e-7 * x: 2 at the second sample, so nothing is left over
+    QCOMPARE(vorlo.report(), "Model  1\nkq2 :\t1.e+10\nExe num. :  0\nR2\t1.\nSe\t0.00\n");
+    QCOMPARE(vorlo.table(6, 0), "5.e-4");
+    QCOMPARE(vorlo.table(6, 1), "1.5e+0");
+}
+
+void TestSternVolmerCommands::runsEveryModelInBothModes()
+{
+    Program vorlo;
+    vorlo.startNearAcridone();
+    vorlo.type("txtkq1", "1e7");
+    vorlo.type("txtIteration", "20");
+    for (int logMode = 0; logMode <= 1; ++logMode) {
+        for (int model = 1; model <= 13; ++model) {
+            vorlo.program.shared.settings.LogMode = logMode;
+            vorlo.program.shared.results.clearAll();
+            vorlo.prompter.shown.clear();
+            vorlo.choose(model);
+            vorlo.run("mnuCalcSternVolmer");
+            QCOMPARE(vorlo.prompter.shown, QStringList());
+            vorlo.analyse();
+            const app::ResultRecord& stored = vorlo.program.shared.results.ResultData[1];
+            const bool faulted = vorlo.prompter.shown.contains(kArithmeticFault);
+            QCOMPARE(stored.Method, std::string(faulted ? "" : "SV"));
+            if (!faulted)
+                QVERIFY(std::isfinite(stored.Se) && stored.Model == model);
+        }
+    }
+}
+
+void TestSternVolmerCommands::refusesIncompleteSheets_data()
+{
+    QTest::addColumn<QList<Column>>("samples");
+    QTest::addColumn<QString>("probe");
+    QTest::addColumn<QStringList>("messages");
+
+    const Column reference{"0", "1", "1", "10", "", "", "", "", "9"};
+    QTest::newRow("empty sheet") << QList<Column>{} << "1e-5" << QStringList{kIncomplete};
+    QTest::newRow("no reference first") << QList<Column>{{"1e-3", "1", "1", "10", "", "", "", "", "9"}} << "1e-5"
+                                        << QStringList{"Please input the 0moldm-3 data in the left of column.",
+                                                       kIncomplete};
+    QTest::newRow("reference without components")
+        << QList<Column>{{"0", "", "", "", "", "", "", "", "9"}} << "1e-5" << QStringList{kIncomplete};
+    QTest::newRow("four components") << QList<Column>{{"0", "4", "1", "10", "1", "1", "1", "1", "9"}} << "1e-5"
+                                     << QStringList{kIncomplete};
+    QTest::newRow("intensity missing later")
+        << QList<Column>{reference, {"1e-3", "1", "1", "5"}} << "1e-5" << QStringList{kIncomplete};
+    QTest::newRow("no probe") << QList<Column>{reference} << "zero" << QStringList{"Please Input Cp value above zero."};
+}
+
+void TestSternVolmerCommands::refusesIncompleteSheets()
+{
+    QFETCH(QList<Column>, samples);
+    QFETCH(QString, probe);
+    Program vorlo;
+    vorlo.fill(samples);
+    vorlo.type("txtConcProbe", probe);
+    vorlo.analyse();
+    QTEST(vorlo.prompter.shown, "messages");
+    QCOMPARE(vorlo.result(1, 0), "");
+    QVERIFY(!vorlo.program.GraphWindow2.isVisible());
+}
+
+void TestSternVolmerCommands::endsAnArithmeticFaultWithItsMessage_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("command");
+
+    QTest::newRow("zero start, so zero derivative step") << "txtK"
+                                                         << "0"
+                                                         << "mnuSternVolmerAnalysis";
+    QTest::newRow("overflowing tolerance") << "txtTolerance"
+                                           << "1e400"
+                                           << "mnuSternVolmerAnalysis";
+    QTest::newRow("division by zero in a calculation") << "txtK"
+                                                       << "0"
+                                                       << "mnuCalcSternVolmer";
+}
+
+void TestSternVolmerCommands::endsAnArithmeticFaultWithItsMessage()
+{
+    QFETCH(QString, box);
+    QFETCH(QString, text);
+    QFETCH(QString, command);
+    Program vorlo;
+    vorlo.startNearAcridone();
+    vorlo.program.shared.settings.LogMode = 0;
+    vorlo.type(box, text);
+    vorlo.run(command.toUtf8());
+    QCOMPARE(vorlo.prompter.shown, QStringList{kArithmeticFault});
+    QCOMPARE(vorlo.result(1, 0), "");
+    QVERIFY(!vorlo.program.GraphWindow2.isVisible() && !vorlo.program.OutputTable2.isVisible());
+
+    vorlo.prompter.shown.clear();
+    vorlo.startNearAcridone();
+    vorlo.analyse();
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.result(1, 0), "SV");
+}
+
+void TestSternVolmerCommands::fillsEmptyFieldsOnlyWithWhatTheModelReports()
+{
+    Program vorlo;
+    vorlo.startNearAcridone();
+    app::ResultRecord& record = vorlo.program.shared.results.ResultData[1];
+    record.Kq1 = 42;
+    record.R = 7;
+    vorlo.analyse();
+    QCOMPARE(record.Kq1, 42.0);
+    QCOMPARE(record.R, 7.0);
+}
+
+void TestSternVolmerCommands::stopsAnEndlessFit()
+{
+    Program vorlo;
+    vorlo.startNearAcridone();
+    vorlo.type("txtIteration", "1e30");
+    vorlo.type("txtTolerance", "0");
+    QTimer::singleShot(30, &vorlo.program.SVAnalyzer,
+                       [&] { vorlo.program.SVAnalyzer.findChild<QPushButton*>("cmdSTOP")->click(); });
+    vorlo.analyse();
+    QCOMPARE(vorlo.result(1, 0), "SV");
+    QCOMPARE(vorlo.result(1, 7), "OK");
+}
+
+void TestSternVolmerCommands::keepsToWhatItStartedWith()
+{
+    Program alone;
+    alone.startNearAcridone();
+    alone.analyse();
+
+    Program vorlo;
+    vorlo.startNearAcridone();
+    int labelled = 0;
+    QTimer::singleShot(0, &vorlo.program, [&] {
+        vorlo.run("mnuNew");
+        vorlo.fill({{"0", "1", "1", "50", "", "", "", "", "3"}, {"0.5", "", "", "", "", "", "", "", "1"}});
+        vorlo.choose(5);
+        vorlo.type("txtConcProbe", "1e-3");
+        vorlo.analyse();
+        labelled = vorlo.result(1, 1).trimmed().toInt();
+    });
+    vorlo.analyse();
+    QCOMPARE(labelled, 5);
+    const auto& stored = vorlo.program.shared.results.ResultData;
+    QCOMPARE(stored[2], alone.program.shared.results.ResultData[1]);
+    QCOMPARE(vorlo.report(), alone.report());
+    QCOMPARE(vorlo.table(5, 1), alone.table(5, 1));
+}
+
+void TestSternVolmerCommands::endsAllRunsWhenTheMainWindowCloses()
+{
+    Program vorlo;
+    vorlo.startNearAcridone();
+    vorlo.type("txtIteration", "1e30");
+    vorlo.type("txtTolerance", "0");
+    const QSignalSpy ended(&vorlo.program, &app::VorloMain::ended);
+    QTimer::singleShot(20, &vorlo.program, [&] { vorlo.analyse(); });
+    QTimer::singleShot(40, &vorlo.program, [&] { vorlo.program.MainWindow.close(); });
+    vorlo.analyse();
+    QCOMPARE(ended.count(), 1);
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.program.shared.results.ResultData[1], app::ResultRecord{});
+    QVERIFY(!vorlo.program.SVAnalyzer.isVisible() && !vorlo.program.GraphWindow2.isVisible());
+}
+
+QTEST_MAIN(TestSternVolmerCommands)
+#include "tst_sternvolmercommands.moc"
