@@ -1,0 +1,112 @@
+#include "app/sessioncommands.h"
+
+#include "app/resultstable.h"
+#include "app/sessionfile.h"
+#include "app/sharedstate.h"
+#include "ui/prompter.h"
+
+namespace app
+{
+namespace
+{
+
+constexpr int kLongestPath = 32;  // characters that a caption shows in full
+constexpr int kShownPathEnd = 31; // characters of a longer path
+
+template <class Visit>
+void forEachDataCell(const SheetText& sheet, Visit visit)
+{
+    for (int row = 1; row < sheet.rowCount(); ++row)
+        for (int column = 1; column < sheet.columnCount(); ++column)
+            visit(row, column);
+}
+
+QString withExtension(const QString& path)
+{
+    const QString extension = QStringLiteral(".vrl");
+    return path.endsWith(extension, Qt::CaseInsensitive) ? path : path + extension;
+}
+
+} // namespace
+
+SessionCommands::SessionCommands(const Parts& parts, QObject* parent) : QObject(parent), m_parts(parts) {}
+
+void SessionCommands::mnuNew_Click()
+{
+    forEachDataCell(m_parts.sheet, [this](int row, int column) { m_parts.sheet.setCell(row, column, {}); });
+}
+
+void SessionCommands::mnuSaveAs_Click()
+{
+    const auto chosen = m_parts.prompter.fileToSave();
+    if (!chosen)
+        return;
+    const QString path = withExtension(*chosen);
+    const QString error = writeSessionFile(path, writeSession(session()));
+    if (!error.isEmpty())
+        m_parts.prompter.message(tr("%1 cannot be saved:\r\n%2").arg(path, error));
+}
+
+void SessionCommands::mnuOpen_Click()
+{
+    const auto path = m_parts.prompter.fileToOpen();
+    if (!path)
+        return;
+    const SessionFileText file = readSessionFile(*path);
+    if (!file.error.isEmpty()) {
+        m_parts.prompter.message(tr("%1 cannot be read:\r\n%2").arg(*path, file.error));
+        return;
+    }
+    m_parts.results.cmdClearAll_Click(); // also when the file turns out not to be a session
+    if (const auto read = readSession(file.text, session())) {
+        show(*read);
+        emit opened(*path);
+    } else {
+        m_parts.prompter.message(tr("This file type is not recognized."));
+    }
+}
+
+Session SessionCommands::session() const
+{
+    const SheetText& sheet = m_parts.sheet;
+    Session session{.panel = m_parts.panel.panelState(),
+                    .settings = m_parts.shared.settings,
+                    .rows = sheet.rowCount(),
+                    .columns = sheet.columnCount(),
+                    .cells = {},
+                    .results = m_parts.shared.results};
+    session.cells.resize(static_cast<std::size_t>(session.rows - 1));
+    forEachDataCell(sheet, [&](int row, int column) {
+        session.cells[static_cast<std::size_t>(row - 1)].push_back(sheet.cell(row, column));
+    });
+    return session;
+}
+
+// A file does not say which kind of fit region was chosen: an opened one brings back the start of the program.
+void SessionCommands::show(const Session& session)
+{
+    PanelState panel = session.panel;
+    panel.allChosen = true;
+    m_parts.panel.setPanelState(panel);
+    SharedState& shared = m_parts.shared;
+    shared.FitRegionMode = kFitRegionOwn;
+    shared.settings = session.settings;
+
+    SheetText& sheet = m_parts.sheet;
+    sheet.setCounts(session.rows, session.columns);
+    forEachDataCell(sheet, [&](int row, int column) {
+        sheet.setCell(row, column,
+                      session.cells[static_cast<std::size_t>(row - 1)][static_cast<std::size_t>(column - 1)]);
+    });
+
+    shared.results = session.results;
+    m_parts.results.RedrawResult();
+    shared.DataNormalized = false;
+}
+
+QString captionWithFile(const QString& title, const QString& path)
+{
+    return title + "---" + (path.size() <= kLongestPath ? path : "..." + path.last(kShownPathEnd));
+}
+
+} // namespace app

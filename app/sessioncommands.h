@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/sessiontext.h"
+
+#include <QObject>
+
+namespace ui
+{
+class Prompter;
+}
+
+namespace app
+{
+
+class ResultsTable;
+struct SharedState;
+
+/// The file menu: empties, opens and saves the session that sheet, panel, settings and results make up.
+class SessionCommands : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What the commands work on; all of it must outlive them.
+    struct Parts {
+        SheetText& sheet;
+        PanelEditor& panel;
+        SharedState& shared;
+        ResultsTable& results;
+        ui::Prompter& prompter;
+    };
+    explicit SessionCommands(const Parts& parts, QObject* parent = nullptr);
+
+    void mnuNew_Click();
+    void mnuOpen_Click();
+    void mnuSaveAs_Click();
+
+signals:
+    /// A session was opened: the settings dialog and the main window's caption follow.
+    void opened(const QString& path);
+
+private:
+    Session session() const;
+    void show(const Session& session);
+
+    Parts m_parts;
+};
+
+/// Caption of the main window with an opened file; of a long path only the end.
+QString captionWithFile(const QString& title, const QString& path);
+
+} // namespace app

@@ -1,0 +1,46 @@
+#include "app/sessionfile.h"
+
+#include "app/sessiontext.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace app
+{
+namespace
+{
+
+QString tr(const char* text) { return QCoreApplication::translate("app::SessionFile", text); }
+
+} // namespace
+
+SessionFileText readSessionFile(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        return {{}, tr("Not a regular file")}; // opening a pipe would wait for a writer
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {{}, file.errorString()};
+    QByteArray bytes = file.read(static_cast<qint64>(kSessionFirstLine.size()) + 1);
+    if (startsSession({bytes.data(), static_cast<std::size_t>(bytes.size())}))
+        bytes += file.read(kMaxSessionBytes - bytes.size());
+    if (file.error() != QFileDevice::NoError)
+        return {{}, file.errorString()};
+    return {QString::fromLocal8Bit(bytes).toStdString(), {}};
+}
+
+QString writeSessionFile(const QString& path, std::string_view text)
+{
+    const QByteArray bytes = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toLocal8Bit();
+    if (bytes.size() > kMaxSessionBytes)
+        return tr("The session is longer than %1 bytes").arg(kMaxSessionBytes);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return file.errorString();
+    return {};
+}
+
+} // namespace app

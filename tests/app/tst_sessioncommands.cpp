@@ -1,0 +1,240 @@
+#include "app/datasheet.h"
+#include "app/parameterpanel.h"
+#include "app/resultstable.h"
+#include "app/sessioncommands.h"
+#include "app/sharedstate.h"
+#include "tests/support/recordingprompter.h"
+
+#include <QElapsedTimer>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+using app::SessionCommands;
+
+namespace
+{
+
+/// A session with its widgets, as the main window holds them.
+struct Desk {
+    app::SharedState shared;
+    app::DataSheet sheet;
+    app::ParameterPanel panel{shared};
+    app::ResultsTable results{shared};
+    support::RecordingPrompter prompter;
+    SessionCommands commands{{sheet, panel, shared, results, prompter}};
+
+    void open(const QString& path)
+    {
+        prompter.nextFile = path;
+        commands.mnuOpen_Click();
+    }
+    void save(const QString& path)
+    {
+        prompter.nextFile = path;
+        commands.mnuSaveAs_Click();
+    }
+    void fill()
+    {
+        sheet.setCell(1, 1, "0");
+        sheet.setCell(9, 20, "Φ");
+        app::PanelState state;
+        state.K = "77";
+        state.Model = 12;
+        panel.setPanelState(state);
+        shared.settings.LogMode = 0;
+        shared.settings.AssessmentMode = 0;
+        results.storeResult({.Method = "SV", .Model = 1, .Kq2 = 1e7, .R2 = .5, .Error = "OK"}, app::Kq2);
+    }
+};
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be opened");
+}
+
+void write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+} // namespace
+
+class TestSessionCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void savedSessionsComeBack();
+    void newEmptiesTheSheetOnly();
+    void namesGetTheExtension_data();
+    void namesGetTheExtension();
+    void cancellingChangesNothing();
+    void foreignFilesOnlyClearTheResults();
+    void unreadableFilesAreNamedWithTheReason();
+    void aFailedSaveLeavesTheOldFile();
+    void undecodableBytesAreReplaced();
+    void aHugeFileIsQuick();
+    void captionsShowTheEndOfLongPaths_data();
+    void captionsShowTheEndOfLongPaths();
+
+private:
+    QString inFolder(const QString& name) const { return m_folder.filePath(name); }
+
+    QTemporaryDir m_folder;
+};
+
+void TestSessionCommands::savedSessionsComeBack()
+{
+    Desk saved;
+    saved.fill();
+    saved.save(inFolder("whole.vrl"));
+    QCOMPARE(saved.prompter.shown, QStringList());
+
+    Desk opened;
+    opened.shared.DataNormalized = true;
+    opened.shared.FitRegionMode = app::kFitRegionThreshold;
+    opened.panel.findChild<QRadioButton*>("opnFitRegion1")->click();
+    QSignalSpy announced(&opened.commands, &SessionCommands::opened);
+    opened.open(inFolder("whole.vrl"));
+    QCOMPARE(opened.sheet.cell(9, 20), "Φ");
+    QVERIFY(opened.panel.panelState() == saved.panel.panelState());
+    QVERIFY(opened.panel.findChild<QRadioButton*>("opnFitRegion0")->isChecked());
+    QVERIFY(opened.panel.findChild<QWidget*>("txtF")->isEnabled());
+    QCOMPARE(opened.shared.FitRegionMode, app::kFitRegionOwn);
+    QCOMPARE(opened.shared.settings.LogMode, 0);
+    QCOMPARE(opened.results.GetResultText(0, 6), QString("R2"));
+    QCOMPARE(opened.results.GetResultText(1, 6), QString(".5"));
+    QCOMPARE(opened.shared.results.ResultCursor, 2);
+    QVERIFY(!opened.shared.DataNormalized);
+    QCOMPARE(announced.count(), 1);
+    QCOMPARE(announced[0][0].toString(), inFolder("whole.vrl"));
+}
+
+void TestSessionCommands::newEmptiesTheSheetOnly()
+{
+    Desk desk;
+    desk.fill();
+    desk.commands.mnuNew_Click();
+    QCOMPARE(desk.sheet.cell(1, 1), "");
+    QCOMPARE(desk.sheet.cell(9, 20), "");
+    QCOMPARE(desk.sheet.cell(9, 0), "Φ");
+    QCOMPARE(desk.panel.panelState().K, "77");
+    QCOMPARE(desk.shared.results.ResultRowEnd, 2);
+}
+
+void TestSessionCommands::namesGetTheExtension_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("none") << "plain"
+                          << "plain.vrl";
+    QTest::newRow("given") << "given.vrl"
+                           << "given.vrl";
+    QTest::newRow("capitals") << "CAPITALS.VRL"
+                              << "CAPITALS.VRL";
+    QTest::newRow("another") << "data.txt"
+                             << "data.txt.vrl";
+}
+
+void TestSessionCommands::namesGetTheExtension()
+{
+    QFETCH(const QString, chosen);
+    QFETCH(const QString, written);
+    Desk desk;
+    desk.save(inFolder(chosen));
+    QVERIFY(contents(inFolder(written)).startsWith("Vorlo File\r\nkq1=1e+7\r\n"));
+}
+
+void TestSessionCommands::cancellingChangesNothing()
+{
+    Desk desk;
+    desk.fill();
+    desk.commands.mnuOpen_Click();
+    desk.commands.mnuSaveAs_Click();
+    QCOMPARE(desk.shared.results.ResultRowEnd, 2);
+    QCOMPARE(desk.prompter.shown, QStringList());
+}
+
+void TestSessionCommands::foreignFilesOnlyClearTheResults()
+{
+    write(inFolder("foreign.vrl"), "Vorlo File of another kind\r\nkq1=5\r\n");
+    Desk desk;
+    desk.fill();
+    desk.open(inFolder("foreign.vrl"));
+    QCOMPARE(desk.prompter.shown, QStringList("This file type is not recognized."));
+    QCOMPARE(desk.shared.results.ResultRowEnd, 1);
+    QCOMPARE(desk.sheet.cell(1, 1), "0");
+    QCOMPARE(desk.panel.panelState().kq1, app::PanelState().kq1);
+}
+
+void TestSessionCommands::unreadableFilesAreNamedWithTheReason()
+{
+    Desk desk;
+    desk.fill();
+    for (const QString& path : {inFolder("missing.vrl"), m_folder.path()}) {
+        desk.open(path);
+        QVERIFY(desk.prompter.shown.last().contains(path));
+        QVERIFY(desk.prompter.shown.last().section("\r\n", 1).size() > 5);
+    }
+    QCOMPARE(desk.shared.results.ResultRowEnd, 2);
+}
+
+void TestSessionCommands::aFailedSaveLeavesTheOldFile()
+{
+    Desk desk;
+    const QString path = inFolder("kept.vrl");
+    desk.save(path);
+    const QByteArray before = contents(path);
+    desk.sheet.setCell(1, 1, std::string(app::kMaxSessionBytes, '1'));
+    desk.save(path);
+    desk.save(inFolder("no such folder/new.vrl"));
+    QCOMPARE(desk.prompter.shown.size(), 2);
+    QVERIFY(desk.prompter.shown[0].contains(path));
+    QVERIFY(desk.prompter.shown[1].contains("no such folder/new.vrl"));
+    QCOMPARE(contents(path), before);
+}
+
+void TestSessionCommands::undecodableBytesAreReplaced()
+{
+    write(inFolder("bytes.vrl"), QByteArray("Vorlo File\nK=5\xFF\nTable\n\0\xC3\n", 25));
+    Desk desk;
+    desk.open(inFolder("bytes.vrl"));
+    QCOMPARE(desk.prompter.shown, QStringList());
+    QCOMPARE(desk.panel.panelState().K, "5\uFFFD");
+    QCOMPARE(desk.sheet.GetSheetText(1, 1), QString(QChar(0)) + QChar(0xFFFD));
+}
+
+void TestSessionCommands::aHugeFileIsQuick()
+{
+    constexpr int kFileBytes = 100'000'000;
+    write(inFolder("huge.vrl"), "Vorlo File\nK=" + QByteArray(kFileBytes, '5'));
+    Desk desk;
+    QElapsedTimer timer;
+    timer.start();
+    desk.open(inFolder("huge.vrl"));
+    QVERIFY(timer.elapsed() < 1000);
+    QVERIFY(desk.panel.panelState().K.starts_with("555"));
+}
+
+void TestSessionCommands::captionsShowTheEndOfLongPaths_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("caption");
+    const QString end = QString(31, 'e');
+    QTest::newRow("32 characters") << 'x' + end << "Title---x" + end;
+    QTest::newRow("33 characters") << "xy" + end << "Title---..." + end;
+}
+
+void TestSessionCommands::captionsShowTheEndOfLongPaths()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QString, caption);
+    QCOMPARE(app::captionWithFile("Title", path), caption);
+}
+
+QTEST_MAIN(TestSessionCommands)
+#include "tst_sessioncommands.moc"
