@@ -1,0 +1,100 @@
+#include "tools/hands.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+
+namespace tour
+{
+namespace
+{
+
+constexpr int kInsideLeft = 8; // pixels: on the indicator of an option button, on the text of anything else
+
+QWidget& focused()
+{
+    if (QWidget* widget = QApplication::focusWidget())
+        return *widget;
+    giveUp("nothing has the keyboard");
+}
+
+/// The menu of the menu bar that holds an item.
+QAction* titleOf(const QMenuBar& bar, const QAction* item)
+{
+    for (QAction* title : bar.actions())
+        if (title->menu() && title->menu()->actions().contains(item))
+            return title;
+    return nullptr;
+}
+
+} // namespace
+
+void goTo(QWidget& window)
+{
+    window.raise();
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window))
+        giveUp(QString("%1 does not come to the front").arg(window.windowTitle()));
+}
+
+void click(QWidget& control)
+{
+    if (!control.isVisible() || !control.isEnabled())
+        giveUp(QString("%1 cannot be clicked").arg(control.objectName()));
+    QTest::mouseClick(&control, Qt::LeftButton, {}, QPoint(kInsideLeft, control.height() / 2));
+}
+
+void clickCell(QTableView& grid, int row, int column)
+{
+    const QRect cell = grid.visualRect(grid.model()->index(row, column));
+    if (!grid.viewport()->rect().contains(cell.center()))
+        giveUp(QString("cell %1, %2 is out of view").arg(row).arg(column));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell.center());
+}
+
+void press(Qt::Key key, int times)
+{
+    for (int i = 0; i < times; ++i)
+        QTest::keyClick(&focused(), key);
+}
+
+void type(const QString& text)
+{
+    for (const QChar character : text)
+        QTest::keyClick(&focused(), character.toLatin1());
+}
+
+void retype(QLineEdit& box, const QString& text)
+{
+    click(box);
+    QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+    type(text);
+}
+
+void chooseItem(QMainWindow& window, const char* item)
+{
+    goTo(window);
+    auto* action = window.findChild<QAction*>(item);
+    QMenuBar& bar = *window.menuBar();
+    QAction* title = action ? titleOf(bar, action) : nullptr;
+    if (!title)
+        giveUp(QString("there is no menu item %1").arg(item));
+
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(title).center());
+    QMenu& menu = *title->menu();
+    if (!menu.isVisible())
+        giveUp(QString("the menu %1 does not open").arg(title->text()));
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+}
+
+void takePicture(QWidget& window, const QString& path)
+{
+    if (!window.isVisible() || !QTest::qWaitForWindowExposed(&window))
+        giveUp(QString("%1 is not shown").arg(window.windowTitle()));
+    if (!window.grab().save(path))
+        giveUp(QString("cannot write %1").arg(path));
+}
+
+} // namespace tour

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+#include <QTableView>
+
+#include <cstdlib>
+#include <iostream>
+
+class QLineEdit;
+
+/// Keys and clicks as a person makes them. Whatever a person would not find (a control that is missing, hidden or
+/// disabled) ends the tour with a message and exit status 1.
+namespace tour
+{
+
+[[noreturn]] inline void giveUp(const QString& reason)
+{
+    std::cerr << "The tour ends here: " << reason.toStdString() << '\n';
+    std::exit(EXIT_FAILURE);
+}
+
+template <class Widget>
+Widget& find(QWidget& window, const char* name)
+{
+    auto* widget = window.findChild<Widget*>(name);
+    if (!widget)
+        giveUp(QString("%1 has no %2").arg(window.windowTitle(), name));
+    return *widget;
+}
+
+/// Brings a window to the front and waits until it has the keyboard.
+void goTo(QWidget& window);
+void click(QWidget& control);
+void clickCell(QTableView& grid, int row, int column);
+/// To whatever has the focus, key by key: the focus may move with the first one.
+void press(Qt::Key key, int times = 1);
+void type(const QString& text);
+/// Replaces the text of a box.
+void retype(QLineEdit& box, const QString& text);
+/// Opens a menu of the menu bar and clicks the item with that object name.
+void chooseItem(QMainWindow& window, const char* item);
+/// What a window shows, as PNG; a window that is not on the screen has no picture.
+void takePicture(QWidget& window, const QString& path);
+
+} // namespace tour

@@ -1,0 +1,161 @@
+// The guided tour: operates the program's real windows as a person would and leaves a picture of each.
+
+#include "tools/hands.h"
+
+#include "app/datasheet.h"
+#include "app/startup.h"
+#include "ui/grid.h"
+#include "ui/prompter.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+
+#include <iterator>
+
+namespace
+{
+
+struct Sample {
+    const char* quencher;  // M
+    const char* lifetime;  // ns, one exponential
+    const char* intensity; // arbitrary units
+};
+
+// Acridone quenched by iodide in water at 26 degC, as printed in github.com/chemfd/PhotochemistryWorkshopAnswers,
+// 04-workshopweek4.Rmd (CC0-1.0).
+constexpr Sample kAcridoneIodide[] = {
+    {"0", "17.6", "16580"}, {"0.04", "3.9", "3753"}, {"0.1", "1.8", "1566"}, {"0.2", "0.95", "721"},
+    {"0.3", "0.64", "446"}, {"0.5", "0.39", "242"},  {"0.8", "0.25", "121"},
+};
+constexpr const char* kPublished = "Published for these data: K 1.19 M-1 and kq2 4.94e9 M-1 s-1.";
+// Slope of tau0/tau against the quencher by linear least squares, 87.3 M-1, divided by tau0 = 17.6 ns.
+constexpr const char* kFromLifetimes = "A straight line through tau0/tau of these lifetimes gives kq2 4.96e9 M-1 s-1.";
+
+// Starting values: a collision in water is about this fast, and a bend this slight means a weak complex. (A start of
+// exactly 1 is none in log mode: its logarithm is 0, of which the engine can take no fraction as a step.)
+constexpr const char* kStartKq2 = "5e+9"; // M^-1 s^-1
+constexpr const char* kStartK = "2";      // M^-1
+constexpr const char* kMoreIterations = "1000";
+
+void say(const QString& text) { std::cout << text.toStdString() << std::endl; }
+
+/// The tour gives no cause for a message.
+class TourPrompter final : public ui::Prompter
+{
+public:
+    void message(const QString& text) override { tour::giveUp("unexpected message: " + text); }
+    std::optional<QString> fileToOpen() override { return std::nullopt; }
+    std::optional<QString> fileToSave() override { return std::nullopt; }
+};
+
+/// One column, from its first cell on: Enter stores and moves down, arrows pass over the unused components.
+void typeSample(const Sample& sample)
+{
+    for (const char* text : {sample.quencher, "1", "1", sample.lifetime}) {
+        tour::type(text);
+        tour::press(Qt::Key_Return);
+    }
+    tour::press(Qt::Key_Down, 4);
+    tour::type(sample.intensity);
+    tour::press(Qt::Key_Return);
+}
+
+void typeSamples(app::frmVorloMain& window)
+{
+    tour::clickCell(tour::find<ui::Grid>(window, "MSHFlexGrid1"), 1, 1);
+    for (const Sample& sample : kAcridoneIodide) {
+        typeSample(sample);
+        tour::press(Qt::Key_Right);
+        tour::press(Qt::Key_Up, app::kSheetRows - 2);
+    }
+    tour::press(Qt::Key_Left, static_cast<int>(std::size(kAcridoneIodide)));
+}
+
+void chooseModel(app::frmVorloMain& window, int model)
+{
+    tour::goTo(window);
+    tour::click(tour::find<QRadioButton>(window, qPrintable(QString("opnModel%1").arg(model))));
+}
+
+/// The report of an analyzer and the row of the results table that it left.
+void showOutcome(QWidget& analyzer, app::frmVorloMain& window, int row, const char* comparison)
+{
+    say("\nReport:\n" + tour::find<QPlainTextEdit>(analyzer, "txtResults").toPlainText());
+    const auto& results = tour::find<ui::Grid>(window, "MSHFlexGrid2");
+    if (results.text(row, 0).isEmpty())
+        tour::giveUp("no result was stored");
+    QStringList cells;
+    for (int column = 0; column < results.columns(); ++column)
+        if (!results.text(row, column).isEmpty())
+            cells << results.text(0, column) + " = " + results.text(row, column).trimmed();
+    say("Results row: " + cells.join(", ") + "\n" + comparison + "\n");
+}
+
+struct Tour {
+    app::VorloMain& program;
+    QDir folder;
+
+    void picture(QWidget& window, const char* name) { tour::takePicture(window, folder.filePath(name)); }
+
+    void sternVolmer()
+    {
+        app::frmVorloMain& window = program.MainWindow;
+        say("Typing seven samples of acridone quenched by iodide.");
+        tour::goTo(window);
+        typeSamples(window);
+        say("Model 3 (dynamic quenching and a weak complex), starting from K 2 M-1 and kq2 5e9 M-1 s-1;\n"
+            "the rest as the program starts: probe 50e-6 M, tolerance 0.0001, 100 iterations, log mode.");
+        chooseModel(window, 3);
+        tour::retype(tour::find<QLineEdit>(window, "txtK"), kStartK);
+        tour::retype(tour::find<QLineEdit>(window, "txtkq2"), kStartKq2);
+        tour::chooseItem(window, "mnuSternVolmerAnalysis");
+        showOutcome(program.SVAnalyzer, window, 1, kPublished);
+
+        say("The same with up to 1000 iterations.");
+        tour::goTo(window);
+        tour::retype(tour::find<QLineEdit>(window, "txtIteration"), kMoreIterations);
+        tour::chooseItem(window, "mnuSternVolmerAnalysis");
+        showOutcome(program.SVAnalyzer, window, 2, kPublished);
+        picture(window, "main-window.png");
+        picture(program.SVAnalyzer, "stern-volmer-analyzer.png");
+        picture(program.GraphWindow2, "stern-volmer-plot.png");
+        picture(program.OutputTable2, "stern-volmer-table.png");
+    }
+
+    void decayCurves()
+    {
+        app::frmVorloMain& window = program.MainWindow;
+        say("Normalization, then Model 1 (dynamic quenching) on all decay curves, starting from kq2 5e9 M-1 s-1.");
+        tour::chooseItem(window, "mnuNormalization");
+        picture(program.OutputTable1, "observed-decays.png");
+        chooseModel(window, 1);
+        tour::chooseItem(window, "mnuDecayCurveAnalysis");
+
+        showOutcome(program.DecayAnalyzer, window, 3, kFromLifetimes);
+        picture(program.DecayAnalyzer, "decay-analyzer.png");
+        picture(program.GraphWindow1, "decay-curves.png");
+        picture(program.GraphWindow2, "decay-deviations.png");
+        picture(program.OutputTable2, "decay-table.png");
+    }
+};
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    const QDir folder(argc > 1 ? argv[1] : "tour");
+    if (!folder.mkpath("."))
+        tour::giveUp("cannot make " + folder.path());
+
+    TourPrompter prompter;
+    app::VorloMain program(prompter);
+    Tour tour{program, folder};
+    tour.sternVolmer();
+    tour.decayCurves();
+    say("One picture of each window is in " + folder.absolutePath());
+    return EXIT_SUCCESS;
+}
