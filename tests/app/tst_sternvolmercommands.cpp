@@ -1,17 +1,7 @@
-#include "app/datasheet.h"
-#include "app/parameterpanel.h"
-#include "app/resultstable.h"
-#include "fit/numbertext.h"
 #include "tests/support/application.h"
 #include "ui/grid.h"
 
-#include <QAction>
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -21,7 +11,7 @@
 namespace
 {
 
-using Column = QStringList; // rows 1, 2, ... of one sample
+using support::Column;
 
 // Acridone quenched by iodide in water: conc. in M, lifetimes in ns, intensities as printed (CC0 teaching workshop,
 // github.com/chemfd/PhotochemistryWorkshopAnswers). It reports K = 1.19 M^-1 and kq2 = 4.94e9 M^-1 s^-1.
@@ -37,16 +27,6 @@ const QString kArithmeticFault = "The Gauss-Newton calculation stopped with an a
 const QString kIncomplete = "You must input intensity data.";
 
 struct Program : support::Application {
-    void fill(const QList<Column>& samples)
-    {
-        app::DataSheet& sheet = program.MainWindow.sheet();
-        for (int column = 1; column <= samples.size(); ++column)
-            for (int row = 1; row <= samples[column - 1].size(); ++row)
-                sheet.SetSheetText(row, column, samples[column - 1][row - 1]);
-    }
-    void type(const QString& box, const QString& text) { control<QLineEdit>(box).setText(text); }
-    void choose(int model) { control<QRadioButton>(QString("opnModel%1").arg(model)).click(); }
-    void run(const char* menuItem) { control<QAction>(menuItem).trigger(); }
     void analyse() { run("mnuSternVolmerAnalysis"); }
     void startNearAcridone()
     {
@@ -57,8 +37,7 @@ struct Program : support::Application {
         type("txtIteration", "1000");
         type("txtTolerance", "1e-9");
     }
-    QString report() { return program.SVAnalyzer.findChild<QPlainTextEdit*>("txtResults")->toPlainText(); }
-    QString result(int row, int column) { return program.MainWindow.results().GetResultText(row, column); }
+    QString report() { return reportOf(program.SVAnalyzer); }
     QString table(int row, int column) { return program.OutputTable2.findChild<ui::Grid*>()->text(row, column); }
 };
 

@@ -1,0 +1,199 @@
+#include "fit/numbertext.h"
+#include "tests/support/application.h"
+#include "ui/grid.h"
+
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <cmath>
+
+using support::Column;
+
+namespace
+{
+
+// Lifetimes of acridone quenched by iodide in water, M and ns (CC0 teaching workshop,
+// github.com/chemfd/PhotochemistryWorkshopAnswers). A straight line through tau0/tau gives kq2 tau0 = 87.299 M^-1.
+const QList<Column> kAcridone{{"0", "1", "1", "17.6"},   {"0.04", "1", "1", "3.9"}, {"0.1", "1", "1", "1.8"},
+                              {"0.2", "1", "1", "0.95"}, {"0.3", "1", "1", "0.64"}, {"0.5", "1", "1", "0.39"},
+                              {"0.8", "1", "1", "0.25"}};
+constexpr double kAcridoneSlope = 87.299, kAcridoneTau0 = 17.6e-9; // M^-1, s
+constexpr double kOnePercent = 0.01;                               // the grid has few points on lifetimes this short
+
+// Two components and dynamic quenching with kq2 = 1e7 M^-1 s^-1: rates 1/400 and 1/100 ns^-1, plus 0.1 ns^-1 per 10 M.
+const QList<Column> kTwoComponents{{"0", "2", "3", "400", "1", "100"},
+                                   {"0.5", "2", "3", "133.333333333333", "1", "66.6666666666667"}};
+
+const QString kNormalizeFirst = "Please Normalize the data.";
+const QString kBlank = "Please input value(s) in blank cell(s).";
+
+struct Program : support::Application {
+    explicit Program(const QList<Column>& samples = kTwoComponents)
+    {
+        fill(samples);
+        program.shared.settings.LogMode = 0;
+    }
+    void normalise() { run("mnuNormalization"); }
+    void analyse() { run("mnuDecayCurveAnalysis"); }
+    QString report() { return reportOf(program.DecayAnalyzer); }
+    static QString cell(const plot::SpreadSheet& table, int row, int column)
+    {
+        return table.findChild<ui::Grid*>()->text(row, column);
+    }
+};
+
+} // namespace
+
+class TestDecayCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void normalisesWritesBackDrawsAndLists();
+    void fitsPublishedLifetimesToAStoredResult();
+    void calculatesWithTypedParametersAfterAFit();
+    void runsEveryModelInBothModes();
+    void refusesWhatItCannotAnalyse();
+    void keepsTheNormalisedDataOfARefusedSheet();
+    void stopsALongPoissonFitAtOnce();
+};
+
+void TestDecayCommands::normalisesWritesBackDrawsAndLists()
+{
+    Program vorlo;
+    vorlo.normalise();
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    app::DataSheet& sheet = vorlo.program.MainWindow.sheet();
+    QCOMPARE(sheet.GetSheetText(3, 1), ".75");
+    QCOMPARE(sheet.GetSheetText(5, 2), ".25");
+    QVERIFY(vorlo.program.shared.DataNormalized);
+    QCOMPARE(vorlo.program.GraphWindow1.windowTitle(), "Decay Curves");
+    QVERIFY(vorlo.program.GraphWindow1.isVisible() && !vorlo.program.GraphWindow2.isVisible());
+
+    const plot::SpreadSheet& table = vorlo.program.OutputTable1;
+    QCOMPARE(table.windowTitle(), "Experimental Decay");
+    QCOMPARE(Program::cell(table, 0, 2), "0.5");
+    QCOMPARE(Program::cell(table, 1, 0), "0.");
+    QCOMPARE(Program::cell(table, 1, 2), "1.e+0");
+    // The reference falls to 1e-4 at 400 ns ln(7500) = 3569 ns, rounded 4000 ns, in 50 steps.
+    QCOMPARE(Program::cell(table, 2, 0), "80.");
+    QCOMPARE(Program::cell(table, 2, 1),
+             QString::fromStdString(fit::formatNumber(0.75 * std::exp(-0.2) + 0.25 * std::exp(-0.8), "0.###e+#")));
+}
+
+void TestDecayCommands::fitsPublishedLifetimesToAStoredResult()
+{
+    Program vorlo(kAcridone);
+    vorlo.type("txtkq2", "5e9");
+    vorlo.normalise();
+    vorlo.analyse();
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.result(1, 0), "Decay");
+    QCOMPARE(vorlo.result(1, 7), "OK");
+    const double slope = vorlo.result(1, 4).toDouble() * kAcridoneTau0;
+    QVERIFY2(std::abs(slope / kAcridoneSlope - 1) < kOnePercent, qPrintable(QString::number(slope)));
+    QVERIFY(vorlo.report().contains("kq2 :\t" + vorlo.result(1, 4) + "\n"));
+    QCOMPARE(vorlo.program.GraphWindow2.windowTitle(), "Deviation from fitting curves(%)");
+    QCOMPARE(vorlo.program.OutputTable2.windowTitle(), "Decay Curve (Fitting)");
+    QVERIFY(vorlo.program.DecayAnalyzer.isVisible() && vorlo.program.GraphWindow1.isVisible());
+    QVERIFY(vorlo.control<QAction>("mnuDecayCurveAnalysis").isEnabled());
+}
+
+void TestDecayCommands::calculatesWithTypedParametersAfterAFit()
+{
+    Program vorlo;
+    vorlo.normalise();
+    vorlo.analyse();
+    vorlo.type("txtkq2", "0");
+    vorlo.run("mnuCalcDecayCurve");
+    QVERIFY(vorlo.report().startsWith("Model  1\nkq2 :\t0.e+0\nExe num. :  0\n"));
+    QCOMPARE(vorlo.program.OutputTable2.windowTitle(), "Decay Curve (Calculation)");
+    // No quenching: the second sample is listed like the reference.
+    QCOMPARE(Program::cell(vorlo.program.OutputTable2, 9, 2), Program::cell(vorlo.program.OutputTable1, 9, 1));
+    QCOMPARE(vorlo.result(2, 0), "");
+}
+
+void TestDecayCommands::runsEveryModelInBothModes()
+{
+    Program vorlo;
+    vorlo.type("txtK", "5");
+    vorlo.type("txtkq2", "8e6");
+    vorlo.type("txtIteration", "20");
+    vorlo.normalise();
+    for (int logMode = 0; logMode <= 1; ++logMode) {
+        for (const int model : {1, 2, 3, 4, 6, 7, 8, 10, 11, 12, 13}) {
+            vorlo.program.shared.settings.LogMode = logMode;
+            vorlo.program.shared.results.clearAll();
+            vorlo.prompter.shown.clear();
+            vorlo.choose(model);
+            vorlo.run("mnuCalcDecayCurve");
+            QCOMPARE(vorlo.prompter.shown, QStringList());
+            vorlo.analyse();
+            const app::ResultRecord& stored = vorlo.program.shared.results.ResultData[1];
+            const bool faulted = !vorlo.prompter.shown.isEmpty();
+            QCOMPARE(stored.Method, std::string(faulted ? "" : "Decay"));
+            if (!faulted)
+                QVERIFY(std::isfinite(stored.Se) && stored.Model == model);
+        }
+    }
+}
+
+void TestDecayCommands::refusesWhatItCannotAnalyse()
+{
+    Program vorlo;
+    vorlo.analyse();
+    vorlo.run("mnuCalcDecayCurve");
+    QCOMPARE(vorlo.prompter.shown, QStringList({kNormalizeFirst, kNormalizeFirst}));
+
+    vorlo.prompter.shown.clear();
+    vorlo.normalise();
+    for (const int model : {5, 9}) {
+        vorlo.choose(model);
+        vorlo.analyse();
+    }
+    QCOMPARE(vorlo.prompter.shown, QStringList({"Model 5 cannot be analyzed with decay curves.",
+                                                "Model 9 cannot be analyzed with decay curves."}));
+    QVERIFY(!vorlo.program.DecayAnalyzer.isVisible());
+    QCOMPARE(vorlo.result(1, 0), "");
+}
+
+void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()
+{
+    Program vorlo;
+    vorlo.normalise();
+    vorlo.fill({{"0", "2", "3", "400", "-3", "100"}}); // amplitudes sum to 0
+    vorlo.normalise();
+    QCOMPARE(vorlo.prompter.shown, QStringList{kBlank});
+    QVERIFY(vorlo.program.shared.DataNormalized);
+    QCOMPARE(vorlo.program.shared.samples.SampleData[1].A[1], 0.75);
+    QCOMPARE(vorlo.program.MainWindow.sheet().GetSheetText(5, 1), "-3");
+}
+
+void TestDecayCommands::stopsALongPoissonFitAtOnce()
+{
+    QList<Column> samples;
+    for (int i = 0; i < 20; ++i)
+        samples << Column{QString::number(i * 0.01), "3", "5", "400", "3", "150", "2", "40"};
+    Program vorlo(samples);
+    vorlo.normalise();
+    vorlo.choose(10);
+    vorlo.type("txtK", "400");
+    vorlo.type("txtIteration", "1e30");
+    vorlo.type("txtTolerance", "0");
+    QElapsedTimer sinceStop;
+    QTimer::singleShot(100, &vorlo.program, [&] {
+        QVERIFY(!vorlo.control<QAction>("mnuDecayCurveAnalysis").isEnabled());
+        vorlo.program.DecayAnalyzer.findChild<QPushButton*>("cmdSTOP")->click();
+        sinceStop.start();
+    });
+    vorlo.analyse();
+    QVERIFY(sinceStop.isValid());
+    qInfo() << "from STOP to the end of the command" << sinceStop.elapsed() << "ms";
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.result(1, 0), "Decay");
+}
+
+QTEST_MAIN(TestDecayCommands)
+#include "tst_decaycommands.moc"
