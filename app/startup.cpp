@@ -1,9 +1,10 @@
 #include "app/startup.h"
 
+#include "app/clipboardcommands.h"
 #include "app/datasheet.h"
 #include "app/parameterpanel.h"
 #include "app/resultstable.h"
-#include "ui/prompter.h"
+#include "ui/grid.h"
 
 namespace app
 {
@@ -23,19 +24,41 @@ void bringToFront(QWidget& window)
 
 VorloMain::VorloMain(ui::Prompter& prompter)
     : MainWindow(shared), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared), aboutBox(prompter),
-      m_prompter(prompter), m_decayCommands(commandContext(), DecayAnalyzer),
-      m_sternVolmerCommands(commandContext(), SVAnalyzer)
+      m_prompter(prompter), m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
+      m_decayCommands(commandContext(), DecayAnalyzer), m_sternVolmerCommands(commandContext(), SVAnalyzer)
 {
     fit::StopRequested = false;
-    connectMenus();
+    connectFileMenu();
+    connectEditMenu();
     connectAnalyses();
+    connectWindows();
     MainWindow.SetSize(0, 6500, 8160, 9750);
     // Plots stack to the left of the main window.
     GraphWindow1.SetPosition(0, 1000);
     GraphWindow2.SetPosition(5000, 1000);
 }
 
-void VorloMain::connectMenus()
+void VorloMain::connectFileMenu()
+{
+    connect(&MainWindow, &frmVorloMain::newChosen, &m_session, &SessionCommands::mnuNew_Click);
+    connect(&MainWindow, &frmVorloMain::openChosen, &m_session, &SessionCommands::mnuOpen_Click);
+    connect(&MainWindow, &frmVorloMain::saveAsChosen, &m_session, &SessionCommands::mnuSaveAs_Click);
+    connect(&m_session, &SessionCommands::opened, this, [this](const QString& path) {
+        MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path));
+        SettingWindow.showSettings();
+    });
+}
+
+void VorloMain::connectEditMenu()
+{
+    DataSheet& sheet = MainWindow.sheet();
+    connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet, sheet.grid()); });
+    connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet, sheet.grid()); });
+    connect(&MainWindow, &frmVorloMain::pasteChosen, this,
+            [this, &sheet] { mnuPaste_Click(sheet, sheet.grid(), shared); });
+}
+
+void VorloMain::connectWindows()
 {
     connect(&MainWindow, &frmVorloMain::setParametersChosen, this, [this] {
         SettingWindow.SetSize(1000, 5000, 3645, 3645);

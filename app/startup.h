@@ -3,6 +3,7 @@
 #include "app/aboutbox.h"
 #include "app/helpviewer.h"
 #include "app/mainwindow.h"
+#include "app/sessioncommands.h"
 #include "app/settingwindow.h"
 #include "app/sharedstate.h"
 #include "decay/commands.h"
@@ -45,11 +46,14 @@ signals:
 
 private:
     analysis::CommandContext commandContext();
-    void connectMenus();
+    void connectFileMenu();
+    void connectEditMenu();
     void connectAnalyses();
+    void connectWindows();
     void endProgram();
 
     ui::Prompter& m_prompter;
+    SessionCommands m_session;
     decay::Commands m_decayCommands;
     sternvolmer::Commands m_sternVolmerCommands;
 };

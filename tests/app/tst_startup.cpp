@@ -1,3 +1,4 @@
+#include "app/datasheet.h"
 #include "fit/gaussnewton.h"
 #include "tests/support/application.h"
 #include "tests/support/callableproblem.h"
@@ -5,7 +6,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLineEdit>
+#include <QRadioButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 class TestStartup : public QObject
@@ -14,6 +18,8 @@ class TestStartup : public QObject
 
 private slots:
     void startsWithItsDefaults();
+    void sessionsAreSavedAndReopened();
+    void blocksMoveThroughTheClipboard();
     void menusOpenModelessWindows();
     void everyWindowHasItsOwnTitle();
     void closingHidesEveryWindowAndEnds();
@@ -54,6 +60,48 @@ void TestStartup::startsWithItsDefaults()
     QCOMPARE(window.pos(), QPoint(ui::toPixels(6500), 0));
     for (const QWidget* other : QApplication::topLevelWidgets())
         QVERIFY2(other == &window || !other->isVisible(), qPrintable(other->windowTitle()));
+}
+
+void TestStartup::sessionsAreSavedAndReopened()
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("a.vrl");
+    support::Application application;
+    application.program.MainWindow.sheet().SetSheetText(9, 20, "3.5");
+    application.control<QRadioButton>("opnModel12").click();
+    application.program.shared.settings.LogMode = 0;
+    application.prompter.nextFile = file;
+    application.control<QAction>("mnuSaveAs").trigger();
+
+    support::Application other;
+    other.control<QAction>("mnuSetParameters").trigger();
+    other.prompter.nextFile = file;
+    other.control<QAction>("mnuOpen").trigger();
+    QCOMPARE(other.program.MainWindow.sheet().GetSheetText(9, 20), QString("3.5"));
+    QVERIFY(other.control<QRadioButton>("opnModel12").isChecked());
+    QCOMPARE(other.program.MainWindow.windowTitle(), app::captionWithFile(app::frmVorloMain::kTitle, file));
+    QVERIFY(other.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
+    QVERIFY(application.prompter.shown.isEmpty() && other.prompter.shown.isEmpty());
+
+    other.control<QAction>("mnuNew").trigger();
+    QCOMPARE(other.program.MainWindow.sheet().GetSheetText(9, 20), QString());
+}
+
+void TestStartup::blocksMoveThroughTheClipboard()
+{
+    support::Application application;
+    app::DataSheet& sheet = application.program.MainWindow.sheet();
+    sheet.SetSheetText(1, 1, "0.1");
+    sheet.SelectSheetCell(1, 1);
+    application.control<QAction>("mnuCut").trigger();
+    QCOMPARE(application.control<QLineEdit>("txtEdit").text(), QString());
+    sheet.SelectSheetCell(3, 2);
+    application.program.shared.DataNormalized = true;
+    application.control<QAction>("mnuPaste").trigger();
+    QCOMPARE(sheet.GetSheetText(3, 2), QString("0.1"));
+    QCOMPARE(sheet.GetSheetText(1, 1), QString());
+    QCOMPARE(application.control<QLineEdit>("txtEdit").text(), QString("0.1"));
+    QVERIFY(!application.program.shared.DataNormalized);
 }
 
 void TestStartup::menusOpenModelessWindows()

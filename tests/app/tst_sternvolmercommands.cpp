@@ -231,7 +231,9 @@ void TestSternVolmerCommands::keepsToWhatItStartedWith()
     int labelled = 0;
     QTimer::singleShot(0, &vorlo.program, [&] {
         vorlo.run("mnuNew");
-        vorlo.fill({{"0", "1", "1", "50", "", "", "", "", "3"}, {"0.5", "", "", "", "", "", "", "", "1"}});
+        vorlo.fill({{"0", "1", "1", "50", "", "", "", "", "3"},
+                    {"0.5", "", "", "", "", "", "", "", "1"},
+                    {"1", "", "", "", "", "", "", "", "0.7"}});
         vorlo.choose(5);
         vorlo.type("txtConcProbe", "1e-3");
         vorlo.analyse();
