@@ -110,13 +110,6 @@ void AnalyzerWindow::SetSize(int top, int left, int height, int width)
     ui::placeAndShow(*this, top, left, height, width);
 }
 
-void AnalyzerWindow::bringToFront()
-{
-    show();
-    raise();
-    activateWindow();
-}
-
 void AnalyzerWindow::letEventsRun()
 {
     QCoreApplication::processEvents();

@@ -30,8 +30,6 @@ public:
     /// Puts the report of the current state into the results box. False after an arithmetic fault, as above.
     bool ShowResult();
     void SetSize(int top, int left, int height, int width);
-    /// Shows the window in front of all others and gives it the focus.
-    void bringToFront();
     /// Tells the user that the command ends here because a number came out infinite or undefined.
     void reportArithmeticFault();
 

@@ -5,22 +5,10 @@
 #include "app/parameterpanel.h"
 #include "app/resultstable.h"
 #include "ui/grid.h"
+#include "ui/twips.h"
 
 namespace app
 {
-
-namespace
-{
-
-void bringToFront(QWidget& window)
-{
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-} // namespace
 
 VorloMain::VorloMain(ui::Prompter& prompter)
     : MainWindow(shared), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared), aboutBox(prompter),
@@ -33,6 +21,10 @@ VorloMain::VorloMain(ui::Prompter& prompter)
     connectAnalyses();
     connectWindows();
     MainWindow.SetSize(0, 6500, 8160, 9750);
+    GraphWindow1.SetTitle("Decay Plot");
+    GraphWindow2.SetTitle("Analysis Plot");
+    OutputTable1.SetTitle("Decay Table");
+    OutputTable2.SetTitle("Analysis Table");
     // Plots stack to the left of the main window.
     GraphWindow1.SetPosition(0, 1000);
     GraphWindow2.SetPosition(5000, 1000);
@@ -62,13 +54,13 @@ void VorloMain::connectWindows()
 {
     connect(&MainWindow, &frmVorloMain::setParametersChosen, this, [this] {
         SettingWindow.SetSize(1000, 5000, 3645, 3645);
-        bringToFront(SettingWindow);
+        ui::bringToFront(SettingWindow);
     });
     connect(&MainWindow, &frmVorloMain::helpChosen, this, [this] {
         helpViewer.openIndex(helpFilePath());
-        bringToFront(helpViewer);
+        ui::bringToFront(helpViewer);
     });
-    connect(&MainWindow, &frmVorloMain::aboutChosen, this, [this] { bringToFront(aboutBox); });
+    connect(&MainWindow, &frmVorloMain::aboutChosen, this, [this] { ui::bringToFront(aboutBox); });
     connect(&MainWindow, &frmVorloMain::closed, this, &VorloMain::endProgram);
     connect(&SettingWindow, &frmSettingWindow::assessmentChanged, &MainWindow.results(), &ResultsTable::RedrawResult);
 }
@@ -99,7 +91,7 @@ void VorloMain::connectAnalyses()
     m_decayCommands.setAnalysisEnabled = [this](bool enabled) { MainWindow.setDecayAnalysisEnabled(enabled); };
     for (analysis::AnalyzerWindow* analyzer :
          std::initializer_list<analysis::AnalyzerWindow*>{&DecayAnalyzer, &SVAnalyzer})
-        connect(analyzer, &analysis::AnalyzerWindow::dismissed, this, [this] { bringToFront(MainWindow); });
+        connect(analyzer, &analysis::AnalyzerWindow::dismissed, this, [this] { ui::bringToFront(MainWindow); });
 }
 
 // Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.

@@ -3,6 +3,7 @@
 #include "decay/normalization.h"
 #include "decay/samplecolumn.h"
 #include "fit/numbertext.h"
+#include "ui/twips.h"
 
 #include <algorithm>
 #include <cmath>
@@ -80,7 +81,7 @@ void Commands::DecayCurveAnalysis()
     const int model = run->panel.Model;
     m_context.results.storeResult(analysis::resultOf(m_analyzer, app::Analysis::Decay, model, run->values.s),
                                   app::reportedMask(model, app::Analysis::Decay));
-    m_analyzer.bringToFront();
+    ui::bringToFront(m_analyzer);
 }
 
 void Commands::CalcDecayCurve()
@@ -92,7 +93,7 @@ void Commands::CalcDecayCurve()
     if (!curves || !m_analyzer.ShowResult())
         return;
     show(*run, *curves, "Decay Curve (Calculation)");
-    m_analyzer.bringToFront();
+    ui::bringToFront(m_analyzer);
 }
 
 std::optional<Commands::Run> Commands::prepare()
@@ -120,7 +121,7 @@ void Commands::handOver(const Run& run)
     analysis::configure(m_analyzer, app::startParameters(run.panel, app::Analysis::Decay));
     m_analyzer.SetSize(analysis::kAnalyzerTop, analysis::kAnalyzerLeft, analysis::kAnalyzerHeight,
                        analysis::kAnalyzerWidth);
-    m_analyzer.bringToFront();
+    ui::bringToFront(m_analyzer);
     m_analyzer.setStatus(1);
     m_analyzer.setExenum(0);
     m_analyzer.setModel(run.panel.Model);

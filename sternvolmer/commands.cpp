@@ -1,5 +1,7 @@
 #include "sternvolmer/commands.h"
 
+#include "ui/twips.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -34,7 +36,7 @@ void Commands::SternVolmerAnalysis()
     const int model = run->panel.Model;
     m_context.results.storeResult(analysis::resultOf(m_analyzer, app::Analysis::SternVolmer, model, run->values.s),
                                   app::reportedMask(model, app::Analysis::SternVolmer));
-    m_analyzer.bringToFront();
+    ui::bringToFront(m_analyzer);
 }
 
 void Commands::CalcSternVolmer()
@@ -46,14 +48,14 @@ void Commands::CalcSternVolmer()
     if (!curves || !m_analyzer.ShowResult())
         return;
     show(*run, *curves);
-    m_analyzer.bringToFront();
+    ui::bringToFront(m_analyzer);
 }
 
 std::optional<Commands::Run> Commands::prepare()
 {
     m_analyzer.SetSize(analysis::kAnalyzerTop, analysis::kAnalyzerLeft, analysis::kAnalyzerHeight,
                        analysis::kAnalyzerWidth);
-    m_analyzer.bringToFront();
+    ui::bringToFront(m_analyzer);
     m_analyzer.setLogMode(m_context.shared.settings.LogMode);
     Run run;
     if (!readSheet(run))

@@ -38,4 +38,12 @@ void placeAndShow(QWidget& window, int top, int left, int height, int width)
     window.show();
 }
 
+void bringToFront(QWidget& window)
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 } // namespace ui

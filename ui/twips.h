@@ -16,4 +16,7 @@ void placeFrame(QWidget& window, int top, int left);
 /// Sets top, left, height and width in twips and shows the window; nothing when it is minimised.
 void placeAndShow(QWidget& window, int top, int left, int height, int width);
 
+/// Shows the window, also a minimised one, in front of all others and gives it the focus.
+void bringToFront(QWidget& window);
+
 } // namespace ui
