@@ -55,9 +55,11 @@ void TestSternVolmerCharts::drawsMeasuredRatios()
 
 void TestSternVolmerCharts::curveRunsOneStepBeyondTheData()
 {
-    const std::vector<plot::CurvePoint> curve = plot::ratioCurve(16, linear); // steps of 0.8
-    QVERIFY(curve.size() == 21 || curve.size() == 22);                        // rounding decides about the last one
-    QCOMPARE(curve.front().y, 1.0);
+    for (const double Xmax : {0.01, 0.02, 0.03, 0.5, 0.8, 16.0}) { // steps of most of them round when they add up
+        const std::vector<plot::CurvePoint> curve = plot::ratioCurve(Xmax, linear);
+        QCOMPARE(curve.size(), 22u);
+        QCOMPARE(curve.front().y, 1.0);
+    }
     support::RecordingCanvas canvas;
     plot::PlotSternVolmerFit(canvas, plot::ratioCurve(20, linear)); // steps of 1 have no rounding
     QCOMPARE(canvas.order, std::vector<std::string>{"VLine"});
@@ -79,6 +81,8 @@ void TestSternVolmerCharts::tableStopsAtTheLargestConcentration()
     QCOMPARE((table.cells[{1, 1}]), std::string("1.e+0"));
     QCOMPARE((table.cells[{21, 0}]), std::string("2.e+1"));
     QCOMPARE((table.cells[{21, 1}]), std::string("2.001e+3"));
+    QCOMPARE(plot::ratioTable(0.01, linear).size(), 11u);  // ten steps of 0.001 add up to a little more than 0.01
+    QCOMPARE(plot::ratioTable(0.065, linear).size(), 33u); // steps of 0.002: 0.064 is the last one within the data
 }
 
 void TestSternVolmerCharts::onlyTheReferenceGivesOneRow()
