@@ -2,24 +2,129 @@
 
 #include "fit/realparameters.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace decay
 {
-
-CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const Reference& reference)
-    : m_model(model), m_logMode(logMode), m_Cp(Cp), m_reference(reference)
+namespace
 {
+
+/// On a grid of even steps exp(-rate t) is worked out at every eighth point and within the first eight; the others are
+/// products of two of these.
+constexpr std::size_t kBlock = 8;
+
+/// How many points of a grid, from its beginning at 0, are the sums of the times that exponentials are multiplied for,
+/// to the rounding of a running sum.
+std::size_t evenPoints(const Grid& t)
+{
+    constexpr double kRounding = 16 * std::numeric_limits<double>::epsilon();
+    std::size_t i = 0;
+    while (i < t.size() && t[0] == 0 && std::abs(t[i - i % kBlock] + t[i % kBlock] - t[i]) <= kRounding * t[i])
+        ++i;
+    return i;
 }
 
-const MultiExponential& CurveEvaluator::curve(double Q, const fit::Parameters& a)
+double slowestRate(const Reference& reference)
 {
-    for (const Entry& entry : m_entries)
-        if (entry.used && entry.Q == Q && entry.a == a)
-            return entry.decay;
+    if (reference.components == 0)
+        return 0;
+    return *std::min_element(reference.Rate.begin() + 1, reference.Rate.begin() + 1 + reference.components);
+}
 
-    Entry& entry = m_entries[m_oldest];
-    m_oldest = (m_oldest + 1) % m_entries.size();
-    entry = {true, Q, a, quenchedDecay(m_model, Q, m_reference, m_Cp, fit::realParameters(m_logMode, a))};
-    return entry.decay;
+} // namespace
+
+CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference)
+    : m_model(model), m_logMode(logMode), m_Cp(Cp), m_reference(referenceOf(reference)), m_t(reference.T),
+      m_evenPoints(evenPoints(m_t)), m_slowest(slowestRate(m_reference))
+{
+    MultiExponential components;
+    for (std::size_t k = 1; k <= static_cast<std::size_t>(m_reference.components); ++k)
+        components.push_back({m_reference.A[k], m_reference.Rate[k] - m_slowest});
+    for (std::size_t i = 0; i < kGridSize; ++i)
+        m_components[i] = intensityAt(components, m_t[i]);
+}
+
+const Grid& CurveEvaluator::calculated(std::size_t sample, const fit::Parameters& a, double Q, std::size_t count)
+{
+    if (sample != m_sample || m_curveCount == m_curves.size())
+        m_curveCount = 0;
+    m_sample = sample;
+    Curve& curve = m_curves[m_curveCount++];
+    curve.a = a;
+    Grid& sum = curve.intensity;
+    std::fill_n(sum.begin(), count, 0.0);
+
+    const Populations populations = populationsOf(m_model, Q, m_Cp, fit::realParameters(m_logMode, a));
+    const Composition composition = compositionOf(m_model);
+    if (composition == Composition::Sites) {
+        addSites(sum, count, populations);
+        return sum;
+    }
+    // Powers of a factor above 1 could overflow where the exponentials do not.
+    if (composition == Composition::PoissonSeries && populations[1].addedRate >= 0) {
+        addPopulation(sum, count, populations[0]);
+        addPoissonTerms(sum, count, populations);
+    } else {
+        for (const Population& population : populations)
+            addPopulation(sum, count, population);
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        sum[i] *= m_components[i];
+    return sum;
+}
+
+void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const Population& population)
+{
+    const Grid& e = exponentials(m_slowest + population.addedRate, count);
+    for (std::size_t i = 0; i < count; ++i)
+        sum[i] += population.share * e[i];
+}
+
+/// Population j = 1, 2, ... has j times the added rate of the first, so that its exponential is the first one's times
+/// a power of exp(-addedRate t): a polynomial, summed from its highest power.
+void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const Populations& populations)
+{
+    const double addedRate = populations[1].addedRate;
+    const Grid& first = exponentials(m_slowest + addedRate, count);
+    const Grid& factor = exponentials(addedRate, count);
+    Grid series;
+    std::fill_n(series.begin(), count, 0.0);
+    for (std::size_t j = populations.size() - 1; j >= 1; --j)
+        for (std::size_t i = 0; i < count; ++i)
+            series[i] = series[i] * factor[i] + populations[j].share;
+    for (std::size_t i = 0; i < count; ++i)
+        sum[i] += first[i] * series[i];
+}
+
+void CurveEvaluator::addSites(Grid& sum, std::size_t count, const Populations& sites)
+{
+    for (const Exponential& term : siteComponents(m_reference, sites)) {
+        const Grid& e = exponentials(term.rate, count);
+        for (std::size_t i = 0; i < count; ++i)
+            sum[i] += term.amplitude * e[i];
+    }
+}
+
+const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
+{
+    const auto same = [rate](const Exponentials& e) { return e.count > 0 && e.rate == rate; };
+    auto found = std::find_if(m_exponentials.begin(), m_exponentials.end(), same);
+    if (found == m_exponentials.end()) {
+        const auto earlier = [](const Exponentials& a, const Exponentials& b) { return a.lastUse < b.lastUse; };
+        found = std::min_element(m_exponentials.begin(), m_exponentials.end(), earlier);
+        found->rate = rate;
+        found->count = 0;
+    }
+    for (std::size_t i = found->count; i < count; ++i) {
+        const std::size_t block = i - i % kBlock;
+        const bool asProduct = i < m_evenPoints && block > 0 && block < i;
+        found->values[i] = asProduct ? found->values[block] * found->values[i - block] : std::exp(-rate * m_t[i]);
+    }
+    found->count = std::max(found->count, count);
+    found->lastUse = ++m_uses;
+    return found->values;
 }
 
 } // namespace decay

@@ -3,36 +3,83 @@
 #include "decay/models.h"
 
 #include <array>
+#include <bit>
+#include <cstdint>
 
 namespace decay
 {
 
-/// Quenched decays of one model, kept for the last few parameter vectors. A fit asks for the points of a sample with
-/// the same few vectors in turn, so what depends on the sample and the vector alone is worked out once; the values
-/// are those of quenchedDecay to the last bit.
+/// Quenched decays of one model on the reference's time grid, kept for the last few parameter vectors. A fit goes
+/// through the points of a sample with the same few vectors in turn, so that a whole curve is worked out at a time, and
+/// exponentials are kept by their rate for the next sample or vector that has it as well.
+///
+/// A curve is the law's sum over populations of share * sum over k of A(k) exp(-(Rate(k) + addedRate) t). All
+/// components have exp(-(slowest + addedRate) t) in common, which leaves one exponential for each population; Poisson
+/// terms are powers of one, and on an even grid most exponentials are products of two. Values are those of intensity()
+/// but for the last digits: 1e-13 of the value as long as no exponent is beyond 100.
 class CurveEvaluator
 {
 public:
     CurveEvaluator() = default;
-    CurveEvaluator(int model, int logMode, double Cp, const Reference& reference);
+    /// reference: the sample without quencher, with its components and its time grid.
+    CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference);
 
-    /// Decay at quencher concentration Q, M, for parameters as the engine holds them. Valid until the next call.
-    const MultiExponential& curve(double Q, const fit::Parameters& a);
+    /// The decay of a sample for parameters as the engine holds them, if it has been kept, otherwise nullptr. Keyed on
+    /// the exact vector: the engine restores a parameter by subtraction, which may move it by a rounding.
+    const Grid* kept(std::size_t sample, const fit::Parameters& a) const;
+
+    /// Works out the first count points of the decay of a sample at quencher concentration Q, M. Valid until the next
+    /// calculation.
+    const Grid& calculated(std::size_t sample, const fit::Parameters& a, double Q, std::size_t count);
 
 private:
-    struct Entry {
-        bool used = false;
-        double Q = 0;
+    struct Curve {
         fit::Parameters a{};
-        MultiExponential decay;
+        Grid intensity{};
     };
+    struct Exponentials {
+        std::size_t count = 0;
+        double rate = 0; // s^-1
+        unsigned lastUse = 0;
+        Grid values{}; // exp(-rate t)
+    };
+
+    const Grid& exponentials(double rate, std::size_t count);
+    void addPopulation(Grid& sum, std::size_t count, const Population& population);
+    void addPoissonTerms(Grid& sum, std::size_t count, const Populations& populations);
+    void addSites(Grid& sum, std::size_t count, const Populations& sites);
 
     int m_model = 0;
     int m_logMode = 0;
     double m_Cp = 0;
     Reference m_reference;
-    std::array<Entry, 8> m_entries{}; // a base vector, three shifted ones, and as many that differ by a rounding
-    std::size_t m_oldest = 0;
+    Grid m_t{};
+    std::size_t m_evenPoints = 0; // leading points of the grid in even steps
+    double m_slowest = 0;         // smallest rate of the reference, s^-1
+    Grid m_components{};          // the reference's decay, with the slowest exponential taken out
+    std::size_t m_sample = 0;     // whose curves are kept; 0: none yet
+    std::size_t m_curveCount = 0;
+    std::array<Curve, 8> m_curves{}; // a base vector, three shifted ones, and as many that differ by a rounding
+    std::array<Exponentials, 8> m_exponentials{};
+    unsigned m_uses = 0;
 };
+
+/// Compared as integers, without a branch for each.
+inline bool sameBits(const fit::Parameters& a, const fit::Parameters& b)
+{
+    std::uint64_t difference = 0;
+    for (std::size_t j = 1; j < a.size(); ++j)
+        difference |= std::bit_cast<std::uint64_t>(a[j]) ^ std::bit_cast<std::uint64_t>(b[j]);
+    return difference == 0;
+}
+
+inline const Grid* CurveEvaluator::kept(std::size_t sample, const fit::Parameters& a) const
+{
+    if (sample == m_sample)
+        for (std::size_t c = 0; c < m_curveCount; ++c)
+            if (sameBits(m_curves[c].a, a))
+                return &m_curves[c].intensity;
+    return nullptr;
+}
 
 } // namespace decay

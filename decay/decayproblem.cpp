@@ -46,7 +46,7 @@ void DecayProblem::setSampleData(SampleTable samples)
     m_points.clear();
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
-            m_points.push_back({s, i});
+            m_points.push_back({s, i, m_samples.SampleData[s].IExp[i]});
     setLaw(m_model, m_logMode, m_Cp);
 }
 
@@ -55,13 +55,21 @@ void DecayProblem::setLaw(int model, int logMode, double Cp)
     m_model = model;
     m_logMode = logMode;
     m_Cp = Cp;
-    m_evaluator = CurveEvaluator(model, logMode, Cp, referenceOf(m_samples.SampleData[1]));
+    m_evaluator = CurveEvaluator(model, logMode, Cp, m_samples.SampleData[1]);
 }
 
 double DecayProblem::residual(int point, const fit::Parameters& a)
 {
-    const auto [sample, index] = m_points[slot(point - 1)];
-    return fitted(sample, index, a) - m_samples.SampleData[sample].IExp[index];
+    const Point& data = m_points[slot(point - 1)];
+    if (const Grid* kept = m_evaluator.kept(data.sample, a))
+        return (*kept)[data.index] - data.observed;
+    return residualOfNewCurve(data, a);
+}
+
+/// Apart from residual(), so that the many points of a kept curve do not pay for the calls made here.
+double DecayProblem::residualOfNewCurve(const Point& data, const fit::Parameters& a)
+{
+    return fitted(data.sample, data.index, a) - data.observed;
 }
 
 double DecayProblem::value(double t, double Q, const fit::Parameters& a) const
@@ -97,11 +105,12 @@ fit::Statistics DecayProblem::statistics(const fit::Parameters& a)
     return {.R2 = fit::determination(residualSum, totalSum(m_samples)), .residualSum = residualSum};
 }
 
-/// The grid is the reference's, as are all grids.
 double DecayProblem::fitted(std::size_t sample, std::size_t index, const fit::Parameters& a)
 {
-    const double t = m_samples.SampleData[1].T[index];
-    const double result = intensityAt(m_evaluator.curve(m_samples.SampleData[sample].Conc, a), t);
+    if (const Grid* kept = m_evaluator.kept(sample, a))
+        return (*kept)[index];
+    const SampleRecord& record = m_samples.SampleData[sample];
+    const double result = m_evaluator.calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1)[index];
     announceEvaluation();
     return result;
 }

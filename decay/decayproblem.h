@@ -21,7 +21,8 @@ public:
     /// Cp: probe concentration, M.
     void setLaw(int model, int logMode, double Cp);
 
-    /// Called after every evaluation of the Poisson law with collisions, which may take long; may be empty.
+    /// Called after every curve or value worked out by the Poisson law with collisions, which may take long; may be
+    /// empty. Points of a curve that is kept do not call it.
     std::function<void()> modelEvaluated;
 
     int pointCount() const override { return static_cast<int>(m_points.size()); }
@@ -44,9 +45,11 @@ private:
     struct Point {
         std::size_t sample = 0;
         std::size_t index = 0; // on the time grid
+        double observed = 0;
     };
 
     double fitted(std::size_t sample, std::size_t index, const fit::Parameters& a);
+    double residualOfNewCurve(const Point& data, const fit::Parameters& a);
     void announceEvaluation() const;
 
     SampleTable m_samples;

@@ -54,15 +54,21 @@ Populations poissonPopulations(double m, double kq1, double rateWithoutQuencher,
 {
     constexpr double kLargestPower = 1e200;
     const double p0 = std::exp(-m);
-    Populations populations{{p0, rateWithoutQuencher}};
+    Populations populations;
+    populations.reserve(32);
+    populations.push_back({p0, rateWithoutQuencher});
     double sum = p0;
     double j = 1.0;
+    double power = m; // m^j
+    double factorial = 1.0;
     do {
-        const double pj = std::pow(m, j) * p0 / Factorial(j);
+        const double pj = power * p0 / factorial;
         populations.push_back({pj, j * kq1});
         sum += pj;
         j += 1.0;
-    } while (std::pow(m, j) < kLargestPower && sum < cumulativeProbability);
+        power *= m;
+        factorial *= j;
+    } while (power < kLargestPower && sum < cumulativeProbability);
     return populations;
 }
 
@@ -97,8 +103,8 @@ struct Arguments {
 };
 
 struct LawRow {
-    Populations (*populations)(const Arguments&) = nullptr; // nullptr: no decay law
-    bool sitewise = false; // each site has a lifetime of its own, and its share stands for the amplitude
+    Populations (*populations)(const Arguments&) = nullptr;
+    Composition composition = Composition::None;
 };
 
 constexpr Populations (*kTwoSites)(const Arguments&) = [](const Arguments& v) {
@@ -111,22 +117,29 @@ constexpr Populations (*kOneOfTwoSites)(const Arguments&) = [](const Arguments& 
 // Row number = model number.
 constexpr std::array<LawRow, 16> kLaws{{
     {},
-    {[](const Arguments& v) { return dynamicDecay(v.Q, v.p1); }},
-    {[](const Arguments& v) { return complexAndDynamicDecay(v.Q, v.Cp, v.p1, v.p2, v.p3); }},
-    {[](const Arguments& v) { return darkComplexDecay(v.Q, v.Cp, v.p1, v.p2); }},
-    {[](const Arguments& v) { return complexDecay(v.Q, v.Cp, v.p1, v.p2); }},
+    {[](const Arguments& v) { return dynamicDecay(v.Q, v.p1); }, Composition::Shared},
+    {[](const Arguments& v) { return complexAndDynamicDecay(v.Q, v.Cp, v.p1, v.p2, v.p3); }, Composition::Shared},
+    {[](const Arguments& v) { return darkComplexDecay(v.Q, v.Cp, v.p1, v.p2); }, Composition::Shared},
+    {[](const Arguments& v) { return complexDecay(v.Q, v.Cp, v.p1, v.p2); }, Composition::Shared},
     {},
-    {[](const Arguments& v) { return sphereAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }},
-    {[](const Arguments& v) { return darkSphereDecay(v.Q, v.p1, v.p2); }},
-    {[](const Arguments& v) { return sphereDecay(v.Q, v.p1, v.p2); }},
+    {[](const Arguments& v) { return sphereAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }, Composition::Shared},
+    {[](const Arguments& v) { return darkSphereDecay(v.Q, v.p1, v.p2); }, Composition::Shared},
+    {[](const Arguments& v) { return sphereDecay(v.Q, v.p1, v.p2); }, Composition::Shared},
     {},
-    {[](const Arguments& v) { return poissonAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }},
-    {[](const Arguments& v) { return poissonDecay(v.Q, v.p1, v.p2); }},
-    {kTwoSites, true},
-    {kOneOfTwoSites, true},
-    {kTwoSites, false},
-    {kOneOfTwoSites, false},
+    {[](const Arguments& v) { return poissonAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }, Composition::PoissonSeries},
+    {[](const Arguments& v) { return poissonDecay(v.Q, v.p1, v.p2); }, Composition::PoissonSeries},
+    {kTwoSites, Composition::Sites},
+    {kOneOfTwoSites, Composition::Sites},
+    {kTwoSites, Composition::Shared},
+    {kOneOfTwoSites, Composition::Shared},
 }};
+
+/// The row of any number at all; row 0 has no law.
+const LawRow& lawOf(int model)
+{
+    const auto row = static_cast<std::size_t>(model);
+    return model >= 0 && row < kLaws.size() ? kLaws[row] : kLaws[0];
+}
 
 MultiExponential sharedComponents(const Reference& reference, const Populations& populations)
 {
@@ -137,7 +150,18 @@ MultiExponential sharedComponents(const Reference& reference, const Populations&
     return decay;
 }
 
-/// Site i decays with component i, or with the only one. Three components cannot be told apart by two sites.
+} // namespace
+
+Composition compositionOf(int model) { return lawOf(model).composition; }
+
+Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p)
+{
+    const LawRow& law = lawOf(model);
+    return law.populations == nullptr ? Populations{} : law.populations({Q, Cp, p[1], p[2], p[3]});
+}
+
+Reference referenceOf(const SampleRecord& record) { return {record.NComp, record.A, record.Rate}; }
+
 MultiExponential siteComponents(const Reference& reference, const Populations& sites)
 {
     if (reference.components != 1 && reference.components != 2)
@@ -146,10 +170,6 @@ MultiExponential siteComponents(const Reference& reference, const Populations& s
     return {{sites[0].share, reference.Rate[1] + sites[0].addedRate},
             {sites[1].share, reference.Rate[last] + sites[1].addedRate}};
 }
-
-} // namespace
-
-Reference referenceOf(const SampleRecord& record) { return {record.NComp, record.A, record.Rate}; }
 
 double intensityAt(const MultiExponential& decay, double t)
 {
@@ -161,11 +181,9 @@ double intensityAt(const MultiExponential& decay, double t)
 
 MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
 {
-    const auto row = static_cast<std::size_t>(model);
-    if (model < 0 || row >= kLaws.size() || kLaws[row].populations == nullptr)
-        return {};
-    const Populations populations = kLaws[row].populations({Q, Cp, p[1], p[2], p[3]});
-    return kLaws[row].sitewise ? siteComponents(reference, populations) : sharedComponents(reference, populations);
+    const Populations populations = populationsOf(model, Q, Cp, p);
+    return compositionOf(model) == Composition::Sites ? siteComponents(reference, populations)
+                                                      : sharedComponents(reference, populations);
 }
 
 double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p)

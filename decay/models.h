@@ -62,6 +62,19 @@ Populations oneOfTwoSitesDecay(double Q, double F, double kq2);
 /// 1 * 2 * ... * x, and 1 for x <= 1.
 double Factorial(double x);
 
+/// How the populations of a model make up a decay.
+enum class Composition {
+    None,          // the model has no decay law
+    Shared,        // every population has all components of the reference
+    PoissonSeries, // likewise; from the second population on added rates are 1, 2, 3, ... times that of the second
+    Sites,         // population i has component i, or the only one, and its share stands for the amplitude
+};
+Composition compositionOf(int model);
+
+/// The populations of a model 1..15 at quencher concentration Q, with real parameter values in slots 1..3 in the
+/// model's fitting order; empty without a decay law. 14 and 15 are 12 and 13 with sites that share all components.
+Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p);
+
 /// The decay without quencher: components as in SampleRecord.
 struct Reference {
     int components = 0;
@@ -76,13 +89,14 @@ struct Exponential {
 };
 using MultiExponential = std::vector<Exponential>;
 
+/// Site i decays with component i, or with the only one; empty for three components, which two sites cannot tell apart.
+MultiExponential siteComponents(const Reference& reference, const Populations& sites);
+
 /// Intensity at time t, s.
 double intensityAt(const MultiExponential& decay, double t);
 
-/// The reference decay as a model's law changes it at quencher concentration Q. p holds real values, slots 1..3 in the
-/// model's fitting order. Models 1..13, and two more codes: 14 and 15 are 12 and 13 with the sites sharing all
-/// components of the decay. Empty (0 at all times) for any other number, for 5 and 9, which have no decay law, and for
-/// a sitewise model with three components.
+/// The reference decay as a model's law changes it at quencher concentration Q; arguments as for populationsOf. Empty
+/// (0 at all times) without a decay law and for separate sites with three components.
 MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
 
 /// The same at one time t, s.

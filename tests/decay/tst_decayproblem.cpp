@@ -118,7 +118,7 @@ void TestDecayProblem::givesEveryCurveAsTheLawDoes()
             const int point = 1 + turn % 3;
             const auto i = static_cast<std::size_t>(point - 1);
             const double law = intensity(model, table.SampleData[1].T[i], 1e-3, reference, kProbe, p);
-            QVERIFY(problem.residual(point, p) == law - table.SampleData[2].IExp[i]); // to the last bit
+            QVERIFY(std::abs(problem.residual(point, p) - (law - table.SampleData[2].IExp[i])) < kFewUlps);
             QVERIFY(problem.value(table.SampleData[1].T[i], 1e-3, p) == law);
         }
     }
@@ -136,7 +136,7 @@ void TestDecayProblem::announcesThePoissonLawOnly()
         problem.residual(2, p);
         problem.value(kTau, 1e-3, p);
         problem.CalcFity(p);
-        QCOMPARE(calls, model == 10 ? 3 + 101 : 0);
+        QCOMPARE(calls, model == 10 ? 1 + 3 : 0); // a value and three curves; the first curve was kept
     }
 }
 

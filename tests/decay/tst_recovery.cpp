@@ -1,8 +1,7 @@
 #include "decay/decayproblem.h"
-#include "decay/normalization.h"
 
+#include "tests/support/decaysessions.h"
 #include "tests/support/fitrun.h"
-#include "tests/support/simulatedsession.h"
 
 #include <QtTest>
 
@@ -11,32 +10,19 @@
 using namespace decay;
 using support::allNear;
 using support::FitRun;
+using support::kAlbumin;
+using support::kMicelleRange;
+using support::kProbe;
+using support::kPyrene;
+using support::kRuRe;
+using support::kWideRange;
+using support::tableFrom;
 using support::Values;
 
 namespace
 {
 constexpr double kTypedDigits = 1e-3;    // what five digits in the sheet leave of the constants
 constexpr double kShortLifetimes = 0.01; // steps of 4 ns show little of decays that last 4 ns and less
-constexpr double kLevel = 1e-3;
-
-SampleTable tableFrom(const support::TypedSheet& sheet)
-{
-    DecayData data = readDecayData(support::cellsOf(sheet), kLevel, 1);
-    normaliseAmplitudes(data.samples);
-    BuildDecayCurves(data.samples, 2);
-    return data.samples;
-}
-
-const Values kWideRange{0, 0.02, 0.04, 0.06, 0.08, 0.1};               // M
-const Values kMicelleRange{0, 0.2e-3, 0.4e-3, 0.8e-3, 1.2e-3, 1.6e-3}; // M
-constexpr double kProbe = 2e-4; // M, enough for a complex to take a visible part of the quencher
-
-// Ru-Re photocatalyst in DMF with BNAH, 298 K: PMC5897880, Table 4.
-const Reference kRuRe{2, {0, 0.04, 0.96}, {0, 1 / 142.9e-9, 1 / 900.9e-9}};
-// Pyrene in SDS micelles with octyl iodide: J. Phys. Chem. 86 (1982) 1636; K = 1290 per M, kq1 = 5.9e6 per s.
-const Reference kPyrene{1, {0, 1}, {0, 1 / 200e-9}};
-// Tryptophan of serum albumin; the amplitudes are chosen, not published.
-const Reference kAlbumin{3, {0, 0.5, 0.3, 0.2}, {0, 1 / 6.5e-9, 1 / 2.15e-9, 1 / 0.1e-9}};
 
 fit::Parameters parameters(const Values& values)
 {
@@ -72,17 +58,10 @@ private slots:
     void losesItsWayInLogModeFromFarBelow();
 };
 
-// Acridone quenched by iodide: lifetimes of github.com/chemfd/PhotochemistryWorkshopAnswers, 04-workshopweek4.Rmd. A
-// straight line through tau0 / tau has the slope kq tau0 = 87.299 per M.
+// A straight line through tau0 / tau has the slope kq tau0 = 87.299 per M.
 void TestRecovery::findsTheDynamicConstantOfLifetimes()
 {
-    const SampleTable table = tableFrom({{"0", "1", "1", "17.6"},
-                                         {"0.04", "1", "1", "3.9"},
-                                         {"0.1", "1", "1", "1.8"},
-                                         {"0.2", "1", "1", "0.95"},
-                                         {"0.3", "1", "1", "0.64"},
-                                         {"0.5", "1", "1", "0.39"},
-                                         {"0.8", "1", "1", "0.25"}});
+    const SampleTable table = tableFrom(support::kAcridoneSheet);
     QCOMPARE(table.TimeMax, 2e-7);
     for (int logMode : {0, 1}) {
         const FitRun run = fitted(table, 1, logMode, {3e9}, support::kPanelRule);

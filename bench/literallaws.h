@@ -1,0 +1,40 @@
+#pragma once
+
+#include "decay/sampletable.h"
+#include "fit/gaussnewton.h"
+
+/// The laws once more, each written out as its formula in one expression and worked out anew with every call. They are
+/// what the program's own evaluation is compared with, in value and in time, and are no part of the program.
+namespace literal
+{
+
+/// Quenched decay at time t, s, and total quencher Q, M. reference: the sample without quencher. Cp: total probe, M.
+/// p: real values in fitting order, slots 1..3.
+double decayIntensity(int model, double t, double Q, const decay::SampleRecord& reference, double Cp,
+                      const fit::Parameters& p);
+
+/// Ratio F0/F at total quencher x, M. tau0: lifetime without quencher, s.
+double ratio(int model, double x, double tau0, double Cp, const fit::Parameters& p);
+
+/// The decay curves of all samples but the reference, as decay::DecayProblem has them.
+class DecayProblem final : public fit::Problem
+{
+public:
+    DecayProblem(const decay::SampleTable& samples, int model, int logMode, double Cp);
+    int pointCount() const override { return m_pointCount; }
+    double residual(int point, const fit::Parameters& a) override;
+
+private:
+    struct Point {
+        std::size_t sample = 0;
+        std::size_t index = 0;
+    };
+    const decay::SampleTable& m_samples;
+    int m_model;
+    int m_logMode;
+    double m_Cp;
+    int m_pointCount = 0;
+    std::array<Point, decay::kMaxSamples * decay::kGridSize + 1> m_points{}; // slot 0 is not a point
+};
+
+} // namespace literal
