@@ -1,5 +1,6 @@
 #include "app/parameterpanel.h"
 
+#include "app/modelguide.h"
 #include "app/panelrules.h"
 #include "app/sharedstate.h"
 #include "fit/numbertext.h"
@@ -39,6 +40,13 @@ QLabel* label(const QString& text, const char* name, QWidget* parent)
     return named(new QLabel(text, parent), QString::fromLatin1(name));
 }
 
+/// Tells what a control is for, by pointing at it and by a screen reader.
+void explain(QWidget& control, const std::string& text)
+{
+    control.setToolTip(QString::fromStdString(text));
+    control.setAccessibleDescription(QString::fromStdString(text));
+}
+
 void tighten(QLayout& layout)
 {
     layout.setContentsMargins(6, 2, 6, 4);
@@ -58,6 +66,8 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
     layout->addLayout(makeParameterBoxes());
     m_fixKq2 = named(new QCheckBox(tr("Fix kq2 value (Stern-Volmer Only)"), this), "Check1");
     m_fixF = named(new QCheckBox(tr("Fix F value"), this), "Check2");
+    explain(*m_fixKq2, "keep kq2 as typed while the other parameters are fitted");
+    explain(*m_fixF, "keep F as typed while the other parameters are fitted");
     layout->addWidget(m_fixKq2);
     layout->addWidget(m_fixF);
     layout->addWidget(makeFitRegionFrame());
@@ -81,7 +91,7 @@ QGroupBox* ParameterPanel::makeModelFrame()
         grid->addWidget(new QLabel(groupText, frame), row++, 0, 1, kOptionsPerRow);
         for (int model = group.first; model <= group.last; ++model) {
             auto* option = named(new QRadioButton(tr("Model %1").arg(model), frame), QString("opnModel%1").arg(model));
-            option->setAccessibleDescription(groupText);
+            explain(*option, std::string(group.label) + "\n" + modelText(model));
             option->installEventFilter(this);
             m_models->addButton(option, model);
             const int place = model - group.first;
@@ -108,6 +118,10 @@ QLayout* ParameterPanel::makeParameterBoxes()
     m_iteration = addBox(*grid, 3, 2, label(tr("Iteration"), "lblItalation", this), "txtIteration");
     // The caption of the first label changes with the model; the boxes must not move then.
     m_kq1Label->setMinimumWidth(m_kq1Label->fontMetrics().horizontalAdvance(fromUtf8(kKq1PerMolarSecond)));
+    explain(*m_s, guideText(kRadiusGuide));
+    explain(*m_Cp, guideText(kProbeGuide));
+    explain(*m_tolerance, guideText(kToleranceGuide));
+    explain(*m_iteration, guideText(kIterationGuide));
     return grid;
 }
 
@@ -128,10 +142,12 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     auto* row = new QHBoxLayout(frame);
     tighten(*row);
     auto* threshold = named(new QRadioButton(tr("≧"), frame), "opnFitRegion1");
-    threshold->setAccessibleDescription(tr("Fit down to the given fraction of the initial intensity"));
     m_fitRegion = named(new QLineEdit(frame), "txtFitRegion");
     m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
+    explain(*m_fitRegion, guideText(kFitRegionGuide));
     auto* all = named(new QRadioButton(tr("All"), frame), "opnFitRegion0");
+    explain(*threshold, "follow the decays down to the fraction in the box");
+    explain(*all, "follow the decays down to 0.0001 of their initial intensity");
     m_fitRegions->addButton(threshold, kThresholdOption);
     m_fitRegions->addButton(all, kAllOption);
     row->addWidget(threshold);
@@ -195,8 +211,11 @@ void ParameterPanel::chooseModel(int model)
         return;
     m_models->button(model)->setChecked(true);
     m_kq1Label->setText(fromUtf8(kq1Caption(model)));
-    for (const PanelBox used : {PanelBox::kq1, PanelBox::kq2, PanelBox::K, PanelBox::F})
-        box(used)->setEnabled(modelRow(model).uses(used));
+    for (const PanelBox used : {PanelBox::kq1, PanelBox::kq2, PanelBox::K, PanelBox::F}) {
+        const ParameterGuide* guide = parameterGuide(model, used);
+        box(used)->setEnabled(guide);
+        explain(*box(used), guide ? guideText(*guide) : "not a parameter of Model " + std::to_string(model));
+    }
 }
 
 // By itself an arrow key goes to the nearest option on the screen and so passes over some; here all four keys follow

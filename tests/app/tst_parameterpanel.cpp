@@ -16,6 +16,7 @@ private slots:
     void startsWithItsDefaults();
     void modelRulesBoxes_data();
     void modelRulesBoxes();
+    void explainsModelsAndParameters();
     void ignoresModelsThatDoNotExist();
     void arrowKeysWalkThroughTheModels();
     void allLeavesTheFitRegionMode();
@@ -84,6 +85,19 @@ void TestParameterPanel::modelRulesBoxes()
         if (box("txt" + name).isEnabled())
             enabled << name;
     QTEST(enabled.join(' '), "enabled");
+}
+
+void TestParameterPanel::explainsModelsAndParameters()
+{
+    QVERIFY(option("opnModel9").toolTip().contains("Φ0/Φ = exp(K·Q/D)\nno decay law"));
+    QVERIFY(option("opnModel9").accessibleDescription().startsWith("Multi-step Quenching\nModel 9"));
+    option("opnModel4").click();
+    QVERIFY(box("txtkq1").toolTip().endsWith("[s⁻¹]"));
+    QVERIFY(box("txtkq2").toolTip().contains("not a parameter of Model 4"));
+    option("opnModel12").click();
+    QVERIFY(box("txtkq1").toolTip().endsWith("first site [M⁻¹s⁻¹]"));
+    for (const auto* edit : m_panel->findChildren<QLineEdit*>())
+        QVERIFY2(!edit->toolTip().isEmpty(), qPrintable(edit->objectName()));
 }
 
 void TestParameterPanel::ignoresModelsThatDoNotExist()

@@ -1,0 +1,120 @@
+#include "app/modelguide.h"
+
+#include "decay/models.h"
+#include "sternvolmer/models.h"
+#include "tests/support/formula.h"
+
+#include <QTest>
+
+#include <cmath>
+
+namespace
+{
+
+constexpr double kFewUlps = 1e-13;
+// In the decay laws "…" stands for the pairs, triples, ... of quenchers, which are this rare here.
+constexpr double kRareNumbers = 2e-3;
+
+constexpr double kQuencher = 0.01, kProbe = 1e-3, kTime = 7e-9; // M, M, s
+constexpr double kK = 5, kKq1 = 3e8, kKq2 = 4e9, kF = 0.6;      // M^-1, s^-1, M^-1 s^-1, 1
+constexpr double kFirstSite = 8e9, kSecondSite = 1e9;           // M^-1 s^-1
+const decay::Reference kReference{2, {0, 0.3, 0.7}, {0, 1 / 4e-9, 1 / 12e-9}};
+constexpr double kTau0 = 0.3 * 4e-9 + 0.7 * 12e-9;
+
+QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QString rightSide(std::string_view law) { return fromUtf8(law).section(" = ", 1).remove(QStringLiteral(" + …")); }
+
+fit::Parameters parametersOf(int model)
+{
+    fit::Parameters p{};
+    std::size_t slot = 0;
+    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
+    for (const app::ModelParameter& parameter : app::modelRow(model).fitted()) {
+        double& value = p[++slot];
+        switch (parameter.box) {
+        case app::PanelBox::K:
+            value = kK;
+            break;
+        case app::PanelBox::F:
+            value = kF;
+            break;
+        case app::PanelBox::kq1:
+            value = twoSites ? kFirstSite : kKq1;
+            break;
+        case app::PanelBox::kq2:
+            value = twoSites ? kSecondSite : kKq2;
+            break;
+        }
+    }
+    return p;
+}
+
+/// The symbols as the guide explains them.
+support::Formula formulaFor(int model)
+{
+    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
+    const double D = 1 + kK * kProbe;
+    const double b = 1 + kK * kProbe - kK * kQuencher;
+    const double m = kK * kQuencher;
+    support::Formula formula;
+    formula.quantities = {{"Q", kQuencher},
+                          {"Qf", (-b + std::sqrt(b * b + 4 * kK * kQuencher)) / (2 * kK)},
+                          {"K", kK},
+                          {"F", kF},
+                          {"kq1", twoSites ? kFirstSite : kKq1},
+                          {"kq2", twoSites ? kSecondSite : kKq2},
+                          {QStringLiteral("τ0"), kTau0},
+                          {QStringLiteral("τ1"), 4e-9},
+                          {QStringLiteral("τ2"), 12e-9},
+                          {"t", kTime},
+                          {"D", D},
+                          {"E", std::exp(-m / D)},
+                          {"p0", std::exp(-m)},
+                          {"p1", m * std::exp(-m)},
+                          {"p2", m * m * std::exp(-m) / 2}};
+    formula.functions["S"] = [](double r) {
+        return 0.3 * std::exp(-(1 / 4e-9 + r) * kTime) + 0.7 * std::exp(-(1 / 12e-9 + r) * kTime);
+    };
+    return formula;
+}
+
+bool near(double value, double expected, double tolerance) { return std::abs(value / expected - 1) <= tolerance; }
+
+} // namespace
+
+class TestModelGuide : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void printsTheLawsThatAreFitted_data();
+    void printsTheLawsThatAreFitted();
+};
+
+void TestModelGuide::printsTheLawsThatAreFitted_data()
+{
+    QTest::addColumn<int>("model");
+    for (int model = 1; model <= app::kModelCount; ++model)
+        QTest::addRow("model %d", model) << model;
+}
+
+void TestModelGuide::printsTheLawsThatAreFitted()
+{
+    QFETCH(int, model);
+    const app::ModelGuide& guide = app::kModelGuides[static_cast<std::size_t>(model)];
+    const fit::Parameters p = parametersOf(model);
+    support::Formula formula = formulaFor(model);
+    const double ratio = sternvolmer::ratio(model, kQuencher, kTau0, kProbe, p[1], p[2], p[3]);
+    QVERIFY2(near(formula(rightSide(guide.ratioLaw)), ratio, kFewUlps), qPrintable(fromUtf8(guide.ratioLaw)));
+
+    QCOMPARE(guide.decayLaw.empty(), !app::modelRow(model).hasDecayLaw);
+    if (guide.decayLaw.empty())
+        return;
+    const double intensity = decay::intensity(model, kTime, kQuencher, kReference, kProbe, p);
+    const double tolerance = guide.decayLaw.find("…") == std::string_view::npos ? kFewUlps : kRareNumbers;
+    QVERIFY2(near(formula(rightSide(guide.decayLaw)), intensity, tolerance), qPrintable(fromUtf8(guide.decayLaw)));
+}
+
+QTEST_APPLESS_MAIN(TestModelGuide)
+#include "tst_modelguide.moc"
