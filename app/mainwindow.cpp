@@ -11,6 +11,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <vector>
@@ -71,6 +72,7 @@ frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
     setWindowTitle(kTitle);
     makeMenus();
     arrange();
+    new QShortcut(Qt::Key_F1, this, this, &frmVorloMain::helpChosen, Qt::ApplicationShortcut); // from every window
     connect(m_results, &ResultsTable::restoreChosen, m_panel, &ParameterPanel::restore);
     connect(m_sheet, &DataSheet::edited, this, [&shared] { shared.DataNormalized = false; });
 }

@@ -31,6 +31,7 @@ private slots:
     void typingInTheSheetNeedsNormalizationAgain();
     void editKeysStayInATextBox();
     void calculationKeysWorkFromATextBox();
+    void f1AsksForHelp();
     void decayAnalysisCanBeDisabled();
     void closingStopsRunsAndAnnouncesIt();
 
@@ -192,6 +193,18 @@ void TestMainWindow::calculationKeysWorkFromATextBox()
     QTest::keyClick(box, Qt::Key_D, Qt::ControlModifier);
     QCOMPARE(chosen.count(), 1);
     QCOMPARE(box->text(), QString("1e+6"));
+}
+
+void TestMainWindow::f1AsksForHelp()
+{
+    showActive();
+    const QSignalSpy chosen(m_window.get(), &app::frmVorloMain::helpChosen);
+    QWidget other; // plots, tables and analyzers are windows of their own
+    other.show();
+    other.activateWindow();
+    QTRY_VERIFY(other.isActiveWindow());
+    QTest::keyClick(&other, Qt::Key_F1);
+    QCOMPARE(chosen.count(), 1);
 }
 
 void TestMainWindow::decayAnalysisCanBeDisabled()
