@@ -1,0 +1,46 @@
+#pragma once
+
+#include "fit/gaussnewton.h"
+
+#include <array>
+#include <vector>
+
+/// An honest look at fits: start values that work, uncertainties and convergence. Parameters are in their real units
+/// here, never logarithms; slots as in fit::Parameters.
+namespace trust
+{
+
+/// Slots of the parameters that a fit may change, ascending.
+using FreeSlots = std::vector<std::size_t>;
+FreeSlots freeSlots(int parameterCount, const fit::Flags& fix);
+
+/// Sum of squared residuals; infinity when one of them is not a number.
+double sumOfSquares(fit::Problem& problem, const fit::Parameters& values);
+
+/// Sizes between which a parameter may move.
+struct Range {
+    double low = 0;
+    double high = 0;
+};
+using Ranges = std::array<Range, fit::kMaxParameters + 1>;
+inline constexpr Range kAnySize{1e-100, 1e100};
+inline constexpr Ranges kAnySizes{kAnySize, kAnySize, kAnySize, kAnySize};
+
+struct Minimum {
+    fit::Parameters values{};
+    double sumOfSquares = 0;
+};
+
+/// The least-squares minimum downhill of `start` by the Levenberg-Marquardt method, in the natural logarithms of the
+/// free parameters' sizes: constants of any magnitude then take alike steps, and none changes its sign. A free
+/// parameter that starts at 0 stays there.
+/// Method: J. J. More, Lecture Notes in Mathematics 630 (1978) 105, as in MINPACK; Eigen's translation.
+Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free,
+                const Ranges& ranges = kAnySizes);
+
+/// Central differences of the residuals for relative changes of the free parameters: element [column][point - 1] is the
+/// derivative with respect to the logarithm of the size of parameter free[column].
+std::vector<std::vector<double>> relativeDerivatives(fit::Problem& problem, const fit::Parameters& values,
+                                                     const FreeSlots& free);
+
+} // namespace trust

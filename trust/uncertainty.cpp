@@ -1,0 +1,89 @@
+#include "trust/uncertainty.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <Eigen/SVD>
+#include <boost/math/distributions/students_t.hpp>
+
+namespace trust
+{
+namespace
+{
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+Eigen::MatrixXd derivativeMatrix(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free)
+{
+    const auto columns = relativeDerivatives(problem, values, free);
+    Eigen::MatrixXd J(problem.pointCount(), static_cast<Eigen::Index>(free.size()));
+    for (std::size_t j = 0; j < free.size(); ++j)
+        J.col(static_cast<Eigen::Index>(j)) = Eigen::Map<const Eigen::VectorXd>(columns[j].data(), J.rows());
+    return J;
+}
+
+/// Inverse of the normal matrix of relative changes. Directions that move no point are left out of it and named.
+struct InverseNormal {
+    Eigen::MatrixXd matrix;
+    std::vector<bool> flat; // by column
+
+    InverseNormal(const Eigen::MatrixXd& J)
+        : matrix(Eigen::MatrixXd::Zero(J.cols(), J.cols())), flat(static_cast<std::size_t>(J.cols()), false)
+    {
+        constexpr double kFlat = 1e-7;     // of the steepest direction: what central differences cannot tell from 0
+        constexpr double kTakesPart = 0.1; // of a direction of length 1
+        const Eigen::JacobiSVD<Eigen::MatrixXd> svd(J, Eigen::ComputeThinU | Eigen::ComputeFullV);
+        for (Eigen::Index d = 0; d < J.cols(); ++d) {
+            const Eigen::VectorXd direction = svd.matrixV().col(d);
+            const double slope = d < svd.singularValues().size() ? svd.singularValues()[d] : 0;
+            if (slope > kFlat * svd.singularValues()[0] && slope > 0)
+                matrix += direction * direction.transpose() / (slope * slope);
+            else
+                for (Eigen::Index j = 0; j < J.cols(); ++j)
+                    if (std::abs(direction[j]) > kTakesPart)
+                        flat[static_cast<std::size_t>(j)] = true;
+        }
+    }
+};
+
+double studentQuantile(int degreesOfFreedom)
+{
+    return boost::math::quantile(boost::math::students_t(degreesOfFreedom), 0.975); // two-sided, 95 percent
+}
+
+} // namespace
+
+Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount)
+{
+    Uncertainty result;
+    result.degreesOfFreedom = pointCount - static_cast<int>(free.size());
+    const double sum = sumOfSquares(problem, values);
+    if (free.empty() || problem.pointCount() == 0 || !std::isfinite(sum))
+        return result;
+    const InverseNormal inverse(derivativeMatrix(problem, values, free));
+    const bool hasErrors = result.degreesOfFreedom > 0;
+    const double deviation = hasErrors ? std::sqrt(sum / result.degreesOfFreedom) : 0;
+    const double t = hasErrors ? studentQuantile(result.degreesOfFreedom) : 0;
+    for (std::size_t j = 0; j < free.size(); ++j) {
+        const auto row = static_cast<Eigen::Index>(j);
+        const double relative = inverse.flat[j] ? kInfinity : deviation * std::sqrt(inverse.matrix(row, row));
+        const std::size_t slot = free[j];
+        result.standardError[slot] = inverse.flat[j] ? kInfinity : relative * std::abs(values[slot]);
+        result.halfWidth[slot] = t * result.standardError[slot];
+        if (relative > 1)
+            result.undetermined.push_back(slot);
+        for (std::size_t k = 0; k < free.size(); ++k) {
+            const auto column = static_cast<Eigen::Index>(k);
+            const double scale = std::sqrt(inverse.matrix(row, row) * inverse.matrix(column, column));
+            if (j == k)
+                result.correlation[slot][slot] = 1;
+            else if (!inverse.flat[j] && !inverse.flat[k] && scale > 0)
+                result.correlation[slot][free[k]] =
+                    std::copysign(1.0, values[slot] * values[free[k]]) * inverse.matrix(row, column) / scale;
+        }
+    }
+    return result;
+}
+
+} // namespace trust

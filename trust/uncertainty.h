@@ -1,0 +1,25 @@
+#pragma once
+
+#include "trust/leastsquares.h"
+
+namespace trust
+{
+
+using Matrix4 = std::array<fit::Parameters, fit::kMaxParameters + 1>; // [row][column], slots as in fit::Parameters
+
+/// What the scatter of the residuals says about fitted values. Slots of parameters that were not free hold 0.
+struct Uncertainty {
+    int degreesOfFreedom = 0;        // below 1: there are no errors
+    fit::Parameters standardError{}; // infinity: not determined
+    fit::Parameters halfWidth{};     // of the 95 percent interval, same rule
+    Matrix4 correlation{};           // 1 on the diagonal; 0 where a parameter is not determined at all
+    FreeSlots undetermined;          // see below
+};
+
+/// From the derivatives at the values, which should be a least-squares minimum; scatter counts as equal at all points.
+/// pointCount: how many points could deviate. A parameter is undetermined when its standard error is larger than
+/// itself, or when a change of it, perhaps together with others, leaves every point where it is.
+/// Method: G. A. F. Seber, C. J. Wild, Nonlinear Regression (1989), chapter 2, with Student's t.
+Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount);
+
+} // namespace trust
