@@ -1,0 +1,88 @@
+#pragma once
+
+#include "sternvolmer/models.h"
+#include "trust/ratiotask.h"
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+namespace support
+{
+
+/// What an analysis would take over for given ratios with one lifetime and a probe concentration.
+inline trust::RatioInput ratioInput(int model, const std::vector<double>& conc, const std::vector<double>& ratio,
+                                    double tau0, const std::string& Cp = "50e-6")
+{
+    trust::RatioInput input;
+    input.panel.Model = model;
+    input.panel.Cp = Cp;
+    input.data.complete = true;
+    input.data.tau0 = tau0;
+    input.data.samples.SampleCount = static_cast<int>(conc.size());
+    for (std::size_t i = 0; i < conc.size(); ++i) {
+        input.data.samples.SampleData[i + 1].Conc = conc[i];
+        input.data.samples.SampleData[i + 1].SVRatio = ratio[i];
+    }
+    return input;
+}
+
+// Acridone quenched by iodide in water, 26 C; photochemistry workshop, github.com/chemfd/PhotochemistryWorkshopAnswers,
+// 04-workshopweek4.Rmd (CC0). Probe concentration assumed.
+inline trust::RatioInput acridone(int model)
+{
+    std::vector<double> ratio;
+    for (double intensity : {16580, 3753, 1566, 721, 446, 242, 121})
+        ratio.push_back(16580 / intensity);
+    return ratioInput(model, {0, 0.04, 0.1, 0.2, 0.3, 0.5, 0.8}, ratio, 17.6e-9);
+}
+
+// Tryptophan of hFis1 without its N-terminal arm, quenched by acrylamide, 341 nm; github.com/Hill-Lab/
+// Fis1_structural_studies_N-term_arm, 20200220_TRP_dN_nativeN_acrylamide_D1. A nominal lifetime.
+inline trust::RatioInput hFis1(int model)
+{
+    return ratioInput(model, {0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779},
+                      3e-9, "10e-6");
+}
+
+/// Ratios of a model with noise, and the constants that they were made from.
+struct SimulatedRatios {
+    trust::RatioInput input;
+    fit::Parameters constants{};
+};
+
+/// A seeded experiment: lifetimes 1..300 ns, constants over two decades about what the concentrations show.
+/// noise: standard deviation relative to each ratio. The reference is 1.
+inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, double noise)
+{
+    std::mt19937 generator(1000 * static_cast<unsigned>(model) + seed);
+    const auto between = [&](double low, double high) {
+        return low * std::pow(high / low, std::uniform_real_distribution<double>(0, 1)(generator));
+    };
+    const double tau0 = between(1e-9, 3e-7), Xmax = between(1e-3, 1);
+    const double K = between(0.2, 10) / Xmax, F = between(0.1, 10);
+    const double kq2 = between(0.2, 20) / (tau0 * Xmax), kq22 = kq2 / between(3, 100);
+    // The Poisson laws have no ratio where K x kq1 tau0 passes 1.
+    const double kq1 = model == 10 || model == 11 ? between(0.05, 0.8) / (tau0 * K * Xmax) : between(0.2, 50) / tau0;
+    SimulatedRatios simulated;
+    std::size_t slot = 0;
+    for (const app::ModelParameter& parameter : app::modelRow(model).fitted()) {
+        const bool secondSite = model == 12 && parameter.box == app::PanelBox::kq2;
+        const bool firstSite = model >= 12 && parameter.box == app::PanelBox::kq1;
+        const double rate = secondSite ? kq22 : firstSite || parameter.box == app::PanelBox::kq2 ? kq2 : kq1;
+        const double constant = parameter.box == app::PanelBox::K ? K : parameter.box == app::PanelBox::F ? F : rate;
+        simulated.constants[++slot] = constant;
+    }
+    std::normal_distribution<double> error(0, noise);
+    std::vector<double> conc, ratio;
+    const fit::Parameters& p = simulated.constants;
+    for (int i = 0; i < samples; ++i) {
+        conc.push_back(Xmax * i / (samples - 1));
+        const double exact = sternvolmer::ratio(model, conc.back(), tau0, 50e-6, p[1], p[2], p[3]);
+        ratio.push_back(i == 0 ? 1 : exact * (1 + error(generator)));
+    }
+    simulated.input = ratioInput(model, conc, ratio, tau0);
+    return simulated;
+}
+
+} // namespace support

@@ -1,0 +1,227 @@
+#include "trust/enginestart.h"
+#include "trust/startsearch.h"
+
+#include "fit/numbertext.h"
+#include "tests/support/ratiosets.h"
+
+#include <QTest>
+
+#include <vector>
+
+using namespace trust;
+
+namespace
+{
+
+constexpr double kPublishedDigits = 2e-4; // the independent optima are given with five digits or so
+
+SearchResult searched(const RatioInput& input, const SearchProgress& progress = {})
+{
+    sternvolmer::RatioProblem problem = input.problem();
+    return searchStart(
+        {problem, input.panel.Model, app::startParameters(input.panel, app::Analysis::SternVolmer), kUncountedRatios},
+        progress);
+}
+
+EngineStart startFor(const RatioInput& input, const Solution& solution)
+{
+    sternvolmer::RatioProblem problem = input.problem();
+    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
+    return engineStart(problem, options, freeSlots(options.parameterCount, options.fix),
+                       {solution.values, solution.sumOfSquares});
+}
+
+} // namespace
+
+class TestStartSearch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void findsPublishedOptima_data();
+    void findsPublishedOptima();
+    void leadsTheEngineToTheOptimum_data();
+    void leadsTheEngineToTheOptimum();
+    void mendsAStartThatEndsAnywhere();
+    void saysWhereTheEngineCannotStay();
+    void givesEverySolutionThatIsEquallyGood();
+    void oneSolutionStandsForWhatIsNotDetermined();
+    void keepsFixedConstants();
+    void startsFromValuesWithoutLogarithm();
+    void canBeCancelled();
+};
+
+// Optima found by an independent least-squares program, as dynamic constant kq tau0 and K.
+void TestStartSearch::findsPublishedOptima_data()
+{
+    QTest::addColumn<bool>("iodide");
+    QTest::addColumn<int>("model");
+    QTest::addColumn<double>("K"); // 0: not in the model
+    QTest::addColumn<double>("KD");
+    QTest::addColumn<double>("residualSum");
+    QTest::newRow("acridone dynamic") << true << 1 << 0.0 << 154.055 << 473.808;
+    QTest::newRow("acridone complex and dynamic") << true << 3 << 1.24126 << 84.4383 << 4.05796;
+    QTest::newRow("acridone sphere and dynamic") << true << 7 << 0.738296 << 93.57 << 1.73886;
+    QTest::newRow("acridone sphere") << true << 9 << 6.19841 << 0.0 << 3589.36;
+    QTest::newRow("hFis1 dynamic") << false << 1 << 0.0 << 4.86779 << 0.0372989;
+    QTest::newRow("hFis1 complex") << false << 5 << 4.86788 << 0.0 << 0.0372941;
+    QTest::newRow("hFis1 sphere and dynamic") << false << 7 << 0.409345 << 3.73951 << 0.0151287;
+}
+
+void TestStartSearch::findsPublishedOptima()
+{
+    QFETCH(bool, iodide);
+    QFETCH(int, model);
+    QFETCH(double, K);
+    QFETCH(double, KD);
+    QFETCH(double, residualSum);
+    const RatioInput input = iodide ? support::acridone(model) : support::hFis1(model);
+    const SearchResult found = searched(input);
+    const Solution& best = found.solutions.front();
+    QVERIFY(std::abs(best.sumOfSquares / residualSum - 1) < kPublishedDigits);
+    if (K != 0)
+        QVERIFY(std::abs(best.values[1] / K - 1) < kPublishedDigits);
+    if (KD != 0)
+        QVERIFY(std::abs(best.values[K != 0 ? 2 : 1] * input.data.tau0 / KD - 1) < kPublishedDigits);
+}
+
+void TestStartSearch::leadsTheEngineToTheOptimum_data()
+{
+    QTest::addColumn<int>("model");
+    for (int model = 1; model <= app::kModelCount; ++model)
+        QTest::addRow("%d", model) << model;
+}
+
+// From the default panel, in both modes. The optimum to compare with is that downhill of the constants that the data
+// were made from, which the search does not know.
+void TestStartSearch::leadsTheEngineToTheOptimum()
+{
+    QFETCH(int, model);
+    constexpr unsigned kSets = 50;
+    constexpr int kSamples = 8;
+    constexpr double kNoise = 0.01, kShare = 0.98;
+    int determined = 0, reached = 0, missed = 0;
+    for (unsigned seed = 0; seed < kSets; ++seed) {
+        support::SimulatedRatios simulated = support::simulatedRatios(model, seed, kSamples, kNoise);
+        sternvolmer::RatioProblem problem = simulated.input.problem();
+        const SearchResult found = searched(simulated.input);
+        QVERIFY(!found.solutions.empty());
+        const Solution& best = found.solutions.front();
+        const FreeSlots free = freeSlots(app::modelRow(model).parameterCount, {});
+        const double lowest = descend(problem, simulated.constants, free).sumOfSquares;
+        missed += best.sumOfSquares > lowest * (1 + kEquallyGood) ? 1 : 0;
+        for (int logMode : {0, 1}) {
+            simulated.input.logMode = logMode;
+            const bool counts = best.undetermined.empty();
+            determined += counts ? 1 : 0;
+            reached += counts && startFor(simulated.input, best).leadsToMinimum ? 1 : 0;
+        }
+    }
+    qInfo("model %d: the engine ends at the optimum in %d of %d determined cases", model, reached, determined);
+    QCOMPARE(missed, 0);
+    QVERIFY(reached >= kShare * determined);
+    // The product K kq1 alone shows in the eleventh law as long as the probe is dilute.
+    QCOMPARE(determined == 0, model == 11);
+}
+
+// The default panel in log mode: the engine calls it converged at a sum of squares thousands of times the least.
+void TestStartSearch::mendsAStartThatEndsAnywhere()
+{
+    RatioInput input = support::acridone(1);
+    input.logMode = 1;
+    sternvolmer::RatioProblem problem = input.problem();
+    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, 1);
+    const EngineRun asTyped = runEngine(problem, options, {0, 1e6, 0, 0});
+    QVERIFY(asTyped.outcome.ending == fit::Ending::Converged);
+    const Solution best = searched(input).solutions.front();
+    QVERIFY(asTyped.sumOfSquares > 10 * best.sumOfSquares);
+    const EngineStart start = startFor(input, best);
+    QVERIFY(start.leadsToMinimum);
+    QVERIFY(start.reached <= best.sumOfSquares * (1 + kEquallyGood));
+    // typed into the box, the value is the same
+    QCOMPARE(fit::numberFrom(startText(start.values[1])), start.values[1]);
+}
+
+// With the last constant held off its optimum the engine's triangular steps miss that of the others.
+void TestStartSearch::saysWhereTheEngineCannotStay()
+{
+    RatioInput input = support::acridone(6);
+    input.panel.kq2 = "4.5e9";
+    input.panel.FixKq2 = 1;
+    const Solution best = searched(input).solutions.front();
+    const EngineStart start = startFor(input, best);
+    QVERIFY(!start.leadsToMinimum);
+    QVERIFY(start.reached > best.sumOfSquares * (1 + kEquallyGood));
+    QVERIFY(std::abs(start.values[1] / best.values[1] - 1) < kPublishedDigits); // what it gives is the optimum
+}
+
+// The law of two sites is the same with the sites exchanged: F and 1/F, kq2 and kq22. That of a dark complex beside
+// collisions nearly is with K and kq2 tau0 exchanged, when the probe is dilute.
+void TestStartSearch::givesEverySolutionThatIsEquallyGood()
+{
+    const SearchResult sites = searched(support::simulatedRatios(12, 1, 8, 0.01).input);
+    QCOMPARE(sites.solutions.size(), std::size_t{2});
+    const fit::Parameters &a = sites.solutions[0].values, &b = sites.solutions[1].values;
+    QVERIFY(std::abs(a[1] * b[1] - 1) < kPublishedDigits);
+    QVERIFY(std::abs(a[2] / b[3] - 1) < kPublishedDigits && std::abs(a[3] / b[2] - 1) < kPublishedDigits);
+
+    const RatioInput iodide = support::acridone(3);
+    const SearchResult complex = searched(iodide);
+    QCOMPARE(complex.solutions.size(), std::size_t{2});
+    constexpr double kDilute = 2e-3; // K times the probe concentration
+    const fit::Parameters& exchanged = complex.solutions[1].values;
+    QVERIFY(std::abs(exchanged[1] / 84.4383 - 1) < kDilute);
+    QVERIFY(std::abs(exchanged[2] * iodide.data.tau0 / 1.24126 - 1) < kDilute);
+}
+
+// Only the product of the constants shows in the eleventh law while the probe is dilute.
+void TestStartSearch::oneSolutionStandsForWhatIsNotDetermined()
+{
+    RatioInput input = support::simulatedRatios(11, 1, 8, 0.01).input;
+    std::vector<double> products;
+    for (const char* typed : {"1", "1e3"}) {
+        input.panel.K = typed;
+        const SearchResult found = searched(input);
+        QCOMPARE(found.solutions.size(), std::size_t{1});
+        QCOMPARE(found.solutions[0].undetermined, (FreeSlots{1, 2}));
+        products.push_back(found.solutions[0].values[1] * found.solutions[0].values[2]);
+    }
+    constexpr double kOneError = 0.05; // of the product, from noise of 1 percent
+    QVERIFY(std::abs(products[0] / products[1] - 1) < kOneError);
+}
+
+void TestStartSearch::keepsFixedConstants()
+{
+    RatioInput input = support::acridone(3);
+    input.panel.kq2 = "4.94e9";
+    input.panel.FixKq2 = 1;
+    const Solution best = searched(input).solutions.front();
+    QCOMPARE(best.values[2], 4.94e9);
+    QVERIFY(best.values[1] > 1 && best.values[1] < 1.3); // published with this kq2: 1.19
+}
+
+void TestStartSearch::startsFromValuesWithoutLogarithm()
+{
+    RatioInput input = support::acridone(3);
+    input.panel.K = "-5";
+    input.panel.kq2 = "none";
+    const SearchResult found = searched(input);
+    QVERIFY(std::abs(found.solutions.front().sumOfSquares / 4.05796 - 1) < kPublishedDigits);
+    input.panel.K = "0"; // the law of the complex has no value there
+    QVERIFY(std::isinf(searched(input).typedSum));
+}
+
+void TestStartSearch::canBeCancelled()
+{
+    double last = 0;
+    const SearchResult found = searched(support::acridone(3), [&last](double done) {
+        const bool onwards = done >= last && done <= 1;
+        last = done;
+        return onwards && done < 0.5;
+    });
+    QVERIFY(found.cancelled && found.solutions.empty());
+    QVERIFY(last >= 0.5 && last < 0.6);
+}
+
+QTEST_APPLESS_MAIN(TestStartSearch)
+#include "tst_startsearch.moc"

@@ -1,0 +1,148 @@
+#include "trust/enginestart.h"
+
+#include "fit/numbertext.h"
+#include "fit/realparameters.h"
+#include "trust/task.h"
+
+#include <cmath>
+#include <limits>
+
+namespace trust
+{
+namespace
+{
+
+/// A problem in real units as the engine sees it: through logarithms in log mode.
+class EngineView final : public fit::Problem
+{
+public:
+    EngineView(fit::Problem& problem, int logMode) : m_problem(problem), m_logMode(logMode) {}
+    int pointCount() const override { return m_problem.pointCount(); }
+    double residual(int point, const fit::Parameters& a) override
+    {
+        return m_problem.residual(point, fit::realParameters(m_logMode, a));
+    }
+
+private:
+    fit::Problem& m_problem;
+    int m_logMode;
+};
+
+/// Lets a run go on as long as it is asked to, but not for ever.
+class Patience final : public fit::Observer
+{
+public:
+    Patience(double maxIterations, const KeepGoing& keepGoing) : m_maxIterations(maxIterations), m_keepGoing(keepGoing)
+    {
+    }
+    void letEventsRun() override {}
+    bool keepGoing(double iterations) override
+    {
+        return iterations < m_maxIterations && (!m_keepGoing || m_keepGoing());
+    }
+
+private:
+    double m_maxIterations;
+    const KeepGoing& m_keepGoing;
+};
+
+double evaluationsPerIteration(const fit::Problem& problem, const fit::Options& options)
+{
+    return static_cast<double>(problem.pointCount()) * (options.parameterCount + 1);
+}
+
+fit::Parameters engineParameters(const fit::Options& options, const fit::Parameters& values)
+{
+    fit::Parameters a = values;
+    for (std::size_t j = 1; options.logMode == 1 && j < a.size(); ++j)
+        a[j] = values[j] > 0 ? std::log(values[j]) : 0;
+    return a;
+}
+
+class Trial
+{
+public:
+    Trial(fit::Problem& problem, const fit::Options& options, const FreeSlots& free, const Minimum& minimum,
+          const KeepGoing& keepGoing)
+        : m_problem(problem), m_options(options), m_free(free), m_minimum(minimum), m_keepGoing(keepGoing)
+    {
+    }
+
+    EngineStart result();
+
+private:
+    EngineStart tried(fit::Parameters values);
+    bool improve(EngineStart& best, double step);
+    bool mayTry() const { return m_evaluationsLeft > 0 && (!m_keepGoing || m_keepGoing()); }
+
+    fit::Problem& m_problem;
+    const fit::Options& m_options;
+    const FreeSlots& m_free;
+    const Minimum& m_minimum;
+    double m_evaluationsLeft = kEvaluations;
+    const KeepGoing& m_keepGoing;
+};
+
+/// Looks around the minimum, at first half as large again, then nearer, for a start that ends lower.
+EngineStart Trial::result()
+{
+    const EngineStart atMinimum = tried(m_minimum.values);
+    EngineStart best = atMinimum;
+    for (double step = 0.5; !best.leadsToMinimum && step > 1e-3 && mayTry();)
+        if (!improve(best, step))
+            step /= 2;
+    return best.leadsToMinimum ? best : atMinimum;
+}
+
+bool Trial::improve(EngineStart& best, double step)
+{
+    const EngineStart centre = best;
+    for (const std::size_t slot : m_free)
+        for (const double factor : {1 + step, 1 / (1 + step)}) {
+            if (!mayTry())
+                return false;
+            fit::Parameters moved = centre.values;
+            moved[slot] *= factor;
+            const EngineStart trial = tried(moved);
+            if (trial.reached < best.reached)
+                best = trial;
+        }
+    return best.reached < centre.reached;
+}
+
+EngineStart Trial::tried(fit::Parameters values)
+{
+    for (const std::size_t slot : m_free)
+        values[slot] = fit::numberFrom(startText(values[slot]));
+    const EngineRun run = runEngine(m_problem, m_options, values, m_evaluationsLeft, m_keepGoing);
+    m_evaluationsLeft -= (run.outcome.iterations + 1) * evaluationsPerIteration(m_problem, m_options);
+    return {.values = values,
+            .sumOfSquares = sumOfSquares(m_problem, values),
+            .reached = run.sumOfSquares,
+            .leadsToMinimum = equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_problem.pointCount())};
+}
+
+} // namespace
+
+EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
+                    double maxEvaluations, const KeepGoing& keepGoing)
+{
+    EngineView view(problem, options.logMode);
+    Patience patience(maxEvaluations / evaluationsPerIteration(problem, options), keepGoing);
+    EngineRun run;
+    run.outcome = fit::gaussNewton(view, options, engineParameters(options, start), patience);
+    run.values = fit::realParameters(options.logMode, run.outcome.parameters);
+    run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault ? std::numeric_limits<double>::infinity()
+                                                                          : sumOfSquares(problem, run.values);
+    return run;
+}
+
+EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const FreeSlots& free,
+                        const Minimum& minimum, const KeepGoing& keepGoing)
+{
+    return Trial(problem, options, free, minimum, keepGoing).result();
+}
+
+std::string startText(double value) { return fit::formatNumber(value, "0.000000000e+0"); }
+
+} // namespace trust

@@ -1,0 +1,78 @@
+#include "trust/solutions.h"
+
+#include "trust/uncertainty.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace trust
+{
+namespace
+{
+
+/// A constant that the data leave open is taken inside its sensible range when that is as good.
+Solution solutionOf(const Task& task, const Minimum& minimum)
+{
+    const Ranges sensible = sensibleRanges(task.model);
+    Solution solution{minimum.values, minimum.sumOfSquares,
+                      uncertaintyOf(task.problem, minimum.values, task.free(), task.countedPoints()).undetermined};
+    for (const std::size_t slot : solution.undetermined) {
+        fit::Parameters held = solution.values;
+        held[slot] = std::clamp(held[slot], sensible[slot].low, sensible[slot].high);
+        const double sum = sumOfSquares(task.problem, held);
+        if (equallyGood(sum, minimum.sumOfSquares, task.problem.pointCount())) {
+            solution.values = held;
+            solution.sumOfSquares = sum;
+        }
+    }
+    return solution;
+}
+
+bool contains(const FreeSlots& slots, std::size_t slot)
+{
+    return std::find(slots.begin(), slots.end(), slot) != slots.end();
+}
+
+bool sameWhereDetermined(const FreeSlots& free, const Solution& a, const Solution& b)
+{
+    constexpr double kSame = 0.01; // relative
+    return std::all_of(free.begin(), free.end(), [&](std::size_t slot) {
+        return contains(a.undetermined, slot) || contains(b.undetermined, slot) ||
+               std::abs(std::log(a.values[slot] / b.values[slot])) < kSame;
+    });
+}
+
+double distance(const FreeSlots& free, const fit::Parameters& a, const fit::Parameters& b)
+{
+    double sum = 0;
+    for (const std::size_t slot : free)
+        sum += std::abs(std::log(a[slot] / b[slot]));
+    return sum;
+}
+
+} // namespace
+
+std::vector<Solution> equallyGoodSolutions(const Task& task, std::vector<Minimum> minima)
+{
+    const FreeSlots free = task.free();
+    const fit::Parameters typed = positiveStart(task);
+    std::sort(minima.begin(), minima.end(),
+              [](const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; });
+    std::vector<Solution> solutions;
+    for (const Minimum& minimum : minima) {
+        if (!std::isfinite(minimum.sumOfSquares) ||
+            !equallyGood(minimum.sumOfSquares, minima.front().sumOfSquares, task.problem.pointCount()))
+            break;
+        const Solution solution = solutionOf(task, minimum);
+        const auto known = std::find_if(solutions.begin(), solutions.end(), [&](const Solution& other) {
+            return sameWhereDetermined(free, other, solution);
+        });
+        if (known == solutions.end())
+            solutions.push_back(solution);
+        else if (distance(free, solution.values, typed) < distance(free, known->values, typed))
+            *known = solution;
+    }
+    return solutions;
+}
+
+} // namespace trust

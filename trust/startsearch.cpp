@@ -1,0 +1,170 @@
+#include "trust/startsearch.h"
+
+#include "trust/thinnedproblem.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace trust
+{
+namespace
+{
+
+constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is looked at, by free parameters
+constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best of them, from which a fit descends
+
+/// The n-th of evenly spread numbers between 0 and 1: the digits of n mirrored at the point.
+/// Source: J. H. Halton, Numer. Math. 2 (1960) 84.
+double haltonNumber(int n, int base)
+{
+    double number = 0;
+    for (double place = 1.0 / base; n > 0; n /= base, place /= base)
+        number += place * (n % base);
+    return number;
+}
+
+bool isLower(const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
+
+/// One search on its way.
+class Search
+{
+public:
+    Search(const Task& task, const SearchProgress& progress)
+        : m_task(task), m_free(task.free()), m_sensible(sensibleRanges(task.model)), m_thinned(task.problem),
+          m_progress(progress)
+    {
+    }
+
+    SearchResult result();
+
+private:
+    std::vector<fit::Parameters> starts();
+    fit::Parameters spreadStart(int number) const;
+    Ranges wideRanges() const;
+    void descendFrom(const std::vector<fit::Parameters>& starts);
+    void add(const Minimum& minimum);
+    bool sameValley(const Minimum& a, const Minimum& b);
+    void refine();
+    void stepDone();
+
+    const Task& m_task;
+    const FreeSlots m_free;
+    const Ranges m_sensible;
+    ThinnedProblem m_thinned; // all points when these are few
+    const SearchProgress& m_progress;
+    std::vector<Minimum> m_minima;
+    double m_stepsDone = 0;
+    bool m_cancelled = false;
+};
+
+SearchResult Search::result()
+{
+    SearchResult result;
+    result.typedSum = sumOfSquares(m_task.problem, m_task.typed.values);
+    descendFrom(starts());
+    refine();
+    result.cancelled = m_cancelled;
+    if (!m_cancelled)
+        result.solutions = equallyGoodSolutions(m_task, m_minima);
+    return result;
+}
+
+/// The typed values, then the best of the spread ones.
+std::vector<fit::Parameters> Search::starts()
+{
+    std::vector<Minimum> spread;
+    for (int n = 1; n <= kLookedAt[m_free.size()] && !m_cancelled; ++n) {
+        const fit::Parameters values = spreadStart(n);
+        spread.push_back({values, sumOfSquares(m_thinned, values)});
+        stepDone();
+    }
+    std::sort(spread.begin(), spread.end(), isLower);
+    spread.resize(std::min(spread.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
+    std::vector<fit::Parameters> starts{positiveStart(m_task)};
+    for (const Minimum& start : spread)
+        starts.push_back(start.values);
+    return starts;
+}
+
+fit::Parameters Search::spreadStart(int number) const
+{
+    constexpr std::array<int, 4> kBases{0, 2, 3, 5};
+    fit::Parameters values = m_task.typed.values;
+    for (const std::size_t slot : m_free)
+        values[slot] = between(m_sensible[slot], haltonNumber(number, kBases[slot]));
+    return values;
+}
+
+Ranges Search::wideRanges() const
+{
+    Ranges wide = m_sensible;
+    for (const std::size_t slot : m_free) {
+        wide[slot].low = m_sensible[slot].low / kLeave;
+        wide[slot].high = m_sensible[slot].high * kLeave;
+    }
+    return wide;
+}
+
+void Search::descendFrom(const std::vector<fit::Parameters>& starts)
+{
+    for (const fit::Parameters& start : starts) {
+        if (m_cancelled)
+            return;
+        add(descend(m_thinned, start, m_free, wideRanges()));
+        stepDone();
+    }
+}
+
+/// Keeps one minimum of each valley, the deepest found.
+void Search::add(const Minimum& minimum)
+{
+    for (Minimum& known : m_minima)
+        if (sameValley(known, minimum)) {
+            known = std::min(known, minimum, isLower);
+            return;
+        }
+    m_minima.push_back(minimum);
+}
+
+/// True when no ridge stands between two minima: then they are one, or ends of a valley that the data leave flat.
+bool Search::sameValley(const Minimum& a, const Minimum& b)
+{
+    const double higher = std::max(a.sumOfSquares, b.sumOfSquares);
+    for (const double share : {0.25, 0.5, 0.75}) {
+        fit::Parameters middle = a.values;
+        for (const std::size_t slot : m_free)
+            middle[slot] = between({a.values[slot], b.values[slot]}, share);
+        if (!equallyGood(sumOfSquares(m_thinned, middle), higher, m_thinned.pointCount()))
+            return false;
+    }
+    return true;
+}
+
+/// What looks good on some of the points is followed on all of them.
+void Search::refine()
+{
+    constexpr double kWorthFollowing = 2; // times the lowest sum
+    if (!m_thinned.leavesOut() || m_minima.empty())
+        return;
+    const double lowest = std::min_element(m_minima.begin(), m_minima.end(), isLower)->sumOfSquares;
+    std::erase_if(m_minima, [=](const Minimum& minimum) { return minimum.sumOfSquares > lowest * kWorthFollowing; });
+    for (Minimum& minimum : m_minima) {
+        if (m_cancelled)
+            return;
+        minimum = descend(m_task.problem, minimum.values, m_free, wideRanges());
+        stepDone();
+    }
+}
+
+/// Refining is not counted: how many minima there will be is not known before.
+void Search::stepDone()
+{
+    const double steps = kLookedAt[m_free.size()] + kDescents[m_free.size()] + 1;
+    m_cancelled = m_progress && !m_progress(std::min(1.0, ++m_stepsDone / steps));
+}
+
+} // namespace
+
+SearchResult searchStart(const Task& task, const SearchProgress& progress) { return Search(task, progress).result(); }
+
+} // namespace trust
