@@ -1,0 +1,221 @@
+#include "trust/fitdetails.h"
+
+#include "tests/support/ratiosets.h"
+#include "trust/startsearch.h"
+
+#include <QTest>
+
+#include <algorithm>
+
+using namespace trust;
+
+namespace
+{
+
+constexpr double kHandCalculation = 1e-9;
+
+FinishedFit ended(const RatioInput& input, const fit::Parameters& start)
+{
+    sternvolmer::RatioProblem problem = input.problem();
+    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
+    const EngineRun run = runEngine(problem, options, start);
+    return {.options = options, .start = start, .values = run.values, .iterations = run.outcome.iterations};
+}
+
+FitDetails detailsOf(const RatioInput& input, const FinishedFit& finished)
+{
+    sternvolmer::RatioProblem problem = input.problem();
+    return fitDetails(problem, finished, input.observed(), kUncountedRatios);
+}
+
+FitDetails detailsAtOptimum(const RatioInput& input, const fit::Parameters& start)
+{
+    sternvolmer::RatioProblem problem = input.problem();
+    FinishedFit finished;
+    finished.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0);
+    const FreeSlots free = freeSlots(finished.options.parameterCount, finished.options.fix);
+    finished.start = finished.values = descend(problem, start, free).values;
+    return detailsOf(input, finished);
+}
+
+} // namespace
+
+class TestFitDetails : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void agreesWithPublishedErrors_data();
+    void agreesWithPublishedErrors();
+    void givesTheFiguresOfALine();
+    void judgesWhereAFitEnded();
+    void judgesACalculation();
+    void namesWhatTheDataDoNotDetermine();
+    void countsRunsExactly_data();
+    void countsRunsExactly();
+    void intervalsCoverTheTruth_data();
+    void intervalsCoverTheTruth();
+};
+
+// Errors of an independent program, as dynamic constant kq tau0 and K. It counted the reference as a point like the
+// others, which makes them smaller.
+void TestFitDetails::agreesWithPublishedErrors_data()
+{
+    QTest::addColumn<bool>("iodide");
+    QTest::addColumn<int>("model");
+    QTest::addColumn<double>("KError"); // 0: not in the model
+    QTest::addColumn<double>("KDError");
+    QTest::newRow("acridone dynamic") << true << 1 << 0.0 << 8.7;
+    QTest::newRow("acridone complex and dynamic") << true << 3 << 0.096 << 3.1;
+    QTest::newRow("acridone sphere and dynamic") << true << 7 << 0.022 << 1.5;
+    QTest::newRow("acridone sphere") << true << 9 << 0.21 << 0.0;
+    QTest::newRow("hFis1 dynamic") << false << 1 << 0.0 << 0.11;
+    QTest::newRow("hFis1 sphere and dynamic") << false << 7 << 0.17 << 0.43;
+}
+
+void TestFitDetails::agreesWithPublishedErrors()
+{
+    QFETCH(bool, iodide);
+    QFETCH(int, model);
+    QFETCH(double, KError);
+    QFETCH(double, KDError);
+    constexpr double kTwoDigits = 0.05; // as they are given
+    const RatioInput input = iodide ? support::acridone(model) : support::hFis1(model);
+    const bool hasK = KError != 0;
+    const FitDetails details = detailsAtOptimum(input, hasK ? fit::Parameters{0, 1, 3e9, 0} : fit::Parameters{0, 3e9});
+    const int constants = (hasK ? 1 : 0) + (KDError != 0 ? 1 : 0);
+    QCOMPARE(details.pointCount, 7);
+    QCOMPARE(details.uncertainty.degreesOfFreedom, 6 - constants);
+    const double counted = std::sqrt((6.0 - constants) / (7.0 - constants));
+    if (hasK)
+        QVERIFY(std::abs(details.uncertainty.standardError[1] * counted / KError - 1) < kTwoDigits);
+    if (KDError != 0) {
+        const double error = details.uncertainty.standardError[hasK ? 2 : 1] * input.data.tau0;
+        QVERIFY2(std::abs(error * counted / KDError - 1) < kTwoDigits, QByteArray::number(error * counted));
+    }
+    QVERIFY(details.verdict == Verdict::AtMinimum);
+}
+
+// Ratios 1, 2.1, 2.9, 4.2 at 0, 1, 2, 3 M with a slope of 1.05: residuals 0, 0.05, -0.2, 0.05, their squares 0.045.
+void TestFitDetails::givesTheFiguresOfALine()
+{
+    const RatioInput input = support::ratioInput(1, {0, 1, 2, 3}, {1, 2.1, 2.9, 4.2}, 1);
+    FinishedFit finished{.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0), .calculated = true};
+    finished.start = finished.values = {0, 1.05, 0, 0};
+    const FitDetails details = detailsOf(input, finished);
+    const auto near = [](double value, double expected) { return std::abs(value - expected) < kHandCalculation; };
+    QVERIFY(near(details.residuals[1], 0.05) && near(details.residuals[2], -0.2) && near(details.residuals[3], 0.05));
+    QVERIFY(near(details.sumOfSquares, 0.045));
+    QVERIFY(near(details.rootMeanSquareError, std::sqrt(0.045 / 2)));
+    QVERIFY(near(details.R2, 1 - 0.045 / (1.55 * 1.55 + 0.45 * 0.45 + 0.35 * 0.35 + 1.65 * 1.65)));
+    QVERIFY(!details.AICc.has_value()); // three points, one constant and the variance
+    QCOMPARE(details.runs.runs, 3);
+    QVERIFY(near(*correctedAkaike(0.045, 6, 1), 6 * std::log(0.0075) + 4 + 12.0 / 3));
+}
+
+void TestFitDetails::judgesWhereAFitEnded()
+{
+    RatioInput input = support::acridone(3);
+    const FitDetails slow = detailsOf(input, ended(input, {0, 2, 5e9, 0}));
+    QVERIFY(slow.verdict == Verdict::StillMoving);
+    input.panel.iteration = "5000";
+    input.panel.tolerance = "1e-9";
+    QVERIFY(detailsOf(input, ended(input, {0, 2, 5e9, 0})).verdict == Verdict::AtMinimum);
+
+    RatioInput dynamic = support::acridone(1);
+    dynamic.logMode = 1; // from the default panel the engine ends where it has no slope
+    QVERIFY(detailsOf(dynamic, ended(dynamic, {0, 1e6, 0, 0})).verdict == Verdict::NotAMinimum);
+}
+
+void TestFitDetails::judgesACalculation()
+{
+    const RatioInput input = support::acridone(1);
+    FinishedFit finished{.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0), .calculated = true};
+    finished.start = finished.values = {0, 154.055 / 17.6e-9, 0, 0};
+    QVERIFY(detailsOf(input, finished).verdict == Verdict::AtMinimum);
+    finished.start = finished.values = {0, 1e9, 0, 0};
+    QVERIFY(detailsOf(input, finished).verdict == Verdict::NotAMinimum);
+    const RatioInput complex = support::acridone(5);
+    finished.options = engineOptions(complex.panel, app::Analysis::SternVolmer, 0);
+    finished.start = finished.values = {}; // K = 0
+    QVERIFY(detailsOf(complex, finished).verdict == Verdict::NotDefined);
+}
+
+void TestFitDetails::namesWhatTheDataDoNotDetermine()
+{
+    const RatioInput input = support::simulatedRatios(11, 1, 8, 0.01).input;
+    const FitDetails details = detailsAtOptimum(input, {0, 100, 1e6, 0});
+    QVERIFY(details.verdict == Verdict::Undetermined);
+    QCOMPARE(verdictText(details.verdict, std::vector<std::string>{"K", "kq1"}),
+             std::string("the data do not determine K and kq1"));
+}
+
+// Four signs of each kind: 70 orders, of which 2 have two runs, 6 three, 18 four.
+void TestFitDetails::countsRunsExactly_data()
+{
+    QTest::addColumn<std::vector<double>>("residuals");
+    QTest::addColumn<int>("runs");
+    QTest::addColumn<double>("probability");
+    QTest::newRow("bent") << std::vector<double>{1, 1, 1, 1, -1, -1, -1, -1} << 2 << 2.0 / 70;
+    QTest::newRow("bent twice") << std::vector<double>{0, 1, 1, -1, -1, -1, -1, 1, 1} << 3 << 8.0 / 70;
+    QTest::newRow("waves") << std::vector<double>{1, 1, 0, -1, -1, 1, 1, -1, -1} << 4 << 26.0 / 70;
+    QTest::newRow("one sign") << std::vector<double>{1, 2, 3} << 1 << 1.0;
+    QTest::newRow("always changing") << std::vector<double>{1, -1, 1, -1} << 4 << 1.0;
+}
+
+void TestFitDetails::countsRunsExactly()
+{
+    QFETCH(std::vector<double>, residuals);
+    QFETCH(int, runs);
+    QFETCH(double, probability);
+    const RunsTest test = runsTest(residuals);
+    QCOMPARE(test.runs, runs);
+    QVERIFY(std::abs(test.probability - probability) < kHandCalculation);
+}
+
+void TestFitDetails::intervalsCoverTheTruth_data()
+{
+    QTest::addColumn<int>("model");
+    QTest::addColumn<fit::Parameters>("constants");
+    QTest::newRow("1") << 1 << fit::Parameters{0, 5e9, 0, 0};
+    QTest::newRow("3") << 3 << fit::Parameters{0, 4, 1e10, 0};
+}
+
+// Noise of 1 percent of the largest ratio on every point but the reference: that of a least-squares fit without
+// weights.
+void TestFitDetails::intervalsCoverTheTruth()
+{
+    QFETCH(int, model);
+    QFETCH(fit::Parameters, constants);
+    constexpr int kSets = 1000; // the share then has a standard deviation of 0.7 percent
+    const std::vector<double> conc{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5};
+    constexpr double kTau0 = 20e-9;
+    const auto exact = [&](double x) {
+        return sternvolmer::ratio(model, x, kTau0, 50e-6, constants[1], constants[2], constants[3]);
+    };
+    std::mt19937 generator(static_cast<unsigned>(model));
+    std::normal_distribution<double> noise(0, 0.01 * exact(conc.back()));
+    const auto count = static_cast<std::size_t>(app::modelRow(model).parameterCount);
+    fit::Parameters covered{};
+    for (int set = 0; set < kSets; ++set) {
+        std::vector<double> ratio{1};
+        for (std::size_t i = 1; i < conc.size(); ++i)
+            ratio.push_back(exact(conc[i]) + noise(generator));
+        const RatioInput input = support::ratioInput(model, conc, ratio, kTau0);
+        sternvolmer::RatioProblem problem = input.problem();
+        const FreeSlots free = freeSlots(static_cast<int>(count), {});
+        const Minimum minimum = descend(problem, constants, free);
+        const Uncertainty uncertainty =
+            uncertaintyOf(problem, minimum.values, free, problem.pointCount() - kUncountedRatios);
+        for (std::size_t j = 1; j <= count; ++j)
+            if (std::abs(minimum.values[j] - constants[j]) <= uncertainty.halfWidth[j])
+                ++covered[j];
+    }
+    for (std::size_t j = 1; j <= count; ++j) {
+        qInfo("constant %zu: covered in %.1f percent", j, 100 * covered[j] / kSets);
+        QVERIFY(covered[j] >= 0.92 * kSets && covered[j] <= 0.98 * kSets);
+    }
+}
+
+QTEST_APPLESS_MAIN(TestFitDetails)
+#include "tst_fitdetails.moc"
