@@ -1,0 +1,81 @@
+#include "trust/modelcomparison.h"
+
+#include "trust/constants.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace trust
+{
+namespace
+{
+
+Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
+{
+    const FreeSlots& undetermined = compared.details.uncertainty.undetermined;
+    const double value = compared.details.fit.values[slot];
+    if (std::find(undetermined.begin(), undetermined.end(), slot) != undetermined.end())
+        return Doubt::Undetermined;
+    if (value < 0)
+        return Doubt::Negative;
+    return isCollisional(compared.model, slot) && value > kDiffusionLimit ? Doubt::AboveDiffusionLimit : Doubt::None;
+}
+
+std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgress& progress)
+{
+    sternvolmer::RatioProblem problem = input.problem();
+    const Task task{problem, input.panel.Model, app::startParameters(input.panel, app::Analysis::SternVolmer),
+                    kUncountedRatios};
+    const SearchResult found = searchStart(task, progress);
+    if (found.solutions.empty())
+        return std::nullopt;
+    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
+    const Solution& best = found.solutions.front();
+    const EngineStart start = engineStart(problem, options, task.free(), {best.values, best.sumOfSquares});
+    const EngineRun run = runEngine(problem, options, start.values);
+    const FinishedFit finished{
+        .options = options, .start = start.values, .values = run.values, .iterations = run.outcome.iterations};
+
+    ComparedModel result;
+    result.model = input.panel.Model;
+    result.start = start.values;
+    result.details = fitDetails(problem, finished, input.observed(), kUncountedRatios);
+    for (std::size_t slot = 1; slot <= static_cast<std::size_t>(options.parameterCount); ++slot)
+        result.doubts[slot] = doubtOf(result, slot);
+    return result;
+}
+
+void setDifferences(std::vector<ComparedModel>& models)
+{
+    std::optional<double> best;
+    for (const ComparedModel& model : models)
+        if (model.details.AICc && (!best || *model.details.AICc < *best))
+            best = model.details.AICc;
+    for (ComparedModel& model : models)
+        if (model.details.AICc)
+            model.differenceToBest = *model.details.AICc - *best;
+}
+
+} // namespace
+
+std::vector<ComparedModel> compareModels(const RatioInput& input, const SearchProgress& progress)
+{
+    std::vector<ComparedModel> models;
+    bool cancelled = false;
+    for (int model = 1; model <= app::kModelCount && !cancelled; ++model) {
+        RatioInput ofModel = input;
+        ofModel.panel.Model = model;
+        const auto overall = [&](double done) {
+            cancelled = progress && !progress((model - 1 + done) / app::kModelCount);
+            return !cancelled;
+        };
+        if (auto result = compared(ofModel, overall))
+            models.push_back(*std::move(result));
+    }
+    if (cancelled)
+        return {};
+    setDifferences(models);
+    return models;
+}
+
+} // namespace trust
