@@ -28,6 +28,9 @@ VorloMain::VorloMain(ui::Prompter& prompter)
     // Plots stack to the left of the main window.
     GraphWindow1.SetPosition(0, 1000);
     GraphWindow2.SetPosition(5000, 1000);
+    // Tables lie below the main window, where they cover neither it nor the plots.
+    OutputTable1.SetPosition(9600, 6500);
+    OutputTable2.SetPosition(9600, 11000);
 }
 
 void VorloMain::connectFileMenu()
