@@ -101,6 +101,7 @@ void PlotDecayCurves(Canvas& canvas, const decay::SampleTable& samples)
     timeAxis(canvas, samples, 0, fit::SafeLog10(samples.FitRegionLevel).value_or(0), 1, kPowerLabels);
     for (int i = 1; i <= samples.SampleCount; ++i) {
         const decay::SampleRecord& sample = samples.SampleData[slot(i)];
+        canvas.beginSample(i, sample.Conc);
         for (std::size_t j = 0; j < kPlottedPoints; ++j)
             canvas.VCircle(sample.T[j], sample.observedLog[j], kMarkerRadius, pointColor(i, samples.SampleCount),
                            Fill::Solid);
@@ -129,6 +130,7 @@ void PlotDecayDeviation(Canvas& canvas, decay::SampleTable& samples, const Fitte
         const std::vector<double>& logs = fitted[slot(i)];
         const auto percent = [&](std::size_t p) { return std::pow(10.0, sample.observedLog[p] - logs[p] + 2) - 100; };
         sample.observedLog[0] = percent(0); // stored there instead of drawn, on purpose
+        canvas.beginSample(i, sample.Conc);
         for (std::size_t p = 1; p < logs.size(); ++p)
             canvas.VCircle(reference(samples).T[p], percent(p), kMarkerRadius, pointColor(i, samples.SampleCount),
                            Fill::Solid);

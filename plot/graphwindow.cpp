@@ -1,18 +1,22 @@
 #include "plot/graphwindow.h"
 
 #include "plot/axis.h"
+#include "plot/samplelist.h"
 #include "ui/clipboard.h"
 #include "ui/picturesurface.h"
 #include "ui/twips.h"
 
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace plot
 {
 namespace
 {
 
-constexpr int kFirstTwips = 5000; // width and height of the surface until someone sizes the window
+constexpr double kReachTwips = 120; // a pointer this near is on a marker
+constexpr int kFirstTwips = 5000;   // width and height of the surface until someone sizes the window
 
 QColor color(Color c) { return QColor(c & 0xff, c >> 8 & 0xff, c >> 16 & 0xff); }
 
@@ -40,13 +44,21 @@ private:
 } // namespace
 
 Graph::Graph(QWidget* parent)
-    : OutputWindow(parent), m_surface(new ui::PictureSurface(this)), m_copyButton(new QPushButton("CopytoClip", this))
+    : OutputWindow(parent), m_surface(new ui::PictureSurface(this)), m_copyButton(new QPushButton("CopytoClip", this)),
+      m_samples(new SampleList(this))
 {
     m_surface->setObjectName("Picture1");
     m_surface->setAccessibleName("Plot");
     m_copyButton->setObjectName("CptoClipBtn");
     m_copyButton->setAccessibleDescription("Copies the plot to the clipboard as a picture.");
+    m_copyButton->setShortcut(QKeySequence::Copy);
+    m_copyButton->setFocus();
     connect(m_copyButton, &QPushButton::clicked, this, &Graph::copyToClipboard);
+    connect(m_samples, &SampleList::sampleChosen, this, &Graph::ringSample);
+    m_surface->tipAt = [this](const QPointF& place) {
+        const LegendEntry* sample = m_legend.nearest({place.x(), place.y()}, kReachTwips);
+        return sample ? QString::fromStdString("Sample " + legendText(*sample)) : QString();
+    };
     SetTitle("Graph");
     resize(ui::toPixels(kFirstTwips), ui::toPixels(kFirstTwips + kBarTwips));
 }
@@ -67,6 +79,8 @@ void Graph::View(double x1, double y1, double x2, double y2)
 
 void Graph::Axis(double& xt, double& yt, int islog)
 {
+    m_legend.clear();
+    m_samples->removeSamples();
     AxisSurface surface(*m_surface);
     drawAxis(surface, m_map, m_yFormat, xt, yt, islog);
 }
@@ -82,8 +96,13 @@ void Graph::VLine(double x1, double y1, double x2, double y2, Color c)
 
 void Graph::VPset(double x, double y, Color c) { m_surface->drawPoint(VtoWX(x), VtoWY(y), color(c)); }
 
+void Graph::beginSample(int number, double Conc) { m_legend.beginSample(number, Conc); }
+
 void Graph::VCircle(double x, double y, double R, Color c, Fill f)
 {
+    m_legend.addMarker({VtoWX(x), VtoWY(y)}, c);
+    if (!m_legend.entries().empty() && m_legend.entries().back().markers.size() == 1)
+        m_samples->addSample(m_legend.entries().back());
     m_surface->drawCircle(VtoWX(x), VtoWY(y), R, color(c), f == Fill::Solid ? QBrush(color(c)) : QBrush(Qt::NoBrush));
 }
 
@@ -104,6 +123,18 @@ void Graph::placeChildren()
     const int bar = ui::toPixels(kBarTwips);
     m_surface->setGeometry(0, 0, width(), height() - bar);
     m_copyButton->setGeometry(0, height() - bar, m_copyButton->sizeHint().width(), bar);
+    const int beside = m_copyButton->width();
+    m_samples->setGeometry(beside, height() - bar, std::min(m_samples->sizeHint().width(), width() - beside), bar);
+}
+
+void Graph::ringSample(int number)
+{
+    QList<QPointF> places;
+    for (const LegendEntry& entry : m_legend.entries())
+        if (entry.number == number)
+            for (const MarkerPlace& marker : entry.markers)
+                places << QPointF(marker.x, marker.y);
+    m_surface->setRings(places);
 }
 
 void Graph::copyToClipboard() { ui::copyImage(m_surface->picture()); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plot/canvas.h"
+#include "plot/legend.h"
 #include "plot/outputwindow.h"
 #include "plot/viewmap.h"
 
@@ -16,8 +17,10 @@ class PictureSurface;
 namespace plot
 {
 
-/// A plot window: a surface above a bar with a copy button. It keeps the picture, not the data; after a resize the
-/// picture stays as drawn until the next View and Axis.
+class SampleList;
+
+/// A plot window: a surface above a bar with a copy button and a legend. It keeps the picture, not the data; after a
+/// resize the picture stays as drawn until the next View and Axis.
 class Graph : public OutputWindow, public Canvas
 {
     Q_OBJECT
@@ -32,6 +35,7 @@ public:
     void Axis(double& xt, double& yt, int islog) override;
     float VtoWX(double x) const;
     float VtoWY(double y) const;
+    void beginSample(int number, double Conc) override;
     void VLine(double x1, double y1, double x2, double y2, Color c) override;
     void VPset(double x, double y, Color c) override;
     void VCircle(double x, double y, double R, Color c, Fill f) override;
@@ -44,9 +48,12 @@ protected:
 private:
     void placeChildren();
     void copyToClipboard();
+    void ringSample(int number);
 
     ui::PictureSurface* m_surface;
     QPushButton* m_copyButton;
+    SampleList* m_samples;
+    Legend m_legend;
     ViewMap m_map;
     std::string m_yFormat = "##0";
 };

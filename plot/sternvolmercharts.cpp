@@ -58,6 +58,7 @@ void PlotSternVolmer(Canvas& canvas, const decay::SampleTable& samples, double X
     canvas.Axis(xt, yt, kLinearLabels);
     for (int i = 1; i <= samples.SampleCount; ++i) {
         const decay::SampleRecord& sample = samples.SampleData[static_cast<std::size_t>(i)];
+        canvas.beginSample(i, sample.Conc);
         canvas.VCircle(sample.Conc, sample.SVRatio, kMarkerRadius, kBrightRed, Fill::Solid);
     }
 }

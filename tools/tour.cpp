@@ -10,10 +10,12 @@
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 
 #include <iterator>
+#include <string_view>
 
 namespace
 {
@@ -142,11 +144,22 @@ struct Tour {
     }
 };
 
+/// What a dark desktop gives its programs.
+QPalette darkPalette()
+{
+    QPalette dark(QColor(53, 53, 53), QColor(35, 35, 35));
+    dark.setColor(QPalette::PlaceholderText, Qt::gray);
+    dark.setColor(QPalette::Link, QColor(90, 170, 255));
+    return dark;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
+    if (argc > 2 && argv[2] == std::string_view("dark"))
+        QApplication::setPalette(darkPalette());
     const QDir folder(argc > 1 ? argv[1] : "tour");
     if (!folder.mkpath("."))
         tour::giveUp("cannot make " + folder.path());

@@ -4,7 +4,9 @@
 #include "ui/twips.h"
 
 #include <QAccessibleWidget>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -15,6 +17,8 @@ namespace
 
 constexpr int kLabelPoints = 10;
 constexpr double kTwipsPerPoint = 20;
+constexpr double kRingTwips = 75;    // radius: a rim around the largest marker
+constexpr double kRingPen = 1.5;     // pixels
 constexpr double kDigitWidth = 0.45; // of the font's height: labels are placed as if a digit took 6 of 13.3 pixels
 
 /// Tells assistive technology that the surface is a picture.
@@ -146,7 +150,27 @@ void PictureSurface::drawText(double x, double y, const QString& text)
 void PictureSurface::paintEvent(QPaintEvent*)
 {
     growToWidget();
-    QPainter(this).drawImage(0, 0, m_picture);
+    QPainter painter(this);
+    painter.drawImage(0, 0, m_picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::black, kRingPen));
+    for (const QPointF& ring : m_rings)
+        painter.drawEllipse(ring / twipsPerPixel(), kRingTwips / twipsPerPixel(), kRingTwips / twipsPerPixel());
+}
+
+void PictureSurface::setRings(const QList<QPointF>& twips)
+{
+    m_rings = twips;
+    update();
+}
+
+bool PictureSurface::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || !tipAt)
+        return QWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), tipAt(QPointF(help->pos()) * twipsPerPixel()), this);
+    return true;
 }
 
 } // namespace ui

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QWidget>
 
+#include <functional>
+
 class QPainter;
 
 namespace ui
@@ -36,7 +38,13 @@ public:
     /// Black text whose top-left corner stands at the point.
     void drawText(double x, double y, const QString& text);
 
+    /// Rings around these places, shown over the picture and not part of it.
+    void setRings(const QList<QPointF>& twips);
+    /// What to tell the user about a place, in twips, that is pointed at; an empty text tells nothing.
+    std::function<QString(const QPointF& twips)> tipAt;
+
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -45,6 +53,7 @@ private:
     void growToWidget();
 
     QImage m_picture;
+    QList<QPointF> m_rings; // twips
 };
 
 } // namespace ui

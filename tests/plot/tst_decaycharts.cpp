@@ -51,7 +51,8 @@ private slots:
 void TestDecayCharts::drawsObservedDecays()
 {
     support::RecordingCanvas canvas;
-    plot::PlotDecayCurves(canvas, twoSamples());
+    const decay::SampleTable samples = twoSamples();
+    plot::PlotDecayCurves(canvas, samples);
     QCOMPARE(canvas.order, (std::vector<std::string>{"SetTitle", "View", "Axis", "VCircle"}));
     QCOMPARE(canvas.title, std::string("Decay Curves"));
     QCOMPARE(canvas.view.x1, -5e-9);
@@ -67,6 +68,10 @@ void TestDecayCharts::drawsObservedDecays()
     QCOMPARE(last.y, -48 * 0.05);
     QCOMPARE(last.R, 30.0);
     QCOMPARE(last.c, plot::pointColor(2, 2));
+    QCOMPARE(canvas.legend.entries().size(), 2u);
+    QCOMPARE(canvas.legend.entries()[1].number, 2);
+    QCOMPARE(canvas.legend.entries()[1].Conc, samples.SampleData[2].Conc);
+    QCOMPARE(canvas.legend.entries()[1].markers.size(), 49u);
     QCOMPARE(last.f, plot::Fill::Solid);
     decay::SampleTable odd = twoSamples();
     odd.FitRegionLevel = -1;
@@ -116,6 +121,7 @@ void TestDecayCharts::deviationsAreInPercent()
     QCOMPARE(canvas.circles.back().x, 2 * kGridStep);
     QVERIFY(std::abs(canvas.circles.back().y - 25) < kPercentRounding);
     QCOMPARE(canvas.circles.back().c, plot::pointColor(2, 2));
+    QCOMPARE(canvas.legend.entries()[1].markers.size(), 2u);
     QCOMPARE(samples.SampleData[2].observedLog[0], 0.0);
 }
 

@@ -3,6 +3,7 @@
 #include "ui/twips.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QPushButton>
 #include <QTest>
@@ -28,6 +29,7 @@ private slots:
     void axesClearTheSurfaceAndShowTheFormat();
     void resizingKeepsThePictureAndTheMapping();
     void copiesThePicture();
+    void tellsSamplesApartWithoutColour();
     void isShownWithoutTakingTheFocus();
 
 private:
@@ -122,6 +124,43 @@ void TestGraph::copiesThePicture()
     QCOMPARE(copied.size(), QSize(400, 292 - ui::toPixels(380)));
     QCOMPARE(copied.pixelColor(200, 133), kRed);
     QCOMPARE(copied.pixelColor(5, 5), kWhite);
+}
+
+void TestGraph::tellsSamplesApartWithoutColour()
+{
+    const auto draw = [this] {
+        double xt = 20, yt = 5;
+        m_graph->View(0, 10, 100, 0);
+        m_graph->Axis(xt, yt, 0);
+        m_graph->beginSample(1, 0);
+        m_graph->VCircle(25, 5, 30, plot::kBrightRed, plot::Fill::Solid);
+        m_graph->beginSample(2, 2e-6);
+        m_graph->VCircle(50, 5, 30, plot::rgb(0, 0, 255), plot::Fill::Solid);
+        m_graph->VCircle(75, 5, 30, plot::rgb(0, 0, 255), plot::Fill::Solid);
+    };
+    m_graph->show();
+    draw();
+    draw(); // a new chart has its own samples only
+    auto& surface = *m_graph->findChild<ui::PictureSurface*>("Picture1");
+    auto& samples = *m_graph->findChild<QComboBox*>("cboSamples");
+    QCOMPARE(samples.count(), 3);
+    QCOMPARE(samples.itemText(2), "2: 0.000002 M");
+    QCOMPARE(samples.itemIcon(2).pixmap(8).toImage().pixelColor(4, 4), QColor(0, 0, 255));
+    QCOMPARE(surface.tipAt(QPointF(50 * 60, 4000 / 2)), "Sample 2: 0.000002 M");
+    QCOMPARE(surface.tipAt(QPointF(35 * 60, 4000 / 2)), QString());
+
+    const QImage plain = surface.grab().toImage();
+    const QImage copied = surface.picture();
+    samples.setFocus();
+    QTest::keyClick(&samples, '2');
+    const QImage ringed = surface.grab().toImage();
+    const QRect around1(90, 123, 20, 20), around2(190, 123, 20, 20), around3(290, 123, 20, 20);
+    QCOMPARE(ringed.copy(around1), plain.copy(around1));
+    QVERIFY(ringed.copy(around2) != plain.copy(around2));
+    QVERIFY(ringed.copy(around3) != plain.copy(around3));
+    QCOMPARE(surface.picture(), copied);
+    draw();
+    QCOMPARE(surface.grab().toImage().copy(around2), plain.copy(around2)); // nothing is chosen in a new chart
 }
 
 void TestGraph::isShownWithoutTakingTheFocus()

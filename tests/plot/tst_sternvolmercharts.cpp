@@ -51,6 +51,8 @@ void TestSternVolmerCharts::drawsMeasuredRatios()
     QCOMPARE(last.R, 50.0);
     QCOMPARE(last.c, plot::rgb(255, 0, 0));
     QCOMPARE(last.f, plot::Fill::Solid);
+    QCOMPARE(canvas.legend.entries().size(), 2u);
+    QCOMPARE(canvas.legend.entries()[1].markers.front().x, 0.02);
 }
 
 void TestSternVolmerCharts::curveRunsOneStepBeyondTheData()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plot/canvas.h"
+#include "plot/legend.h"
 #include "plot/tabletext.h"
 
 #include <map>
@@ -31,10 +32,12 @@ struct RecordingCanvas final : plot::Canvas {
     std::vector<std::string> order; // names of the calls, repeats left out
     std::vector<Circle> circles;
     std::vector<Line> lines;
+    plot::Legend legend; // in world coordinates
 
     void SetTitle(std::string_view text) override { note("SetTitle"), title = text; }
     void View(double x1, double y1, double x2, double y2) override { note("View"), view = {x1, y1, x2, y2, 0}; }
-    void Axis(double& x, double& y, int log) override { note("Axis"), xt = x, yt = y, islog = log; }
+    void Axis(double& x, double& y, int log) override { note("Axis"), xt = x, yt = y, islog = log, legend.clear(); }
+    void beginSample(int number, double Conc) override { legend.beginSample(number, Conc); }
     void VLine(double x1, double y1, double x2, double y2, plot::Color c) override
     {
         note("VLine");
@@ -45,6 +48,7 @@ struct RecordingCanvas final : plot::Canvas {
     {
         note("VCircle");
         circles.push_back({x, y, R, c, f});
+        legend.addMarker({x, y}, c);
     }
     void VBox(double, double, double, double, plot::Color) override { note("VBox"); }
     void VFill(double, double, double, double, plot::Color) override { note("VFill"); }

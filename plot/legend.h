@@ -1,0 +1,44 @@
+#pragma once
+
+#include "plot/canvas.h"
+
+#include <string>
+#include <vector>
+
+namespace plot
+{
+
+/// Where a marker stands on the surface, twips.
+struct MarkerPlace {
+    double x = 0;
+    double y = 0;
+};
+
+struct LegendEntry {
+    int number = 0;  // of the sample
+    double Conc = 0; // quencher, M
+    Color color = kBlack;
+    std::vector<MarkerPlace> markers;
+};
+
+/// "3: 0.1 M".
+std::string legendText(const LegendEntry& entry);
+
+/// Which markers of a chart belong to which sample.
+class Legend
+{
+public:
+    void clear() { m_entries.clear(); }
+    void beginSample(int number, double Conc) { m_entries.push_back({number, Conc, kBlack, {}}); }
+    /// A marker of the sample begun last; markers before the first sample are no one's.
+    void addMarker(MarkerPlace place, Color color);
+
+    const std::vector<LegendEntry>& entries() const { return m_entries; }
+    /// The sample with the marker nearest to a place, none beyond a distance in twips: nullptr.
+    const LegendEntry* nearest(MarkerPlace place, double reach) const;
+
+private:
+    std::vector<LegendEntry> m_entries;
+};
+
+} // namespace plot

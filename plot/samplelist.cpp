@@ -1,0 +1,46 @@
+#include "plot/samplelist.h"
+
+#include "plot/legend.h"
+
+#include <QPainter>
+
+namespace plot
+{
+namespace
+{
+
+QIcon swatch(Color c, int side)
+{
+    QPixmap pixmap(side, side);
+    pixmap.fill(QColor(c & 0xff, c >> 8 & 0xff, c >> 16 & 0xff));
+    QPainter painter(&pixmap);
+    painter.setPen(Qt::black);
+    painter.drawRect(0, 0, side - 1, side - 1);
+    return pixmap;
+}
+
+} // namespace
+
+SampleList::SampleList(QWidget* parent) : QComboBox(parent)
+{
+    setObjectName("cboSamples");
+    setAccessibleName("Samples of the plot");
+    setAccessibleDescription("Choosing a sample puts rings around its points.");
+    setToolTip("Samples by number and quencher concentration. Choose one to put rings around its points.");
+    connect(this, &QComboBox::currentIndexChanged, this, [this] { emit sampleChosen(currentData().toInt()); });
+    removeSamples();
+}
+
+void SampleList::removeSamples()
+{
+    clear();
+    addItem("Samples");
+}
+
+void SampleList::addSample(const LegendEntry& entry)
+{
+    addItem(swatch(entry.color, iconSize().height()), QString::fromStdString(legendText(entry)), entry.number);
+    setMaxVisibleItems(count()); // the whole legend at a glance
+}
+
+} // namespace plot

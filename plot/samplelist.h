@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace plot
+{
+
+struct LegendEntry;
+
+/// The legend of a plot: each sample with its colour, number and concentration. Choosing one asks for its markers.
+class SampleList : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    explicit SampleList(QWidget* parent = nullptr);
+
+    /// Nothing is chosen afterwards.
+    void removeSamples();
+    void addSample(const LegendEntry& entry);
+
+signals:
+    void sampleChosen(int number); // 0: none
+};
+
+} // namespace plot
