@@ -12,6 +12,8 @@
 using app::frmSettingWindow;
 using app::Settings;
 
+Q_DECLARE_METATYPE(int Settings::*)
+
 class TestSettingWindow : public QObject
 {
     Q_OBJECT
@@ -105,6 +107,5 @@ void TestSettingWindow::okAndEscapeHideIt()
     QVERIFY(!window.isVisible());
 }
 
-Q_DECLARE_METATYPE(int Settings::*)
 QTEST_MAIN(TestSettingWindow)
 #include "tst_settingwindow.moc"
