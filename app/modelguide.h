@@ -2,6 +2,7 @@
 
 #include "app/modeltables.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -67,6 +68,11 @@ struct ParameterUse {
     int last;
     PanelBox box;
     ParameterGuide guide;
+
+    constexpr bool explains(int model, PanelBox explained) const
+    {
+        return box == explained && first <= model && model <= last;
+    }
 };
 inline constexpr std::array<ParameterUse, 8> kParameterUses{{
     {2, 5, PanelBox::K, {"association constant of the complex of probe and quencher", "M⁻¹"}},
@@ -84,7 +90,7 @@ constexpr const ParameterGuide* parameterGuide(int model, PanelBox box)
 {
     if (modelRow(model).uses(box))
         for (const ParameterUse& use : kParameterUses)
-            if (use.box == box && use.first <= model && model <= use.last)
+            if (use.explains(model, box))
                 return &use.guide;
     return nullptr;
 }
@@ -93,7 +99,8 @@ constexpr bool everyParameterIsExplained()
 {
     for (int model = 1; model <= kModelCount; ++model)
         for (const ModelParameter& parameter : modelRow(model).fitted())
-            if (!parameterGuide(model, parameter.box))
+            if (std::none_of(kParameterUses.begin(), kParameterUses.end(),
+                             [&](const ParameterUse& use) { return use.explains(model, parameter.box); }))
                 return false;
     return true;
 }
