@@ -250,7 +250,7 @@ void ParameterPanel::stepModel(int step)
 void ParameterPanel::chooseFitRegion(int option)
 {
     if (option == kThresholdOption)
-        m_shared.FitRegionMode = kFitRegionThreshold;
+        m_shared.FitRegionMode = decay::kFitRegionThreshold;
 }
 
 void ParameterPanel::restore(const QStringList& resultRow)

@@ -89,7 +89,7 @@ void SessionCommands::show(const Session& session)
     panel.allChosen = true;
     m_parts.panel.setPanelState(panel);
     SharedState& shared = m_parts.shared;
-    shared.FitRegionMode = kFitRegionOwn;
+    shared.FitRegionMode = decay::kFitRegionOwn;
     shared.settings = session.settings;
 
     SheetText& sheet = m_parts.sheet;

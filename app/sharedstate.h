@@ -2,20 +2,17 @@
 
 #include "app/resultstore.h"
 #include "app/settings.h"
-#include "decay/sampletable.h"
+#include "decay/normalization.h"
 
 namespace app
 {
-
-inline constexpr int kFitRegionOwn = 2;       // every sample is fitted up to its own end time
-inline constexpr int kFitRegionThreshold = 1; // every sample is fitted over the whole grid
 
 /// What commands and windows share, one copy per program.
 struct SharedState {
     Settings settings;
     decay::SampleTable samples;
     ResultStore results;
-    int FitRegionMode = kFitRegionOwn;
+    int FitRegionMode = decay::kFitRegionOwn;
     bool DataNormalized = false; // Normalization has run on the sheet as it stands
 };
 

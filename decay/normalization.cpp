@@ -142,10 +142,9 @@ double FindDecayTime(double lo, double hi, double level, double tolerance, const
 
 void BuildDecayCurves(SampleTable& table, int FitRegionMode)
 {
-    constexpr int kOwnEnd = 2;
     findEndTimes(table);
     for (SampleRecord& record : samplesOf(table))
-        layGrid(record, table.TimeMax, FitRegionMode == kOwnEnd);
+        layGrid(record, table.TimeMax, FitRegionMode == kFitRegionOwn);
 }
 
 } // namespace decay

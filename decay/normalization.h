@@ -31,8 +31,10 @@ double DecayLevelDifference(double t, double level, const SampleRecord& record);
 double FindDecayTime(double lo, double hi, double level, double tolerance, const SampleRecord& record, int maxSteps,
                      bool& found);
 
+inline constexpr int kFitRegionThreshold = 1; // every sample is fitted up to point 49
+inline constexpr int kFitRegionOwn = 2;       // a sample is fitted up to the first grid point beyond its own TEnd
+
 /// Fills TEnd, TimeMax, the common time grid, IExp with its logarithm, and LastFitIndex of every sample.
-/// FitRegionMode 2: a sample is fitted up to the first grid point beyond its own TEnd; otherwise up to point 49.
 void BuildDecayCurves(SampleTable& table, int FitRegionMode);
 
 } // namespace decay

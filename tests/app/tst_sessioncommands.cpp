@@ -96,7 +96,7 @@ void TestSessionCommands::savedSessionsComeBack()
 
     Desk opened;
     opened.shared.DataNormalized = true;
-    opened.shared.FitRegionMode = app::kFitRegionThreshold;
+    opened.shared.FitRegionMode = decay::kFitRegionThreshold;
     opened.panel.findChild<QRadioButton*>("opnFitRegion1")->click();
     QSignalSpy announced(&opened.commands, &SessionCommands::opened);
     opened.open(inFolder("whole.vrl"));
@@ -104,7 +104,7 @@ void TestSessionCommands::savedSessionsComeBack()
     QVERIFY(opened.panel.panelState() == saved.panel.panelState());
     QVERIFY(opened.panel.findChild<QRadioButton*>("opnFitRegion0")->isChecked());
     QVERIFY(opened.panel.findChild<QWidget*>("txtF")->isEnabled());
-    QCOMPARE(opened.shared.FitRegionMode, app::kFitRegionOwn);
+    QCOMPARE(opened.shared.FitRegionMode, decay::kFitRegionOwn);
     QCOMPARE(opened.shared.settings.LogMode, 0);
     QCOMPARE(opened.results.GetResultText(0, 6), QString("R2"));
     QCOMPARE(opened.results.GetResultText(1, 6), QString(".5"));

@@ -16,8 +16,6 @@ namespace
 {
 constexpr double kFewUlps = 1e-14;
 constexpr double kBisection = 1e-7; // tolerance of the search, s
-constexpr int kOwnEnd = 2;
-constexpr int kThreshold = 1;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
@@ -151,7 +149,7 @@ void TestNormalization::stopsTheSearchByItsRules()
 void TestNormalization::laysOneGridOverAllSamples()
 {
     SampleTable table = tableOf({2e-6, 0.5e-6}, 1e-3); // the levels are met at 13.8 and 3.45 us
-    BuildDecayCurves(table, kThreshold);
+    BuildDecayCurves(table, kFitRegionThreshold);
     QCOMPARE(table.TimeMax, 1e-5 * 1.0);
     double t = 0;
     for (std::size_t i = 0; i < 50; ++i, t += table.TimeMax / 50) {
@@ -168,14 +166,14 @@ void TestNormalization::laysOneGridOverAllSamples()
 void TestNormalization::endsTheFitAtTheSamplesOwnTime()
 {
     SampleTable table = tableOf({2e-6, 0.51e-6}, 1e-3);
-    BuildDecayCurves(table, kOwnEnd);
+    BuildDecayCurves(table, kFitRegionOwn);
     // Steps of 0.2 us: 3.52 us lie between points 17 and 18; 13.8 us lie beyond the grid.
     QCOMPARE(table.SampleData[1].LastFitIndex, 49);
     QCOMPARE(table.SampleData[2].LastFitIndex, 18);
 
     // 16.6 us round up to a grid of 20 us in steps of 0.4 us: the sample itself ends within it.
     table = tableOf({2.4e-6}, 1e-3);
-    BuildDecayCurves(table, kOwnEnd);
+    BuildDecayCurves(table, kFitRegionOwn);
     QCOMPARE(table.TimeMax, 2e-5);
     QCOMPARE(table.SampleData[1].LastFitIndex, 42);
 }
@@ -194,7 +192,7 @@ void TestNormalization::survivesAnyRegion()
     QFETCH(double, level);
     QFETCH(double, tau);
     SampleTable table = tableOf({tau, 5e-9}, level);
-    BuildDecayCurves(table, kOwnEnd);
+    BuildDecayCurves(table, kFitRegionOwn);
     QVERIFY(table.TimeMax > 0 && table.TimeMax <= 1.0);
     for (std::size_t s : {1u, 2u}) {
         QVERIFY(table.SampleData[s].LastFitIndex >= 1 && table.SampleData[s].LastFitIndex <= 50);
