@@ -84,19 +84,22 @@ void configure(Fitter& fitter, const app::StartParameters& start)
     fitter.setAboveZero(start.aboveZero[1], start.aboveZero[2], start.aboveZero[3]);
 }
 
-app::ResultRecord resultOf(Fitter& fitter, app::Analysis analysis, int model, double s)
+std::optional<app::ResultRecord> resultOf(Fitter& fitter, app::Analysis analysis, int model, double s)
 {
-    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
-    return {.Method = analysis == app::Analysis::Decay ? "Decay" : "SV",
-            .Model = model,
-            .KorF = twoSites ? fitter.getF() : fitter.getK(),
-            .Kq1 = fitter.getkq1(),
-            .Kq2 = fitter.getkq2(),
-            .Kq22 = fitter.getkq22(),
-            .R2 = fitter.getR2(),
-            .Error = fitter.getError(),
-            .R = app::RadiusFromK(fitter.getK(), s),
-            .Se = fitter.getXaisqr()};
+    const app::ModelRow& row = app::modelRow(model);
+    const double radius = row.hasRadius ? app::RadiusFromK(fitter.getK(), s) : 0;
+    if (!std::isfinite(radius))
+        return std::nullopt;
+    return app::ResultRecord{.Method = analysis == app::Analysis::Decay ? "Decay" : "SV",
+                             .Model = model,
+                             .KorF = row.uses(app::PanelBox::F) ? fitter.getF() : fitter.getK(),
+                             .Kq1 = fitter.getkq1(),
+                             .Kq2 = fitter.getkq2(),
+                             .Kq22 = fitter.getkq22(),
+                             .R2 = fitter.getR2(),
+                             .Error = fitter.getError(),
+                             .R = radius,
+                             .Se = fitter.getXaisqr()};
 }
 
 } // namespace analysis

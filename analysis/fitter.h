@@ -7,6 +7,7 @@
 #include "fit/statistics.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 /// What both analyses share above the engine.
@@ -88,7 +89,8 @@ private:
 /// Hands a model's starting values and flags to a fitter.
 void configure(Fitter& fitter, const app::StartParameters& start);
 
-/// The result of a finished fit of a model; s: radius of the probe, nm.
-app::ResultRecord resultOf(Fitter& fitter, app::Analysis analysis, int model, double s);
+/// The result of a finished fit of a model; s: radius of the probe, nm. nullopt when the model has an interaction
+/// radius and it is too large for a number.
+std::optional<app::ResultRecord> resultOf(Fitter& fitter, app::Analysis analysis, int model, double s);
 
 } // namespace analysis

@@ -21,13 +21,18 @@ double fitRegionLevel(const app::PanelState& panel)
     return panel.allChosen ? kAllLevel : fit::numberFrom(panel.fitRegion);
 }
 
+template <typename Range>
+bool allFinite(const Range& values)
+{
+    return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
+}
+
 bool usable(const SampleTable& samples)
 {
     const auto first = samples.SampleData.begin() + 1;
     return std::isfinite(samples.TimeMax) &&
            std::all_of(first, first + samples.SampleCount, [](const SampleRecord& sample) {
-               return std::isfinite(sample.Conc) &&
-                      std::all_of(sample.IExp.begin(), sample.IExp.end(), [](double i) { return std::isfinite(i); });
+               return std::isfinite(sample.Conc) && allFinite(sample.Tau) && allFinite(sample.IExp);
            });
 }
 
@@ -77,10 +82,12 @@ void Commands::DecayCurveAnalysis()
     const std::optional<plot::FittedCurves> curves = evaluate(*run);
     if (!curves)
         return;
-    show(*run, *curves, "Decay Curve (Fitting)");
     const int model = run->panel.Model;
-    m_context.results.storeResult(analysis::resultOf(m_analyzer, app::Analysis::Decay, model, run->values.s),
-                                  app::reportedMask(model, app::Analysis::Decay));
+    const auto result = analysis::resultOf(m_analyzer, app::Analysis::Decay, model, run->values.s);
+    if (!result)
+        return m_analyzer.reportArithmeticFault();
+    show(*run, *curves, "Decay Curve (Fitting)");
+    m_context.results.storeResult(*result, app::reportedMask(model, app::Analysis::Decay));
     ui::bringToFront(m_analyzer);
 }
 

@@ -18,7 +18,7 @@ bool usable(const RatioData& data)
     const auto first = data.samples.SampleData.begin() + 1;
     return std::isfinite(data.tau0) && std::isfinite(data.Xmax) && std::isfinite(data.Ymax) &&
            std::all_of(first, first + data.samples.SampleCount, [](const decay::SampleRecord& sample) {
-               return std::isfinite(sample.Conc) && std::isfinite(sample.SVRatio);
+               return std::isfinite(sample.Conc) && std::isfinite(sample.Phi) && std::isfinite(sample.SVRatio);
            });
 }
 
@@ -32,10 +32,12 @@ void Commands::SternVolmerAnalysis()
     const std::optional<Curves> curves = evaluate(*run);
     if (!curves)
         return;
-    show(*run, *curves);
     const int model = run->panel.Model;
-    m_context.results.storeResult(analysis::resultOf(m_analyzer, app::Analysis::SternVolmer, model, run->values.s),
-                                  app::reportedMask(model, app::Analysis::SternVolmer));
+    const auto result = analysis::resultOf(m_analyzer, app::Analysis::SternVolmer, model, run->values.s);
+    if (!result)
+        return m_analyzer.reportArithmeticFault();
+    show(*run, *curves);
+    m_context.results.storeResult(*result, app::reportedMask(model, app::Analysis::SternVolmer));
     ui::bringToFront(m_analyzer);
 }
 

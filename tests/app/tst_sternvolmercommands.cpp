@@ -55,6 +55,7 @@ private slots:
     void refusesIncompleteSheets();
     void endsAnArithmeticFaultWithItsMessage_data();
     void endsAnArithmeticFaultWithItsMessage();
+    void refusesNumbersBeyondTheRange();
     void fillsEmptyFieldsOnlyWithWhatTheModelReports();
     void stopsAnEndlessFit();
     void keepsToWhatItStartedWith();
@@ -193,6 +194,28 @@ void TestSternVolmerCommands::endsAnArithmeticFaultWithItsMessage()
     vorlo.analyse();
     QCOMPARE(vorlo.prompter.shown, QStringList());
     QCOMPARE(vorlo.result(1, 0), "SV");
+}
+
+// Neither number meets the fit itself: the ratio to an infinite intensity is 0, and s only goes into the radius.
+void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
+{
+    const QList<Column> sphereOfAction{{"0", "1", "1", "10", "", "", "", "", "10"},
+                                       {"0.1", "", "", "", "", "", "", "", "8"},
+                                       {"0.2", "", "", "", "", "", "", "", "7"}};
+    Program vorlo;
+    vorlo.fill(sphereOfAction);
+    vorlo.choose(9);
+    vorlo.type("txtK", "2");
+    vorlo.analyse();
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    vorlo.type("txtS", "1e200");
+    vorlo.analyse();
+    QCOMPARE(vorlo.prompter.shown, QStringList{kArithmeticFault});
+    vorlo.fill({sphereOfAction[0], {"0.1", "", "", "", "", "", "", "", "1e400"}});
+    vorlo.run("mnuCalcSternVolmer");
+    QCOMPARE(vorlo.prompter.shown, QStringList({kArithmeticFault, kArithmeticFault}));
+    QCOMPARE(vorlo.result(1, 0), "SV");
+    QCOMPARE(vorlo.result(2, 0), "");
 }
 
 void TestSternVolmerCommands::fillsEmptyFieldsOnlyWithWhatTheModelReports()
