@@ -46,6 +46,7 @@ void OutputWindow::getSize(std::int16_t& Width, std::int16_t& Height) const
 
 void OutputWindow::showFilled()
 {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
 }

@@ -24,7 +24,7 @@ public:
     void getPosition(std::int16_t& Top, std::int16_t& Left) const;
     void getSize(std::int16_t& Width, std::int16_t& Height) const;
 
-    /// Shows the window above others where and as large as it was last.
+    /// Shows the window, also a minimised one, above others where and as large as it was last.
     void showFilled();
 };
 

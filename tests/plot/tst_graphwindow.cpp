@@ -182,6 +182,9 @@ void TestGraph::isShownWithoutTakingTheFocus()
     QVERIFY(!graph.isVisible());
     graph.showFilled();
     QCOMPARE(graph.size(), QSize(700, 500));
+    graph.showMinimized();
+    graph.showFilled();
+    QVERIFY(!graph.isMinimized());
 }
 
 QTEST_MAIN(TestGraph)
