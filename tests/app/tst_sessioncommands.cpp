@@ -10,6 +10,10 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
 using app::SessionCommands;
 
 namespace
@@ -61,6 +65,28 @@ void write(const QString& path, const QByteArray& bytes)
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
+/// As long as it lives every write beyond a file's first bytes fails, as on a full disk.
+class FullDisk
+{
+public:
+    FullDisk() : m_signal(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_limit);
+        const rlimit full{10, m_limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_limit);
+        std::signal(SIGXFSZ, m_signal);
+    }
+    Q_DISABLE_COPY(FullDisk)
+
+private:
+    void (*m_signal)(int);
+    rlimit m_limit{};
+};
+
 } // namespace
 
 class TestSessionCommands : public QObject
@@ -76,6 +102,8 @@ private slots:
     void foreignFilesOnlyClearTheResults();
     void unreadableFilesAreNamedWithTheReason();
     void aFailedSaveLeavesTheOldFile();
+    void aFullDiskLeavesTheOldFile();
+    void pipesAndDevicesAreNotReplaced();
     void undecodableBytesAreReplaced();
     void aHugeFileIsQuick();
     void captionsShowTheEndOfLongPaths_data();
@@ -196,6 +224,33 @@ void TestSessionCommands::aFailedSaveLeavesTheOldFile()
     QVERIFY(desk.prompter.shown[0].contains(path));
     QVERIFY(desk.prompter.shown[1].contains("no such folder/new.vrl"));
     QCOMPARE(contents(path), before);
+}
+
+void TestSessionCommands::aFullDiskLeavesTheOldFile()
+{
+    Desk desk;
+    const QString path = inFolder("full.vrl");
+    desk.save(path);
+    const QByteArray before = contents(path);
+    desk.sheet.setCell(1, 1, "0");
+    {
+        const FullDisk disk;
+        desk.save(path);
+    }
+    QCOMPARE(desk.prompter.shown.size(), 1);
+    QVERIFY(desk.prompter.shown[0].contains(path));
+    QCOMPARE(contents(path), before);
+    QCOMPARE(QDir(m_folder.path()).entryList({"full.vrl*"}), QStringList("full.vrl"));
+}
+
+void TestSessionCommands::pipesAndDevicesAreNotReplaced()
+{
+    const QString path = inFolder("pipe.vrl");
+    QCOMPARE(mkfifo(qPrintable(path), 0600), 0);
+    Desk desk;
+    desk.save(path);
+    QVERIFY(desk.prompter.shown.value(0).contains(path));
+    QVERIFY(!QFileInfo(path).isFile());
 }
 
 void TestSessionCommands::undecodableBytesAreReplaced()
