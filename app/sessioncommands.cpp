@@ -5,6 +5,8 @@
 #include "app/sharedstate.h"
 #include "ui/prompter.h"
 
+#include <QFileInfo>
+
 namespace app
 {
 namespace
@@ -42,6 +44,9 @@ void SessionCommands::mnuSaveAs_Click()
     if (!chosen)
         return;
     const QString path = withExtension(*chosen);
+    // The dialog has asked about the name as it was chosen only.
+    if (path != *chosen && QFileInfo::exists(path) && !m_parts.prompter.mayReplace(path))
+        return;
     const QString error = writeSessionFile(path, writeSession(session()));
     if (!error.isEmpty())
         m_parts.prompter.message(tr("%1 cannot be saved:\r\n%2").arg(path, error));

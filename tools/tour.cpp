@@ -51,6 +51,7 @@ public:
     void message(const QString& text) override { tour::giveUp("unexpected message: " + text); }
     std::optional<QString> fileToOpen() override { return std::nullopt; }
     std::optional<QString> fileToSave() override { return std::nullopt; }
+    bool mayReplace(const QString&) override { return false; }
 };
 
 /// One column, from its first cell on: Enter stores and moves down, arrows pass over the unused components.

@@ -8,6 +8,21 @@
 
 namespace ui
 {
+namespace
+{
+
+QString tr(const char* text) { return QCoreApplication::translate("ui::DialogPrompter", text); }
+
+int ask(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons)
+{
+    QMessageBox box(icon, QGuiApplication::applicationDisplayName(), text, buttons, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText); // a file name may look like markup
+    if (buttons & QMessageBox::No)
+        box.setDefaultButton(QMessageBox::No); // a hasty Enter loses nothing
+    return box.exec();
+}
+
+} // namespace
 
 DialogPrompter::DialogPrompter() : m_folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
 
@@ -15,10 +30,7 @@ void DialogPrompter::message(const QString& text)
 {
     QString lines = text;
     lines.replace("\r\n", "\n");
-    QMessageBox box(QMessageBox::NoIcon, QGuiApplication::applicationDisplayName(), lines, QMessageBox::Ok,
-                    QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText); // a file name may look like markup
-    box.exec();
+    ask(QMessageBox::NoIcon, lines, QMessageBox::Ok);
 }
 
 std::optional<QString> DialogPrompter::fileToOpen()
@@ -34,6 +46,12 @@ std::optional<QString> DialogPrompter::fileToSave()
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("vrl");
     return chosenFile(dialog);
+}
+
+bool DialogPrompter::mayReplace(const QString& path)
+{
+    const QString question = tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName());
+    return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog)

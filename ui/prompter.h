@@ -17,6 +17,7 @@ public:
     virtual void message(const QString& text) = 0;
     virtual std::optional<QString> fileToOpen() = 0; // nullopt: cancelled
     virtual std::optional<QString> fileToSave() = 0; // nullopt: cancelled
+    virtual bool mayReplace(const QString& path) = 0;
 };
 
 /// Asks the user: message boxes and file dialogs above the active window.
@@ -27,6 +28,7 @@ public:
     void message(const QString& text) override;
     std::optional<QString> fileToOpen() override;
     std::optional<QString> fileToSave() override;
+    bool mayReplace(const QString& path) override;
 
 private:
     std::optional<QString> chosenFile(QFileDialog& dialog);

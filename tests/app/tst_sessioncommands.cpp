@@ -98,6 +98,7 @@ private slots:
     void newEmptiesTheSheetOnly();
     void namesGetTheExtension_data();
     void namesGetTheExtension();
+    void aNameThatTheExtensionMakesIsNotReplacedUnasked();
     void cancellingChangesNothing();
     void foreignFilesOnlyClearTheResults();
     void unreadableFilesAreNamedWithTheReason();
@@ -175,6 +176,16 @@ void TestSessionCommands::namesGetTheExtension()
     Desk desk;
     desk.save(inFolder(chosen));
     QVERIFY(contents(inFolder(written)).startsWith("Vorlo File\r\nkq1=1e+7\r\n"));
+}
+
+void TestSessionCommands::aNameThatTheExtensionMakesIsNotReplacedUnasked()
+{
+    const QString path = inFolder("run.2024.vrl");
+    write(path, "precious");
+    Desk desk;
+    desk.save(inFolder("run.2024"));
+    QCOMPARE(desk.prompter.askedToReplace, QStringList(path));
+    QCOMPARE(contents(path), QByteArray("precious"));
 }
 
 void TestSessionCommands::cancellingChangesNothing()

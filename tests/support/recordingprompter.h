@@ -12,11 +12,17 @@ namespace support
 /// Records what the user would be told and answers file dialogs once each; without an answer they are cancelled.
 struct RecordingPrompter final : ui::Prompter {
     QStringList shown;
+    QStringList askedToReplace; // always refused
     std::optional<QString> nextFile;
 
     void message(const QString& text) override { shown << text; }
     std::optional<QString> fileToOpen() override { return std::exchange(nextFile, std::nullopt); }
     std::optional<QString> fileToSave() override { return std::exchange(nextFile, std::nullopt); }
+    bool mayReplace(const QString& path) override
+    {
+        askedToReplace << path;
+        return false;
+    }
 };
 
 } // namespace support

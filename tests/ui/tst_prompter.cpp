@@ -53,6 +53,7 @@ private slots:
     void cancelledDialogsGiveNothing();
     void filesAreFoundInAnyCaseAndTheFolderIsRemembered();
     void savingAddsTheSuffix();
+    void filesAreReplacedOnlyAfterYes();
 };
 
 void TestPrompter::messagesArePlainText()
@@ -108,6 +109,17 @@ void TestPrompter::savingAddsTheSuffix()
         enter(dialog, "run");
     });
     QCOMPARE(prompter.fileToSave().value_or(QString()), folder.filePath("run.vrl"));
+}
+
+void TestPrompter::filesAreReplacedOnlyAfterYes()
+{
+    ui::DialogPrompter prompter;
+    whenAsked<QMessageBox>([](QMessageBox&) {});
+    QVERIFY(!prompter.mayReplace("run.vrl"));
+    whenAsked<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    QVERIFY(!prompter.mayReplace("run.vrl"));
+    whenAsked<QMessageBox>([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton); });
+    QVERIFY(prompter.mayReplace("run.vrl"));
 }
 
 QTEST_MAIN(TestPrompter)
