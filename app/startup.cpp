@@ -41,6 +41,9 @@ void VorloMain::connectFileMenu()
     connect(&m_session, &SessionCommands::opened, this, [this](const QString& path) {
         MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path));
         SettingWindow.showSettings();
+        // Wherever the user was before, what was opened is seen from its first cells on.
+        MainWindow.sheet().SelectSheetCell(1, 1);
+        MainWindow.results().SelectResultCell(1, 1);
     });
 }
 

@@ -2,6 +2,7 @@
 #include "fit/gaussnewton.h"
 #include "tests/support/application.h"
 #include "tests/support/callableproblem.h"
+#include "ui/grid.h"
 #include "ui/twips.h"
 
 #include <QAction>
@@ -75,9 +76,11 @@ void TestStartup::sessionsAreSavedAndReopened()
 
     support::Application other;
     other.control<QAction>("mnuSetParameters").trigger();
+    other.program.MainWindow.sheet().SelectSheetCell(9, 20);
     other.prompter.nextFile = file;
     other.control<QAction>("mnuOpen").trigger();
     QCOMPARE(other.program.MainWindow.sheet().GetSheetText(9, 20), QString("3.5"));
+    QCOMPARE(other.program.MainWindow.sheet().grid().indexAt({1, 1}).column(), 1);
     QVERIFY(other.control<QRadioButton>("opnModel12").isChecked());
     QCOMPARE(other.program.MainWindow.windowTitle(), app::captionWithFile(app::frmVorloMain::kTitle, file));
     QVERIFY(other.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
