@@ -5,6 +5,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -15,8 +20,8 @@ namespace app
 namespace
 {
 constexpr auto kHelpFile = "VORLOG4HELP.HLP";
-constexpr int kWidthTwips = 9000;
-constexpr int kHeightTwips = 8000;
+constexpr int kWidthTwips = 10500;
+constexpr int kHeightTwips = 9000;
 #if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
 constexpr bool kCaseIgnored = true;
 #else
@@ -38,16 +43,58 @@ QString helpFilePath()
                         kCaseIgnored);
 }
 
-HelpViewer::HelpViewer(QWidget* parent) : QWidget(parent, Qt::Window), m_text(new QTextBrowser(this))
+HelpViewer::HelpViewer(QWidget* parent)
+    : QWidget(parent, Qt::Window), m_text(new QTextBrowser(this)), m_find(new QLineEdit(this))
 {
     setWindowTitle(tr("Vorlo Help"));
     m_text->setObjectName("txtHelp");
     m_text->setAccessibleName(tr("Help text"));
     m_text->setOpenExternalLinks(true);
+    m_find->setObjectName("txtFind");
+    layOut();
+    connect(m_find, &QLineEdit::returnPressed, this, &HelpViewer::findNext);
+    new QShortcut(QKeySequence::Find, this, m_find, qOverload<>(&QWidget::setFocus));
+    new QShortcut(Qt::Key_F3, this, this, &HelpViewer::findNext);
+    resize(ui::toPixels(kWidthTwips), ui::toPixels(kHeightTwips));
+}
+
+void HelpViewer::layOut()
+{
+    auto* contents = new QPushButton(tr("&Contents"), this);
+    contents->setObjectName("cmdContents");
+    connect(contents, &QPushButton::clicked, this, [this] { m_text->scrollToAnchor("index"); });
+    auto* back = new QPushButton(tr("&Back"), this);
+    back->setObjectName("cmdBack");
+    back->setEnabled(false);
+    connect(back, &QPushButton::clicked, m_text, &QTextBrowser::backward);
+    connect(m_text, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);
+    auto* label = new QLabel(tr("&Find"), this);
+    label->setBuddy(m_find);
+
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(4, 4, 4, 0);
+    bar->addWidget(contents);
+    bar->addWidget(back);
+    bar->addStretch();
+    bar->addWidget(label);
+    bar->addWidget(m_find);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(bar);
     layout->addWidget(m_text);
-    resize(ui::toPixels(kWidthTwips), ui::toPixels(kHeightTwips));
+    setTabOrder(contents, back);
+    setTabOrder(back, m_find);
+    setTabOrder(m_find, m_text);
+    m_text->setFocus();
+}
+
+// At the end of the text it goes on from the start.
+void HelpViewer::findNext()
+{
+    if (m_text->find(m_find->text()))
+        return;
+    m_text->moveCursor(QTextCursor::Start);
+    m_text->find(m_find->text());
 }
 
 void HelpViewer::openIndex(const QString& path)

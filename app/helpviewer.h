@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QLineEdit;
 class QTextBrowser;
 
 namespace app
@@ -13,7 +14,7 @@ QString helpFilePath(const QString& folder, QChar separator, bool caseIgnored);
 /// The same for this program on this platform.
 QString helpFilePath();
 
-/// Shows the help file, an HTML text.
+/// Shows the help file, an HTML text, and finds words in it.
 class HelpViewer : public QWidget
 {
     Q_OBJECT
@@ -25,7 +26,11 @@ public:
     void openIndex(const QString& path);
 
 private:
+    void layOut();
+    void findNext();
+
     QTextBrowser* m_text;
+    QLineEdit* m_find;
 };
 
 } // namespace app

@@ -1,6 +1,7 @@
 #include "app/helpviewer.h"
 
 #include <QFile>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -13,6 +14,7 @@ private slots:
     void buildsThePath_data();
     void buildsThePath();
     void showsTheIndexPage();
+    void findsWords();
     void saysThatTheFileIsMissing();
 };
 
@@ -46,6 +48,27 @@ void TestHelpViewer::showsTheIndexPage()
     app::HelpViewer viewer;
     viewer.openIndex(file.fileName());
     QCOMPARE(viewer.findChild<QTextBrowser*>("txtHelp")->toPlainText(), QString("Index Φ"));
+}
+
+void TestHelpViewer::findsWords()
+{
+    app::HelpViewer viewer;
+    auto& text = *viewer.findChild<QTextBrowser*>("txtHelp");
+    auto& find = *viewer.findChild<QLineEdit*>("txtFind");
+    text.setHtml("<p>one lifetime</p><p>two lifetimes</p>");
+    viewer.show();
+    viewer.activateWindow();
+    QTRY_VERIFY(viewer.isActiveWindow());
+    QTest::keyClick(&text, Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(find.hasFocus());
+    QTest::keyClicks(&find, "lifetime");
+    QTest::keyClick(&find, Qt::Key_Return);
+    QCOMPARE(text.textCursor().blockNumber(), 0);
+    QTest::keyClick(&find, Qt::Key_Return);
+    QCOMPARE(text.textCursor().blockNumber(), 1);
+    QTest::keyClick(&find, Qt::Key_F3); // round to the start
+    QCOMPARE(text.textCursor().blockNumber(), 0);
+    QCOMPARE(text.textCursor().selectedText(), "lifetime");
 }
 
 void TestHelpViewer::saysThatTheFileIsMissing()
