@@ -1,6 +1,7 @@
 #include "tools/hands.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -71,6 +72,16 @@ void retype(QLineEdit& box, const QString& text)
     click(box);
     QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
     type(text);
+}
+
+void choose(QComboBox& list, int entry)
+{
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Home);
+    for (int i = 0; i < entry; ++i)
+        QTest::keyClick(&list, Qt::Key_Down);
+    if (list.currentIndex() != entry)
+        giveUp(QString("%1 has no entry %2").arg(list.objectName()).arg(entry));
 }
 
 void chooseItem(QMainWindow& window, const char* item)

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iostream>
 
+class QComboBox;
 class QLineEdit;
 
 /// Keys and clicks as a person makes them. Whatever a person would not find (a control that is missing, hidden or
@@ -38,6 +39,8 @@ void press(Qt::Key key, int times = 1);
 void type(const QString& text);
 /// Replaces the text of a box.
 void retype(QLineEdit& box, const QString& text);
+/// Chooses an entry of a list by the keys.
+void choose(QComboBox& list, int entry);
 /// Opens a menu of the menu bar and clicks the item with that object name.
 void chooseItem(QMainWindow& window, const char* item);
 /// What a window shows, as PNG; a window that is not on the screen has no picture.

@@ -8,6 +8,7 @@
 #include "ui/prompter.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPalette>
@@ -140,8 +141,16 @@ struct Tour {
         showOutcome(program.DecayAnalyzer, window, 3, kFromLifetimes);
         picture(program.DecayAnalyzer, "decay-analyzer.png");
         picture(program.GraphWindow1, "decay-curves.png");
+        tour::choose(tour::find<QComboBox>(program.GraphWindow1, "cboSamples"), 2);
+        picture(program.GraphWindow1, "decay-sample.png");
         picture(program.GraphWindow2, "decay-deviations.png");
         picture(program.OutputTable2, "decay-table.png");
+    }
+
+    void settings()
+    {
+        tour::chooseItem(program.MainWindow, "mnuSetParameters");
+        picture(program.SettingWindow, "settings.png");
     }
 };
 
@@ -170,6 +179,7 @@ int main(int argc, char* argv[])
     Tour tour{program, folder};
     tour.sternVolmer();
     tour.decayCurves();
+    tour.settings();
     say("One picture of each window is in " + folder.absolutePath());
     return EXIT_SUCCESS;
 }

@@ -1,0 +1,226 @@
+#include "app/modelguide.h"
+#include "tests/support/application.h"
+#include "tests/support/manual.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+
+#include <stdexcept>
+
+namespace
+{
+
+const QString kManual = QStringLiteral(VORLO_MANUAL);
+
+QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QString caption(QString text) { return text.remove('&'); }
+
+/// Does what the manual says, with the controls that it names.
+class Reader
+{
+public:
+    void doStep(const support::ManualStep& step)
+    {
+        if (step.kind == support::ManualStep::Kind::Sheet)
+            typeSheet(step.rows);
+        else
+            for (const QStringList& row : step.rows)
+                set(row.at(0), row.at(1));
+    }
+    QString report() const { return support::Application::reportOf(*m_analyzer).trimmed(); }
+    QStringList lastResult(const QStringList& titles)
+    {
+        QStringList texts;
+        for (int column = 0; !vorlo.result(0, column).isEmpty(); ++column)
+            if (titles.contains(vorlo.result(0, column)))
+                texts << vorlo.result(vorlo.program.shared.results.ResultCursor - 1, column).trimmed();
+        return texts;
+    }
+
+    support::Application vorlo;
+
+private:
+    void typeSheet(const QList<QStringList>& rows)
+    {
+        app::DataSheet& sheet = vorlo.program.MainWindow.sheet();
+        for (const QStringList& texts : rows) {
+            int row = 1;
+            while (sheet.GetSheetText(row, 0) != texts.at(0))
+                if (++row == sheet.rowCount())
+                    throw std::runtime_error(("no row " + texts.at(0)).toStdString());
+            for (int column = 1; column < texts.size(); ++column)
+                sheet.SetSheetText(row, column, texts[column]);
+        }
+    }
+
+    void set(const QString& name, const QString& value)
+    {
+        if (name == "Calc")
+            choose(value);
+        else if (!clickOption(name, value) && !tick(name, value) && !type(name, value))
+            throw std::runtime_error(("no " + name + " " + value).toStdString());
+    }
+
+    void choose(const QString& item)
+    {
+        m_analyzer = item.contains("Decay") ? static_cast<QWidget*>(&vorlo.program.DecayAnalyzer)
+                                            : static_cast<QWidget*>(&vorlo.program.SVAnalyzer);
+        for (QAction* action : vorlo.program.MainWindow.findChildren<QAction*>())
+            if (caption(action->text()) == item)
+                return action->trigger();
+        throw std::runtime_error(("no item " + item).toStdString());
+    }
+
+    bool clickOption(const QString& frame, const QString& option)
+    {
+        for (const QWidget* window :
+             {static_cast<QWidget*>(&vorlo.program.MainWindow), static_cast<QWidget*>(&vorlo.program.SettingWindow)})
+            for (const auto* group : window->findChildren<QGroupBox*>())
+                for (auto* button : group->findChildren<QRadioButton*>())
+                    if (group->title() == frame && button->text() == option) {
+                        button->click();
+                        return true;
+                    }
+        return false;
+    }
+
+    bool tick(const QString& name, const QString& value)
+    {
+        for (auto* box : vorlo.program.MainWindow.findChildren<QCheckBox*>())
+            if (box->text() == name) {
+                box->setChecked(value == "on");
+                return true;
+            }
+        return false;
+    }
+
+    bool type(const QString& name, const QString& value)
+    {
+        for (const auto* label : vorlo.program.MainWindow.findChildren<QLabel*>())
+            if (auto* box = qobject_cast<QLineEdit*>(label->buddy()); box && label->text() == name) {
+                box->setText(value);
+                return box->isEnabled();
+            }
+        return false;
+    }
+
+    QWidget* m_analyzer = nullptr;
+};
+
+} // namespace
+
+class TestManual : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void examplesComeOutAsPrinted_data();
+    void examplesComeOutAsPrinted();
+    void hasAnExamplePerFamily();
+    void explainsEveryModelAndParameter();
+    void namesEveryControl();
+    void linksAndPicturesAreThere();
+
+private:
+    support::Manual m_manual;
+};
+
+void TestManual::initTestCase()
+{
+    m_manual = support::ManualReader().read(kManual);
+    QCOMPARE(m_manual.error, QString());
+}
+
+void TestManual::examplesComeOutAsPrinted_data()
+{
+    QTest::addColumn<int>("place");
+    for (int place = 0; place < m_manual.examples.size(); ++place)
+        QTest::newRow(qPrintable(m_manual.examples[place].id)) << place;
+}
+
+void TestManual::examplesComeOutAsPrinted()
+{
+    QFETCH(int, place);
+    Reader reader;
+    int compared = 0;
+    for (const support::ManualStep& step : m_manual.examples[place].steps) {
+        if (step.kind == support::ManualStep::Kind::Report) {
+            QCOMPARE(reader.report(), step.text);
+            ++compared;
+        } else if (step.kind == support::ManualStep::Kind::Result) {
+            QCOMPARE(reader.lastResult(step.rows.at(0)), step.rows.at(1));
+        } else {
+            reader.doStep(step);
+        }
+        QCOMPARE(reader.vorlo.prompter.shown, QStringList());
+    }
+    QVERIFY(compared > 0);
+}
+
+void TestManual::hasAnExamplePerFamily()
+{
+    QSet<QString> ids;
+    for (const support::ManualExample& example : m_manual.examples)
+        ids << example.id;
+    QCOMPARE(ids, QSet<QString>({"first-analysis", "example-dynamic", "example-one-step", "example-multi-step",
+                                 "example-two-site", "example-decay", "example-decays"}));
+}
+
+void TestManual::explainsEveryModelAndParameter()
+{
+    const auto printed = [this](std::string_view text) { return m_manual.plainText.contains(fromUtf8(text)); };
+    for (int model = 1; model <= app::kModelCount; ++model) {
+        const app::ModelGuide& guide = app::kModelGuides[static_cast<std::size_t>(model)];
+        for (const std::string_view text : {guide.name, guide.ratioLaw, guide.decayLaw})
+            QVERIFY2(printed(text), qPrintable(fromUtf8(text)));
+    }
+    for (const app::ParameterUse& use : app::kParameterUses)
+        for (const std::string_view text : {use.guide.meaning, use.guide.unit})
+            QVERIFY2(printed(text), qPrintable(fromUtf8(text)));
+    for (const app::ParameterGuide& guide :
+         {app::kRadiusGuide, app::kProbeGuide, app::kToleranceGuide, app::kIterationGuide})
+        QVERIFY2(printed(guide.meaning), qPrintable(fromUtf8(guide.meaning)));
+}
+
+void TestManual::namesEveryControl()
+{
+    const support::Application vorlo;
+    QStringList captions;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        for (const auto* button : window->findChildren<QAbstractButton*>())
+            captions << button->text();
+        for (const auto* group : window->findChildren<QGroupBox*>())
+            captions << group->title();
+        for (const auto* action : window->findChildren<QAction*>())
+            if (!action->objectName().startsWith('_'))
+                captions << action->text();
+        for (const auto* label : window->findChildren<QLabel*>())
+            if (label->buddy())
+                captions << label->text();
+    }
+    QVERIFY(captions.contains("&File"));
+    QStringList missing;
+    for (const QString& text : captions)
+        if (!m_manual.plainText.contains(caption(text).simplified()))
+            missing << text;
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
+}
+
+void TestManual::linksAndPicturesAreThere()
+{
+    for (const QString& link : m_manual.links)
+        QVERIFY2(m_manual.anchors.contains(link), qPrintable(link));
+    QVERIFY(!m_manual.pictures.isEmpty());
+    for (const QString& picture : m_manual.pictures)
+        QVERIFY2(QFileInfo(QFileInfo(kManual).path() + '/' + picture).isFile(), qPrintable(picture));
+}
+
+QTEST_MAIN(TestManual)
+#include "tst_manual.moc"
