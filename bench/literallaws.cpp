@@ -132,13 +132,21 @@ DecayProblem::DecayProblem(const decay::SampleTable& samples, int model, int log
             m_points[static_cast<std::size_t>(++m_pointCount)] = {s, i};
 }
 
-double DecayProblem::residual(int point, const fit::Parameters& a)
+double DecayProblem::value(int point, const fit::Parameters& a) const
 {
     const auto [s, i] = m_points[static_cast<std::size_t>(point)];
     const decay::SampleRecord& reference = m_samples.SampleData[1];
-    const decay::SampleRecord& sample = m_samples.SampleData[s];
-    const fit::Parameters p = fit::realParameters(m_logMode, a);
-    return decayIntensity(m_model, reference.T[i], sample.Conc, reference, m_Cp, p) - sample.IExp[i];
+    const auto intensity = [&](const fit::Parameters& p) {
+        return decayIntensity(m_model, reference.T[i], m_samples.SampleData[s].Conc, reference, m_Cp, p);
+    };
+    // Without a copy in normal mode: reading all values at once right after one was written would stall.
+    return m_logMode == 1 ? intensity(fit::realParameters(m_logMode, a)) : intensity(a);
+}
+
+double DecayProblem::residual(int point, const fit::Parameters& a)
+{
+    const auto [s, i] = m_points[static_cast<std::size_t>(point)];
+    return value(point, a) - m_samples.SampleData[s].IExp[i];
 }
 
 } // namespace literal

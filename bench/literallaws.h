@@ -3,6 +3,8 @@
 #include "decay/sampletable.h"
 #include "fit/gaussnewton.h"
 
+#include <array>
+
 /// The laws once more, each written out as its formula in one expression and worked out anew with every call. They are
 /// what the program's own evaluation is compared with, in value and in time, and are no part of the program.
 namespace literal
@@ -23,6 +25,8 @@ public:
     DecayProblem(const decay::SampleTable& samples, int model, int logMode, double Cp);
     int pointCount() const override { return m_pointCount; }
     double residual(int point, const fit::Parameters& a) override;
+    /// The fitted intensity at a point.
+    double value(int point, const fit::Parameters& a) const;
 
 private:
     struct Point {
@@ -35,6 +39,29 @@ private:
     double m_Cp;
     int m_pointCount = 0;
     std::array<Point, decay::kMaxSamples * decay::kGridSize + 1> m_points{}; // slot 0 is not a point
+};
+
+/// Ratios of samples 1..20 against total quencher, as sternvolmer::RatioProblem has them.
+class RatioProblem final : public fit::Problem
+{
+public:
+    using Slots = std::array<double, 21>;
+    RatioProblem(const Slots& x, const Slots& y, int model, double tau0, double Cp)
+        : m_x(x), m_y(y), m_model(model), m_tau0(tau0), m_Cp(Cp)
+    {
+    }
+    int pointCount() const override { return 20; }
+    double residual(int point, const fit::Parameters& a) override
+    {
+        const auto i = static_cast<std::size_t>(point);
+        return ratio(m_model, m_x[i], m_tau0, m_Cp, a) - m_y[i];
+    }
+
+private:
+    const Slots m_x, m_y;
+    int m_model;
+    double m_tau0;
+    double m_Cp;
 };
 
 } // namespace literal

@@ -3,6 +3,7 @@
 #include "fit/realparameters.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -11,17 +12,20 @@ namespace decay
 namespace
 {
 
-/// On a grid of even steps exp(-rate t) is worked out at every eighth point and within the first eight; the others are
-/// products of two of these.
-constexpr std::size_t kBlock = 8;
+/// On a grid of even steps exp(-rate t) is worked out at points 1, 2, 4, 8, ...; the others are products of these:
+/// point i takes the power of two at or below i, and the point that is as far from there as from the beginning.
+std::size_t leadingPoint(std::size_t i) { return std::bit_floor(i); }
 
 /// How many points of a grid, from its beginning at 0, are the sums of the times that exponentials are multiplied for,
 /// to the rounding of a running sum.
 std::size_t evenPoints(const Grid& t)
 {
-    constexpr double kRounding = 16 * std::numeric_limits<double>::epsilon();
+    constexpr double kRounding = 6 * std::numeric_limits<double>::epsilon(); // 5.6 at most in grids of 50 steps
+    const auto isSum = [&t](std::size_t i) {
+        return std::abs(t[leadingPoint(i)] + t[i - leadingPoint(i)] - t[i]) <= kRounding * t[i];
+    };
     std::size_t i = 0;
-    while (i < t.size() && t[0] == 0 && std::abs(t[i - i % kBlock] + t[i % kBlock] - t[i]) <= kRounding * t[i])
+    while (i < t.size() && t[0] == 0 && isSum(i))
         ++i;
     return i;
 }
@@ -55,7 +59,6 @@ const Grid& CurveEvaluator::calculated(std::size_t sample, const fit::Parameters
     curve.a = a;
     Grid& sum = curve.intensity;
     std::fill_n(sum.begin(), count, 0.0);
-
     const Populations populations = populationsOf(m_model, Q, m_Cp, fit::realParameters(m_logMode, a));
     const Composition composition = compositionOf(m_model);
     if (composition == Composition::Sites) {
@@ -117,14 +120,26 @@ const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
         found->rate = rate;
         found->count = 0;
     }
-    for (std::size_t i = found->count; i < count; ++i) {
-        const std::size_t block = i - i % kBlock;
-        const bool asProduct = i < m_evenPoints && block > 0 && block < i;
-        found->values[i] = asProduct ? found->values[block] * found->values[i - block] : std::exp(-rate * m_t[i]);
-    }
-    found->count = std::max(found->count, count);
+    if (found->count < count)
+        extend(*found, count);
     found->lastUse = ++m_uses;
     return found->values;
+}
+
+void CurveEvaluator::extend(Exponentials& e, std::size_t count) const
+{
+    for (std::size_t i = e.count; i < count;) {
+        const std::size_t top = leadingPoint(i);
+        if (i == top || i >= m_evenPoints) {
+            e.values[i] = std::exp(-e.rate * m_t[i]);
+            ++i;
+            continue;
+        }
+        const std::size_t end = std::min({count, 2 * top, m_evenPoints});
+        for (const double first = e.values[top]; i < end; ++i)
+            e.values[i] = first * e.values[i - top];
+    }
+    e.count = count;
 }
 
 } // namespace decay

@@ -16,7 +16,7 @@ namespace decay
 /// A curve is the law's sum over populations of share * sum over k of A(k) exp(-(Rate(k) + addedRate) t). All
 /// components have exp(-(slowest + addedRate) t) in common, which leaves one exponential for each population; Poisson
 /// terms are powers of one, and on an even grid most exponentials are products of two. Values are those of intensity()
-/// but for the last digits: 1e-13 of the value as long as no exponent is beyond 100.
+/// but for the last digits: 1e-13 of the value as long as no exponent is beyond 50.
 class CurveEvaluator
 {
 public:
@@ -45,6 +45,7 @@ private:
     };
 
     const Grid& exponentials(double rate, std::size_t count);
+    void extend(Exponentials& e, std::size_t count) const;
     void addPopulation(Grid& sum, std::size_t count, const Population& population);
     void addPoissonTerms(Grid& sum, std::size_t count, const Populations& populations);
     void addSites(Grid& sum, std::size_t count, const Populations& sites);

@@ -9,15 +9,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
+#include <random>
 
 using namespace decay;
 using support::Values;
 
 namespace
 {
-constexpr double kSameValue = 1e-13;       // relative: room for some hundreds of roundings
-constexpr double kDeepestExponent = 100.0; // beyond exp(-100) the rounding of the exponent itself is larger than that
+constexpr double kSameValue = 1e-13;      // relative: room for some hundreds of roundings
+constexpr double kDeepestExponent = 50.0; // beyond exp(-50) the rounding of the exponent itself is larger than that
 
 /// What a fit leaves for the user: how it ended, and its report.
 QByteArray printed(fit::Problem& problem, const SampleTable& table, int model, int logMode, const Values& start)
@@ -43,15 +45,35 @@ Values scaled(Values values, double factor)
     return values;
 }
 
-/// What the formulas as written print, or nothing where the data leave so much open that a start moved by no more than
-/// the values may differ changes the print: there no two ways of calculating agree.
+/// The formulas as written, rounded differently: every value is moved by up to a unit in the last place.
+class RoundedFormulas final : public fit::Problem
+{
+public:
+    RoundedFormulas(literal::DecayProblem& formulas, unsigned seed) : m_formulas(formulas), m_random(seed) {}
+    int pointCount() const override { return m_formulas.pointCount(); }
+    double residual(int point, const fit::Parameters& a) override
+    {
+        const double unit = std::numeric_limits<double>::epsilon();
+        return m_formulas.residual(point, a) +
+               m_formulas.value(point, a) * unit * (static_cast<int>(m_random() % 3) - 1);
+    }
+
+private:
+    literal::DecayProblem& m_formulas;
+    std::minstd_rand m_random;
+};
+
+/// What the formulas as written print, or nothing where the data leave so much open that another rounding of the same
+/// formulas prints something else: there no two ways of calculating agree.
 std::optional<QByteArray> printedByFormulas(const SampleTable& table, int model, int logMode, const Values& start)
 {
     literal::DecayProblem formulas(table, model, logMode, support::kProbe);
     const QByteArray expected = printed(formulas, table, model, logMode, start);
-    for (double rounding : {1 - kSameValue, 1 + kSameValue})
-        if (printed(formulas, table, model, logMode, scaled(start, rounding)) != expected)
+    for (unsigned seed : {1u, 2u}) {
+        RoundedFormulas rounded(formulas, seed);
+        if (printed(rounded, table, model, logMode, start) != expected)
             return std::nullopt;
+    }
     return expected;
 }
 
@@ -126,7 +148,7 @@ void TestCurveEvaluator::agreesWithTheFormulas()
                         ++compared;
                     }
             }
-    QVERIFY2(compared > 10000 && largest < kSameValue,
+    QVERIFY2(compared > 5000 && largest < kSameValue,
              qPrintable(QString("%1 in %2 values").arg(largest).arg(compared)));
 }
 
@@ -169,7 +191,7 @@ void TestCurveEvaluator::printsWhatTheFormulasPrint()
     QFETCH(double, K);
     QFETCH(double, kq1);
     QFETCH(double, kq2);
-    constexpr int kMostOfThem = 18; // of 26 fits: foreign laws, above all in log mode, may lose their way
+    constexpr int kEnough = 10; // of 26 fits: a law that is foreign to the data leaves its parameters open
     int determined = 0;
     for (int model : {1, 2, 3, 4, 6, 7, 8, 10, 11, 12, 13, 14, 15})
         for (int logMode : {0, 1}) {
@@ -182,7 +204,7 @@ void TestCurveEvaluator::printsWhatTheFormulasPrint()
             DecayProblem problem(table, model, logMode, support::kProbe);
             QCOMPARE(printed(problem, table, model, logMode, start), *expected);
         }
-    QVERIFY2(determined >= kMostOfThem, qPrintable(QString::number(determined)));
+    QVERIFY2(determined >= kEnough, qPrintable(QString::number(determined)));
 }
 
 // Observations carry noise here, and parameters agree far beyond the printed digits.
