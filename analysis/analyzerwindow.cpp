@@ -23,6 +23,7 @@ namespace
 {
 
 constexpr qint64 kYieldMilliseconds = 10; // short enough for STOP to feel immediate
+constexpr qint64 kShowMilliseconds = 40;  // a painted progress bar costs as much as several iterations
 constexpr auto kSolverFailure = "Gauss-Newton法でエラーが起こりました\r\n初期値を変えて実行してみてください";
 constexpr auto kArithmeticFault = "The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
                                   "Please change the initial values and run again.";
@@ -76,12 +77,14 @@ bool AnalyzerWindow::GAUSSNEWTON()
     const QScopedValueRollback outerStop(m_stopped, false);
     const QScopedValueRollback outerModel(m_runningModel, model());
     const QScopedValueRollback outerLimit(m_runningLimit, options().iterationLimit);
+    const QScopedValueRollback outerIterations(m_iterations, 0.0);
     m_results->clear();
-    showRun(0);
+    showRun();
     m_sinceEvents.start();
     const fit::Ending ending = run(*this);
     if (fit::StopRequested)
         return false;
+    showRun();
     if (ending == fit::Ending::ArithmeticFault) {
         reportArithmeticFault();
         return false;
@@ -124,7 +127,9 @@ void AnalyzerWindow::letEventsRunNowAndThen()
 
 bool AnalyzerWindow::keepGoing(double iterations)
 {
-    showRun(iterations);
+    m_iterations = iterations;
+    if (m_sinceShown.hasExpired(kShowMilliseconds))
+        showRun();
     return !m_stopped;
 }
 
@@ -134,11 +139,12 @@ void AnalyzerWindow::showModel(int model)
 }
 
 /// Writes the label too: a run that a second one has interrupted finds its own model and range again here.
-void AnalyzerWindow::showRun(double iterations)
+void AnalyzerWindow::showRun()
 {
     showModel(m_runningModel);
     m_progress->setRange(0, progressSteps(m_runningLimit + 1, 1));
-    m_progress->setValue(progressSteps(iterations, 0));
+    m_progress->setValue(progressSteps(m_iterations, 0));
+    m_sinceShown.start();
 }
 
 } // namespace analysis

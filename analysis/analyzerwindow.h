@@ -45,7 +45,7 @@ private:
     void letEventsRun() override;
     bool keepGoing(double iterations) override;
     void showModel(int model);
-    void showRun(double iterations);
+    void showRun();
     void layOut();
 
     ui::Prompter& m_prompter;
@@ -57,7 +57,9 @@ private:
     bool m_stopped = false;
     int m_runningModel = 0;
     double m_runningLimit = 0;
+    double m_iterations = 0; // of the run in progress
     QElapsedTimer m_sinceEvents;
+    QElapsedTimer m_sinceShown;
 };
 
 } // namespace analysis
