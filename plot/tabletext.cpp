@@ -16,9 +16,17 @@ std::size_t slot(int row, int column)
 
 } // namespace
 
-const std::string& TableText::at(int row, int column) const { return m_cells[slot(row, column)]; }
+const std::string& TableText::at(int row, int column) const
+{
+    static const std::string kEmpty;
+    return m_cells.empty() ? kEmpty : m_cells[slot(row, column)];
+}
 
-void TableText::set(int row, int column, std::string_view text) { m_cells[slot(row, column)] = text; }
+void TableText::set(int row, int column, std::string_view text)
+{
+    m_cells.resize(kTableRows * kTableColumns);
+    m_cells[slot(row, column)] = text;
+}
 
 void TableText::clear() { std::fill(m_cells.begin(), m_cells.end(), std::string()); }
 

@@ -30,7 +30,6 @@ public:
 class TableText
 {
 public:
-    TableText() : m_cells(kTableRows * kTableColumns) {}
     const std::string& at(int row, int column) const;
     void set(int row, int column, std::string_view text);
     void clear();
@@ -38,7 +37,7 @@ public:
     std::string copyText() const;
 
 private:
-    std::vector<std::string> m_cells;
+    std::vector<std::string> m_cells; // all of them, or none before the first text: most tables are never filled
 };
 
 } // namespace plot

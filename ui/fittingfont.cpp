@@ -11,6 +11,7 @@ namespace
 
 constexpr int kUnstretched = 100; // percent
 constexpr int kNarrowest = 60;
+constexpr int kStep = 10; // every stretch is a font of its own, which takes time to load when it is first used
 
 } // namespace
 
@@ -20,7 +21,8 @@ QFont fittingFont(const QFont& font, const QString& text, qreal width)
     if (needed <= std::max(width, 0.0))
         return font;
     QFont condensed(font);
-    condensed.setStretch(std::max(kNarrowest, static_cast<int>(kUnstretched * width / needed)));
+    const int fitting = static_cast<int>(kUnstretched * width / needed);
+    condensed.setStretch(std::max(kNarrowest, fitting - fitting % kStep));
     return condensed;
 }
 
