@@ -1,0 +1,110 @@
+#include "bench/jobs.h"
+#include "bench/literallaws.h"
+#include "decay/decayproblem.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
+
+namespace
+{
+
+using bench::kProbe;
+
+void fit(benchmark::State& state, fit::Problem& problem, const bench::Job& job)
+{
+    bench::NoObserver observer;
+    fit::Outcome outcome;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(outcome = fit::gaussNewton(problem, job.options, job.start, observer));
+    state.counters["updates"] = outcome.iterations;
+}
+
+void decayFit(benchmark::State& state, int number)
+{
+    const bench::DecayJob& job = bench::decayJob(number);
+    decay::DecayProblem problem(job.samples, job.model, 0, kProbe);
+    fit(state, problem, job);
+}
+
+void literalDecayFit(benchmark::State& state, int number)
+{
+    const bench::DecayJob& job = bench::decayJob(number);
+    literal::DecayProblem problem(job.samples, job.model, 0, kProbe);
+    fit(state, problem, job);
+}
+
+void ratioFit(benchmark::State& state, int number)
+{
+    const bench::RatioJob& job = bench::ratioJob(number);
+    sternvolmer::RatioProblem problem = bench::problemOf(job);
+    fit(state, problem, job);
+}
+
+void literalRatioFit(benchmark::State& state, int number)
+{
+    const bench::RatioJob& job = bench::ratioJob(number);
+    literal::RatioProblem problem(job.x, job.y, job.model, job.tau0, kProbe);
+    fit(state, problem, job);
+}
+
+/// All residuals once, for a vector that has not been seen before.
+void pass(benchmark::State& state, int number)
+{
+    const bench::DecayJob& job = bench::decayJob(number);
+    decay::DecayProblem problem(job.samples, job.model, 0, kProbe);
+    fit::Parameters a = job.start;
+    for (auto _ : state) {
+        a[1] *= 1 + 1e-12;
+        double sum = 0;
+        for (int point = 1; point <= problem.pointCount(); ++point)
+            sum += problem.residual(point, a);
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+/// The calls of exp and sqrt that the formulas name for one pass, on arguments like theirs and with nothing around
+/// them.
+void floorOfPass(benchmark::State& state, int number)
+{
+    const bench::DecayJob& job = bench::decayJob(number);
+    const decay::SampleRecord& reference = job.samples.SampleData[1];
+    std::vector<double> exponents, squares;
+    for (std::size_t s = 2; s <= static_cast<std::size_t>(job.samples.SampleCount); ++s) {
+        const double Q = job.samples.SampleData[s].Conc;
+        const auto populations = decay::populationsOf(job.model, Q, kProbe, job.start);
+        for (std::size_t i = 0; i < 50; ++i) {
+            for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.NComp); ++k)
+                for (const decay::Population& population : populations)
+                    exponents.push_back(-(reference.Rate[k] + population.addedRate) * reference.T[i]);
+            if (job.model == 2)
+                squares.push_back(1 + 4 * job.start[1] * Q);
+        }
+    }
+    for (auto _ : state) {
+        double sum = 0;
+        for (double x : exponents)
+            sum += std::exp(x);
+        for (double x : squares)
+            sum += std::sqrt(x);
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+const bool registered = [] {
+    for (int number = 1; number <= bench::kDecayJobs + bench::kRatioJobs; ++number) {
+        const std::string job = "J" + std::to_string(number);
+        const bool isDecay = number <= bench::kDecayJobs;
+        benchmark::RegisterBenchmark(("fit/" + job + "/literal").c_str(), isDecay ? literalDecayFit : literalRatioFit,
+                                     number);
+        benchmark::RegisterBenchmark(("fit/" + job + "/product").c_str(), isDecay ? decayFit : ratioFit, number);
+        if (!isDecay)
+            continue;
+        benchmark::RegisterBenchmark(("pass/" + job + "/floor").c_str(), floorOfPass, number);
+        benchmark::RegisterBenchmark(("pass/" + job + "/product").c_str(), pass, number);
+    }
+    return true;
+}();
+
+} // namespace

@@ -1,0 +1,76 @@
+#include "bench/ratios.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace bench
+{
+namespace
+{
+
+struct Pair {
+    const char* title;
+    const char* measured;
+    const char* reference;
+    double most; // the largest ratio that is aimed at; 0: none
+};
+
+constexpr std::array kPairs{
+    Pair{"J1 fit / formulas as written", "fit/J1/product", "fit/J1/literal", 1 / 2.0},
+    Pair{"J2 fit / formulas as written", "fit/J2/product", "fit/J2/literal", 1 / 5.0},
+    Pair{"J3 fit / formulas as written", "fit/J3/product", "fit/J3/literal", 1 / 30.0},
+    Pair{"J4 fit / formulas as written", "fit/J4/product", "fit/J4/literal", 0},
+    Pair{"J5 fit / formulas as written", "fit/J5/product", "fit/J5/literal", 0},
+    Pair{"J1 pass / its exp calls", "pass/J1/product", "pass/J1/floor", 0},
+    Pair{"J2 pass / its exp and sqrt calls", "pass/J2/product", "pass/J2/floor", 0},
+    Pair{"J3 pass / its exp calls", "pass/J3/product", "pass/J3/floor", 0},
+    Pair{"J2 command in its window / engine + events", "window/J2/analyzer", "window/J2/engine", 0},
+    Pair{"J3 command in its window / engine + events", "window/J3/analyzer", "window/J3/engine", 0},
+    Pair{"J2, 1001 iterations / engine + events", "window/J2 endless/analyzer", "window/J2 endless/engine", 1.1},
+    Pair{"J3, 1001 iterations / engine + events", "window/J3 endless/analyzer", "window/J3 endless/engine", 1.1},
+    Pair{"first frame / toolkit window", "start/vorlo/manual_time", "start/toolkit/manual_time", 1.3},
+    Pair{"resident memory / toolkit window", "start/vorlo/manual_time:kB", "start/toolkit/manual_time:kB", 1.4},
+};
+
+} // namespace
+
+void RatioReporter::ReportRuns(const std::vector<Run>& runs)
+{
+    ConsoleReporter::ReportRuns(runs);
+    const auto keep = [this](const std::string& name, double value) {
+        const auto [entry, isNew] = m_best.try_emplace(name, value);
+        entry->second = std::min(entry->second, value);
+    };
+    for (const Run& run : runs) {
+        if (run.run_type != Run::RT_Iteration || run.error_occurred)
+            continue;
+        // Processor time, but for other processes, whose wall time it is.
+        const bool manual = run.run_name.time_type == "manual_time";
+        const double seconds = manual ? run.real_accumulated_time : run.cpu_accumulated_time;
+        const std::string name = run.run_name.function_name + (manual ? "/manual_time" : "");
+        keep(name, seconds / static_cast<double>(run.iterations));
+        for (const auto& [counter, value] : run.counters)
+            keep(name + ":" + counter, value.value);
+    }
+}
+
+bool RatioReporter::printRatios() const
+{
+    bool allReached = true;
+    std::printf("\n%-46s %10s %10s\n", "best of all repetitions", "ratio", "at most");
+    for (const Pair& pair : kPairs) {
+        const auto measured = m_best.find(pair.measured);
+        const auto reference = m_best.find(pair.reference);
+        if (measured == m_best.end() || reference == m_best.end())
+            continue;
+        const double ratio = measured->second / reference->second;
+        const bool missed = pair.most > 0 && ratio > pair.most;
+        allReached = allReached && !missed;
+        std::printf("%-46s %10.4f ", pair.title, ratio);
+        pair.most > 0 ? std::printf("%10.4f%s\n", pair.most, missed ? "  missed" : "") : std::printf("%10s\n", "-");
+    }
+    return allReached;
+}
+
+} // namespace bench

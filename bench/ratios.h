@@ -1,0 +1,23 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+
+namespace bench
+{
+
+/// Prints each run as it comes and keeps the best time and the counters of every benchmark for the table of ratios.
+class RatioReporter final : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& runs) override;
+    /// The pairs that belong together, with the ratio that is aimed at. False if one is missed.
+    bool printRatios() const;
+
+private:
+    std::map<std::string, double> m_best;
+};
+
+} // namespace bench
