@@ -1,0 +1,25 @@
+#include "app/blocktext.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/memorysheet.h"
+
+using fuzz::check;
+
+/// Any text pasted anywhere: the titles stay, and the whole sheet copied and pasted back stays as it is.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzz::Input input(data, size);
+    support::MemorySheet sheet;
+    const int row = input.takeUpTo(sheet.rows - 1), column = input.takeUpTo(sheet.columns - 1);
+    app::pasteBlock(sheet, row, column, input.rest());
+    for (const auto& [place, text] : sheet.texts)
+        check(place.first >= 1 && place.second >= 1 && text.find_first_of("\t\r\n") == std::string::npos);
+
+    const app::Block all{1, 1, sheet.rows - 1, sheet.columns - 1};
+    const std::string copied = app::blockText(sheet, all);
+    support::MemorySheet other;
+    app::pasteBlock(other, 1, 1, copied);
+    check(app::blockText(other, all) == copied);
+    app::emptyBlock(other, all);
+    check(app::blockText(other, all) == app::blockText(support::MemorySheet(), all));
+    return 0;
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <type_traits>
+
+/// What fuzz targets share. A target finds a fault by trapping, so its checks hold in every build type.
+namespace fuzz
+{
+
+inline void check(bool holds)
+{
+    if (!holds)
+        __builtin_trap();
+}
+
+/// Takes values off the front of an input; zeros once it is used up.
+class Input
+{
+public:
+    Input(const std::uint8_t* data, std::size_t size) : m_rest(reinterpret_cast<const char*>(data), size) {}
+
+    template <class Number>
+    Number take()
+    {
+        static_assert(std::is_arithmetic_v<Number>);
+        Number value{};
+        if (m_rest.size() < sizeof value) {
+            m_rest = {};
+            return value;
+        }
+        std::memcpy(&value, m_rest.data(), sizeof value);
+        m_rest.remove_prefix(sizeof value);
+        return value;
+    }
+
+    /// A whole number of 0..most.
+    int takeUpTo(int most) { return take<std::uint8_t>() % (most + 1); }
+
+    std::string_view rest() const { return m_rest; }
+
+private:
+    std::string_view m_rest;
+};
+
+} // namespace fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,0 +1,23 @@
+#include "app/sessiontext.h"
+#include "fuzz/fuzz.h"
+
+using fuzz::check;
+
+/// Any text read as a session: what was read is written, and comes back as it was written.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view text = fuzz::Input(data, size).rest();
+    const auto session = app::readSession(text, {});
+    check(session.has_value() == app::startsSession(text));
+    if (!session)
+        return 0;
+    check(session->rows >= app::kLeastCount && session->rows <= app::kMostCount);
+    check(session->results.ResultCursor >= 1 && session->results.ResultCursor <= app::kMaxResults);
+
+    const std::string written = app::writeSession(*session);
+    const auto again = app::readSession(written, {});
+    check(again && again->panel == session->panel && again->cells == session->cells);
+    check(again->results.ResultRowEnd == session->results.ResultRowEnd);
+    check(app::writeSession(*again) == written);
+    return 0;
+}
