@@ -138,8 +138,8 @@ void checkDecays(const decay::CellText& cell, Setup setup)
     decay::DecayProblem problem(data.samples, setup.model, setup.logMode, setup.Cp);
     const fit::Outcome outcome = checkFit(problem, setup);
     problem.statistics(outcome.parameters);
-    const auto curves = plot::evaluateFitted(
-        data.samples, [&](double t, double Q) { return problem.value(t, Q, outcome.parameters); });
+    const auto curves =
+        plot::evaluateFitted(data.samples, [&](double t, double Q) { return problem.value(t, Q, outcome.parameters); });
     support::RecordingCanvas canvas;
     plot::PlotDecayCurves(canvas, data.samples);
     checkAxes(canvas);

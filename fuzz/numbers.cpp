@@ -20,11 +20,11 @@ struct Pattern {
 
 // all patterns that the program uses
 constexpr std::array<Pattern, 19> kPatterns{{
-    {"#", 0, false},        {"##0", 0, false},      {"##0.0#", 2, false},   {"##.##", 2, false},
-    {"#.###", 3, false},    {"#.#####", 5, false},  {"0.#####", 5, false},  {"0.00000#", 6, false},
-    {"#0.###", 3, false},   {"####0.##", 2, false}, {"####0.###", 3, false}, {"####0.0##", 3, false},
-    {"####0.00#", 3, false}, {"#.###e+##", 3, true}, {"#.###e+#", 3, true},  {"#.#e+#", 1, true},
-    {"0.###e+#", 3, true},  {"0.000e+00", 3, true}, {"0.00e+00", 2, true},
+    {"#", 0, false},         {"##0", 0, false},      {"##0.0#", 2, false},    {"##.##", 2, false},
+    {"#.###", 3, false},     {"#.#####", 5, false},  {"0.#####", 5, false},   {"0.00000#", 6, false},
+    {"#0.###", 3, false},    {"####0.##", 2, false}, {"####0.###", 3, false}, {"####0.0##", 3, false},
+    {"####0.00#", 3, false}, {"#.###e+##", 3, true}, {"#.###e+#", 3, true},   {"#.#e+#", 1, true},
+    {"0.###e+#", 3, true},   {"0.000e+00", 3, true}, {"0.00e+00", 2, true},
 }};
 
 constexpr double kFifteenDigits = 1e-14; // numbers are rounded to 15 digits first
@@ -45,7 +45,8 @@ void checkFormatter(double value)
         if (!std::isfinite(read)) // rounded up beyond the largest double
             continue;
         check(near(read, value, distance + std::numeric_limits<double>::denorm_min()));
-        check(fit::formatNumber(read, pattern.text) == text);
+        if (read == 0 || std::isnormal(read)) // others cannot hold the digits of every pattern
+            check(fit::formatNumber(read, pattern.text) == text);
     }
     for (const std::string& text : {fit::signedText(value), fit::plainText(value)}) {
         const auto read = fit::strictNumber(text);

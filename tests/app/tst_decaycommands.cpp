@@ -54,7 +54,6 @@ private slots:
     void normalisesWritesBackDrawsAndLists();
     void fitsPublishedLifetimesToAStoredResult();
     void calculatesWithTypedParametersAfterAFit();
-    void runsEveryModelInBothModes();
     void refusesWhatItCannotAnalyse();
     void keepsTheNormalisedDataOfARefusedSheet();
     void stopsALongPoissonFitAtOnce();
@@ -113,31 +112,6 @@ void TestDecayCommands::calculatesWithTypedParametersAfterAFit()
     // No quenching: the second sample is listed like the reference.
     QCOMPARE(Program::cell(vorlo.program.OutputTable2, 9, 2), Program::cell(vorlo.program.OutputTable1, 9, 1));
     QCOMPARE(vorlo.result(2, 0), "");
-}
-
-void TestDecayCommands::runsEveryModelInBothModes()
-{
-    Program vorlo;
-    vorlo.type("txtK", "5");
-    vorlo.type("txtkq2", "8e6");
-    vorlo.type("txtIteration", "20");
-    vorlo.normalise();
-    for (int logMode = 0; logMode <= 1; ++logMode) {
-        for (const int model : {1, 2, 3, 4, 6, 7, 8, 10, 11, 12, 13}) {
-            vorlo.program.shared.settings.LogMode = logMode;
-            vorlo.program.shared.results.clearAll();
-            vorlo.prompter.shown.clear();
-            vorlo.choose(model);
-            vorlo.run("mnuCalcDecayCurve");
-            QCOMPARE(vorlo.prompter.shown, QStringList());
-            vorlo.analyse();
-            const app::ResultRecord& stored = vorlo.program.shared.results.ResultData[1];
-            const bool faulted = !vorlo.prompter.shown.isEmpty();
-            QCOMPARE(stored.Method, std::string(faulted ? "" : "Decay"));
-            if (!faulted)
-                QVERIFY(std::isfinite(stored.Se) && stored.Model == model);
-        }
-    }
 }
 
 void TestDecayCommands::refusesWhatItCannotAnalyse()

@@ -50,7 +50,6 @@ class TestSternVolmerCommands : public QObject
 private slots:
     void fitsPublishedDataFromSheetToStoredResult();
     void calculatesWithTypedParametersWithoutStoring();
-    void runsEveryModelInBothModes();
     void refusesIncompleteSheets_data();
     void refusesIncompleteSheets();
     void endsAnArithmeticFaultWithItsMessage_data();
@@ -99,30 +98,6 @@ void TestSternVolmerCommands::calculatesWithTypedParametersWithoutStoring()
     QCOMPARE(vorlo.report(), "Model  1\nkq2 :\t1.e+10\nExe num. :  0\nR2\t1.\nSe\t0.00\n");
     QCOMPARE(vorlo.table(6, 0), "5.e-4");
     QCOMPARE(vorlo.table(6, 1), "1.5e+0");
-}
-
-void TestSternVolmerCommands::runsEveryModelInBothModes()
-{
-    Program vorlo;
-    vorlo.startNearAcridone();
-    vorlo.type("txtkq1", "1e7");
-    vorlo.type("txtIteration", "20");
-    for (int logMode = 0; logMode <= 1; ++logMode) {
-        for (int model = 1; model <= 13; ++model) {
-            vorlo.program.shared.settings.LogMode = logMode;
-            vorlo.program.shared.results.clearAll();
-            vorlo.prompter.shown.clear();
-            vorlo.choose(model);
-            vorlo.run("mnuCalcSternVolmer");
-            QCOMPARE(vorlo.prompter.shown, QStringList());
-            vorlo.analyse();
-            const app::ResultRecord& stored = vorlo.program.shared.results.ResultData[1];
-            const bool faulted = vorlo.prompter.shown.contains(kArithmeticFault);
-            QCOMPARE(stored.Method, std::string(faulted ? "" : "SV"));
-            if (!faulted)
-                QVERIFY(std::isfinite(stored.Se) && stored.Model == model);
-        }
-    }
 }
 
 void TestSternVolmerCommands::refusesIncompleteSheets_data()
