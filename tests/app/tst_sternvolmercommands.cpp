@@ -52,8 +52,6 @@ private slots:
     void calculatesWithTypedParametersWithoutStoring();
     void refusesIncompleteSheets_data();
     void refusesIncompleteSheets();
-    void endsAnArithmeticFaultWithItsMessage_data();
-    void endsAnArithmeticFaultWithItsMessage();
     void refusesNumbersBeyondTheRange();
     void fillsEmptyFieldsOnlyWithWhatTheModelReports();
     void stopsAnEndlessFit();
@@ -133,45 +131,6 @@ void TestSternVolmerCommands::refusesIncompleteSheets()
     QVERIFY(!vorlo.program.GraphWindow2.isVisible());
 }
 
-void TestSternVolmerCommands::endsAnArithmeticFaultWithItsMessage_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("command");
-
-    QTest::newRow("zero start, so zero derivative step") << "txtK"
-                                                         << "0"
-                                                         << "mnuSternVolmerAnalysis";
-    QTest::newRow("overflowing tolerance") << "txtTolerance"
-                                           << "1e400"
-                                           << "mnuSternVolmerAnalysis";
-    QTest::newRow("division by zero in a calculation") << "txtK"
-                                                       << "0"
-                                                       << "mnuCalcSternVolmer";
-}
-
-void TestSternVolmerCommands::endsAnArithmeticFaultWithItsMessage()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, text);
-    QFETCH(QString, command);
-    Program vorlo;
-    vorlo.startNearAcridone();
-    vorlo.program.shared.settings.LogMode = 0;
-    vorlo.type(box, text);
-    vorlo.run(command.toUtf8());
-    QCOMPARE(vorlo.prompter.shown, QStringList{kArithmeticFault});
-    QCOMPARE(vorlo.result(1, 0), "");
-    QVERIFY(!vorlo.program.GraphWindow2.isVisible() && !vorlo.program.OutputTable2.isVisible());
-
-    vorlo.prompter.shown.clear();
-    vorlo.startNearAcridone();
-    vorlo.analyse();
-    QCOMPARE(vorlo.prompter.shown, QStringList());
-    QCOMPARE(vorlo.result(1, 0), "SV");
-}
-
-// Neither number meets the fit itself: the ratio to an infinite intensity is 0, and s only goes into the radius.
 void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
 {
     const QList<Column> sphereOfAction{{"0", "1", "1", "10", "", "", "", "", "10"},

@@ -1,0 +1,310 @@
+#include "app/parameterpanel.h"
+#include "tests/support/application.h"
+#include "ui/clipboard.h"
+
+#include <QAction>
+#include <QDir>
+#include <QImage>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <csignal>
+#include <functional>
+#include <sys/resource.h>
+
+namespace
+{
+
+const QList<support::Column> kSamples{{"0", "2", "0.4", "24000", "0.6", "57000", "", "", "100"},
+                                      {"0.005", "2", "0.5", "19800", "0.5", "45100", "", "", "75.1"},
+                                      {"0.02", "2", "0.6", "12500", "0.4", "28600", "", "", "42.9"}};
+const QStringList kArithmeticFault{"The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
+                                   "Please change the initial values and run again."};
+constexpr int kPatientIterations = 12; // no fit below converges sooner
+
+struct Program : support::Application {
+    Program() { refill(); }
+    void refill()
+    {
+        fill(kSamples);
+        program.shared.settings.LogMode = 1;
+        choose(2);
+        for (const auto& [box, text] : {std::pair{"txtK", "20"}, {"txtF", "0.4"}, {"txtkq1", "3e5"}, {"txtkq2", "8e5"}})
+            type(box, text);
+        type("txtTolerance", "0");
+        type("txtIteration", QString::number(kPatientIterations - 1));
+        run("mnuNormalization");
+    }
+    /// The last stored result; an empty record when there is none.
+    app::ResultRecord last()
+    {
+        const app::ResultStore& store = program.shared.results;
+        return store.ResultData[static_cast<std::size_t>(store.ResultCursor - 1)];
+    }
+    void save(const QString& path)
+    {
+        prompter.nextFile = path;
+        run("mnuSaveAs");
+    }
+    void open(const QString& path)
+    {
+        prompter.nextFile = path;
+        run("mnuOpen");
+    }
+};
+
+/// Does something once while a fit lets events run for the nth time.
+class Interruption
+{
+public:
+    Interruption(int phase, std::function<void()> action)
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this, phase, action] {
+            if (++m_phase != phase)
+                return;
+            m_timer.stop();
+            action();
+        });
+        m_timer.start();
+    }
+    bool happened() const { return !m_timer.isActive(); }
+
+private:
+    QTimer m_timer;
+    int m_phase = 0;
+};
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be opened");
+}
+
+} // namespace
+
+class TestFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void interruptedFitsReportTheirOwnOutcome_data();
+    void interruptedFitsReportTheirOwnOutcome();
+    void stopEndsAfterTheIteration_data();
+    void stopEndsAfterTheIteration();
+    void arithmeticFaultsLoseNothing_data();
+    void arithmeticFaultsLoseNothing();
+    void failedSavesLoseNothing_data();
+    void failedSavesLoseNothing();
+    void filesCutOffAnywhereOpen();
+    void pastingWithoutTextChangesNothing();
+};
+
+/// Phases and fits by commands and windows to close.
+void TestFaults::interruptedFitsReportTheirOwnOutcome_data()
+{
+    QTest::addColumn<QString>("fit");
+    QTest::addColumn<int>("phase");
+    QTest::addColumn<QString>("menuItem"); // or the title of a window
+    const Program vorlo;
+    QStringList actions;
+    for (const QAction* action : vorlo.program.MainWindow.findChildren<QAction*>(QRegularExpression("^mnu")))
+        actions << action->objectName();
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        if (window->windowType() == Qt::Window)
+            actions << window->windowTitle();
+    QVERIFY(actions.size() > 20);
+    for (const char* fit : {"mnuSternVolmerAnalysis", "mnuDecayCurveAnalysis"})
+        for (const int phase : {1, 2, kPatientIterations})
+            for (const QString& action : actions)
+                QTest::addRow("%s in iteration %d of %s", qPrintable(action), phase, fit) << fit << phase << action;
+}
+
+void TestFaults::interruptedFitsReportTheirOwnOutcome()
+{
+    QFETCH(const QString, fit);
+    QFETCH(const int, phase);
+    QFETCH(const QString, menuItem);
+    QTemporaryDir folder;
+    const QString session = folder.filePath("session.vrl");
+
+    Program vorlo;
+    vorlo.save(session);
+    vorlo.run(qPrintable(fit));
+    const app::ResultRecord undisturbed = vorlo.last();
+    QCOMPARE(undisturbed.Error, "not satisfied");
+    vorlo.run("mnuNormalization");
+
+    QSignalSpy ended(&vorlo.program, &app::VorloMain::ended);
+    const Interruption interruption(phase, [&] {
+        vorlo.prompter.nextFile = session;
+        if (menuItem.startsWith("mnu"))
+            return vorlo.run(qPrintable(menuItem));
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->windowTitle() == menuItem)
+                window->close();
+    });
+    vorlo.run(qPrintable(fit));
+    QVERIFY(interruption.happened());
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.last(), undisturbed);
+    if (ended.count() > 0) {
+        QCOMPARE(vorlo.result(2, 0), "");
+        for (const QWidget* window : QApplication::topLevelWidgets())
+            QVERIFY2(!window->isVisible(), qPrintable(window->windowTitle()));
+        return;
+    }
+    vorlo.refill();
+    vorlo.run(qPrintable(fit));
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.last(), undisturbed);
+}
+
+void TestFaults::stopEndsAfterTheIteration_data()
+{
+    QTest::addColumn<QString>("fit");
+    QTest::addColumn<int>("phase");
+    for (const char* fit : {"mnuSternVolmerAnalysis", "mnuDecayCurveAnalysis"})
+        for (const int phase : {1, 2, 5})
+            QTest::addRow("iteration %d of %s", phase, fit) << fit << phase;
+}
+
+void TestFaults::stopEndsAfterTheIteration()
+{
+    QFETCH(const QString, fit);
+    QFETCH(const int, phase);
+    Program vorlo;
+    analysis::AnalyzerWindow& analyzer = fit.contains("Decay")
+                                             ? static_cast<analysis::AnalyzerWindow&>(vorlo.program.DecayAnalyzer)
+                                             : vorlo.program.SVAnalyzer;
+    const Interruption interruption(phase, [&] { analyzer.findChild<QPushButton*>("cmdSTOP")->click(); });
+    vorlo.run(qPrintable(fit));
+    QVERIFY(vorlo.reportOf(analyzer).contains(QString("Exe num. :  %1\n").arg(phase)));
+    QCOMPARE(vorlo.last().Error, "OK");
+}
+
+/// Models by commands and modes, every enabled box beyond what a double holds or, for a derivative step of 0, zero.
+void TestFaults::arithmeticFaultsLoseNothing_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<int>("model");
+    QTest::addColumn<int>("logMode");
+    QTest::addColumn<QString>("text");
+    const auto add = [](const char* command, int model, int logMode, const char* text) {
+        QTest::addRow("%s, model %d, mode %d, %s", command, model, logMode, text)
+            << command << model << logMode << text;
+    };
+    for (int model = 1; model <= app::kModelCount; ++model) {
+        add("mnuSternVolmerAnalysis", model, 0, "0");
+        if (model >= 2 && model <= 5) // the complex of K = 0 has no free quencher
+            add("mnuCalcSternVolmer", model, 0, "0");
+        for (const int logMode : {0, 1}) {
+            for (const char* command : {"mnuSternVolmerAnalysis", "mnuCalcSternVolmer"})
+                add(command, model, logMode, "1e400");
+            if (app::modelRow(model).hasDecayLaw)
+                for (const char* command : {"mnuDecayCurveAnalysis", "mnuCalcDecayCurve"})
+                    add(command, model, logMode, "1e400");
+        }
+    }
+}
+
+void TestFaults::arithmeticFaultsLoseNothing()
+{
+    QFETCH(const QString, command);
+    QFETCH(const int, model);
+    QFETCH(const int, logMode);
+    QFETCH(const QString, text);
+    Program vorlo;
+    vorlo.choose(model);
+    vorlo.program.shared.settings.LogMode = logMode;
+    for (const char* box : {"txtK", "txtF", "txtkq1", "txtkq2"})
+        if (vorlo.control<QLineEdit>(box).isEnabled())
+            vorlo.type(box, text);
+    vorlo.run(qPrintable(command));
+    QCOMPARE(vorlo.prompter.shown, kArithmeticFault);
+    QCOMPARE(vorlo.last(), app::ResultRecord());
+    QVERIFY(!vorlo.program.GraphWindow2.isVisible() && !vorlo.program.OutputTable2.isVisible());
+
+    vorlo.refill();
+    vorlo.run(qPrintable(command));
+    QCOMPARE(vorlo.prompter.shown, kArithmeticFault);
+    QVERIFY(vorlo.program.GraphWindow2.isVisible() && vorlo.program.OutputTable2.isVisible());
+}
+
+void TestFaults::failedSavesLoseNothing_data()
+{
+    QTest::addColumn<QString>("fault");
+    for (const char* fault : {"disk full", "folder gone", "no permission"})
+        QTest::newRow(fault) << fault;
+}
+
+void TestFaults::failedSavesLoseNothing()
+{
+    QFETCH(const QString, fault);
+    QTemporaryDir folder;
+    const QString path = folder.filePath("session.vrl");
+    Program vorlo;
+    vorlo.save(path);
+    const QByteArray before = contents(path);
+
+    QString target = path;
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    if (fault == "disk full") { // a disk with room for 100 bytes
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{100, limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    } else if (fault == "folder gone") {
+        target = folder.filePath("gone/session.vrl");
+    } else {
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+        if (QFileInfo(folder.path()).isWritable()) // the superuser may write anywhere but there
+            target = "/proc/session.vrl";
+    }
+    vorlo.type("txtK", "77");
+    vorlo.save(target);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QVERIFY(vorlo.prompter.shown[0].startsWith(target + " cannot be saved:\r\n"));
+    QCOMPARE(contents(path), before);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("session.vrl"));
+
+    vorlo.save(path);
+    QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QVERIFY(contents(path).contains("K=77\r\n"));
+}
+
+void TestFaults::filesCutOffAnywhereOpen()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("session.vrl");
+    Program vorlo;
+    vorlo.run("mnuSternVolmerAnalysis");
+    vorlo.save(path);
+    const QByteArray whole = contents(path);
+    QFile file(path);
+    for (qint64 size = whole.size() - 1; size >= 0; --size) {
+        QVERIFY(file.resize(size));
+        vorlo.prompter.shown.clear();
+        vorlo.open(path);
+        const bool recognised = size >= QByteArray("Vorlo File").size();
+        QCOMPARE(vorlo.prompter.shown, recognised ? QStringList() : QStringList("This file type is not recognized."));
+    }
+    QCOMPARE(vorlo.program.shared.results.ResultRowEnd, 1);
+}
+
+void TestFaults::pastingWithoutTextChangesNothing()
+{
+    Program vorlo;
+    const std::string before = vorlo.program.MainWindow.sheet().cell(1, 1);
+    ui::copyImage(QImage(3, 3, QImage::Format_RGB32));
+    vorlo.run("mnuPaste");
+    QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 1), before);
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+}
+
+QTEST_MAIN(TestFaults)
+#include "tst_faults.moc"
