@@ -3,6 +3,7 @@
 #include <array>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace decay
 {
@@ -36,7 +37,8 @@ struct SampleRecord {
 
 /// All samples, slots 1..SampleCount; slot 1 is the quencher-free reference, slot 0 is never filled.
 struct SampleTable {
-    std::array<SampleRecord, kMaxSamples + 1> SampleData{};
+    /// Always kMaxSamples + 1 records; on the heap, because every command that waits for another one holds a table.
+    std::vector<SampleRecord> SampleData = std::vector<SampleRecord>(kMaxSamples + 1);
     int SampleCount = 0;
     double FitRegionLevel = 0; // fraction of the initial intensity
     double TimeMax = 0;        // end of the time grid, s

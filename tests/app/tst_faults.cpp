@@ -92,6 +92,7 @@ class TestFaults : public QObject
 private slots:
     void interruptedFitsReportTheirOwnOutcome_data();
     void interruptedFitsReportTheirOwnOutcome();
+    void manyNestedRunsEnd();
     void stopEndsAfterTheIteration_data();
     void stopEndsAfterTheIteration();
     void arithmeticFaultsLoseNothing_data();
@@ -160,6 +161,22 @@ void TestFaults::interruptedFitsReportTheirOwnOutcome()
     vorlo.run(qPrintable(fit));
     QCOMPARE(vorlo.prompter.shown, QStringList());
     QCOMPARE(vorlo.last(), undisturbed);
+}
+
+void TestFaults::manyNestedRunsEnd()
+{
+    constexpr int kRuns = 60; // more than a person has patience for
+    Program vorlo;
+    int started = 0;
+    const std::function<void()> start = [&] {
+        if (++started < kRuns)
+            QMetaObject::invokeMethod(&vorlo.program, start, Qt::QueuedConnection);
+        vorlo.run("mnuSternVolmerAnalysis");
+    };
+    start();
+    QCOMPARE(started, kRuns);
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QCOMPARE(vorlo.program.shared.results.ResultRowEnd, app::kMaxResults + 1);
 }
 
 void TestFaults::stopEndsAfterTheIteration_data()
