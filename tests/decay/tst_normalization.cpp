@@ -50,15 +50,11 @@ class TestNormalization : public QObject
     Q_OBJECT
 private slots:
     void readsSamplesInOrder();
-    void knowsIncompleteSheets_data();
     void knowsIncompleteSheets();
-    void readsTwentySamplesAtMost();
     void normalisesAmplitudesOnly();
-    void findsTheTimeOfTheLevel();
-    void stopsTheSearchByItsRules();
+    void searchesTheTimeOfTheLevelByItsRules();
     void laysOneGridOverAllSamples();
     void endsTheFitAtTheSamplesOwnTime();
-    void survivesAnyRegion_data();
     void survivesAnyRegion();
 };
 
@@ -82,38 +78,27 @@ void TestNormalization::readsSamplesInOrder()
     QVERIFY(readDecayData(cellsOf(three), 1e-3, 12).usable());
 }
 
-void TestNormalization::knowsIncompleteSheets_data()
-{
-    QTest::addColumn<QStringList>("column"); // after a complete one
-    QTest::newRow("no component count") << QStringList{"1e-3", "", "1", "5"};
-    QTest::newRow("four components") << QStringList{"1e-3", "4", "1", "5", "1", "5", "1", "5"};
-    QTest::newRow("huge component count") << QStringList{"1e-3", "1e300", "1", "5"};
-    QTest::newRow("negative component count") << QStringList{"1e-3", "-1", "1", "5"};
-    QTest::newRow("no amplitude") << QStringList{"1e-3", "1", "", "5"};
-    QTest::newRow("zero lifetime") << QStringList{"1e-3", "1", "1", "0"};
-    QTest::newRow("second component missing") << QStringList{"1e-3", "2", "1", "5"};
-    QTest::newRow("amplitudes cancel") << QStringList{"1e-3", "2", "1", "5", "-1", "7"};
-    QTest::newRow("amplitude beyond all numbers") << QStringList{"1e-3", "1", "1e400", "5"};
-}
-
 void TestNormalization::knowsIncompleteSheets()
 {
-    QFETCH(QStringList, column);
-    TypedSheet sheet{{"0", "1", "1", "5"}, {}, {"2e-3", "1", "1", "4"}};
-    for (const QString& text : column)
-        sheet[1].push_back(text.toStdString());
-    const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
-    QVERIFY(!data.complete);
-    QCOMPARE(data.samples.SampleCount, 3); // reading goes on
+    using Column = std::vector<std::string>;
+    const std::pair<const char*, Column> cases[]{{"no component count", {"1e-3", "", "1", "5"}},
+                                                 {"four components", {"1e-3", "4", "1", "5", "1", "5", "1", "5"}},
+                                                 {"huge component count", {"1e-3", "1e300", "1", "5"}},
+                                                 {"negative component count", {"1e-3", "-1", "1", "5"}},
+                                                 {"no amplitude", {"1e-3", "1", "", "5"}},
+                                                 {"zero lifetime", {"1e-3", "1", "1", "0"}},
+                                                 {"second component missing", {"1e-3", "2", "1", "5"}},
+                                                 {"amplitudes cancel", {"1e-3", "2", "1", "5", "-1", "7"}},
+                                                 {"amplitude beyond all numbers", {"1e-3", "1", "1e400", "5"}}};
+    for (const auto& [what, column] : cases) {
+        const TypedSheet sheet{{"0", "1", "1", "5"}, column, {"2e-3", "1", "1", "4"}};
+        const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
+        QVERIFY2(!data.complete && data.samples.SampleCount == 3, what); // reading goes on
+    }
     QVERIFY(!readDecayData(cellsOf({}), 1e-3, 1).complete);
-}
-
-void TestNormalization::readsTwentySamplesAtMost()
-{
-    const TypedSheet sheet(25, {"1e-3", "1", "1", "5"});
-    const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
-    QVERIFY(data.complete);
-    QCOMPARE(data.samples.SampleCount, 20);
+    const TypedSheet tooMany(25, {"1e-3", "1", "1", "5"});
+    const DecayData data = readDecayData(cellsOf(tooMany), 1e-3, 1);
+    QVERIFY(data.complete && data.samples.SampleCount == 20);
 }
 
 void TestNormalization::normalisesAmplitudesOnly()
@@ -125,7 +110,7 @@ void TestNormalization::normalisesAmplitudesOnly()
     QCOMPARE(table.SampleData[1].Tau[3], 7 / 1e9);
 }
 
-void TestNormalization::findsTheTimeOfTheLevel()
+void TestNormalization::searchesTheTimeOfTheLevelByItsRules()
 {
     for (double tau : {1e-6, 1e-5, 1e-3, 0.05})
         QVERIFY(std::abs(endTime(tau, 1e-3) - tau * std::log(1e3)) <= kBisection + tau * kBisection / 1e-3);
@@ -133,15 +118,10 @@ void TestNormalization::findsTheTimeOfTheLevel()
     bool found = false;
     QCOMPARE(FindDecayTime(0, 1.0, std::exp(-5.0), kBisection, exponential(0.1), 1, found), 0.5);
     QVERIFY(found);
-}
-
-void TestNormalization::stopsTheSearchByItsRules()
-{
     // A level that is never met pushes the search against the end of its range: 24 halvings of one second.
     QCOMPARE(endTime(10.0, 1e-3), 1.0 - std::pow(2.0, -24));
     // Far below the tolerance of time the answer is the middle of the first interval.
     QCOMPARE(endTime(1e-12, 1e-3), std::pow(2.0, -24));
-    bool found = true;
     QCOMPARE(FindDecayTime(0, 1.0, 1e-3, kBisection, exponential(1e-6), 3, found), 0.125);
     QVERIFY(!found);
 }
@@ -178,26 +158,18 @@ void TestNormalization::endsTheFitAtTheSamplesOwnTime()
     QCOMPARE(table.SampleData[1].LastFitIndex, 42);
 }
 
-void TestNormalization::survivesAnyRegion_data()
-{
-    QTest::addColumn<double>("level");
-    QTest::addColumn<double>("tau");
-    for (double level : {0.0, -1.0, 1.0, 5.0, 1e-300, kInfinity, -kInfinity, kNaN})
-        for (double tau : {1e-9, 1e-320, 1e300, -1e-9, kInfinity})
-            QTest::addRow("level %g tau %g", level, tau) << level << tau;
-}
-
 void TestNormalization::survivesAnyRegion()
 {
-    QFETCH(double, level);
-    QFETCH(double, tau);
-    SampleTable table = tableOf({tau, 5e-9}, level);
-    BuildDecayCurves(table, kFitRegionOwn);
-    QVERIFY(table.TimeMax > 0 && table.TimeMax <= 1.0);
-    for (std::size_t s : {1u, 2u}) {
-        QVERIFY(table.SampleData[s].LastFitIndex >= 1 && table.SampleData[s].LastFitIndex <= 50);
-        QVERIFY(std::ranges::all_of(table.SampleData[s].T, [](double t) { return t >= 0 && t <= 1.0; }));
-    }
+    for (double level : {0.0, -1.0, 1.0, 5.0, 1e-300, kInfinity, -kInfinity, kNaN})
+        for (double tau : {1e-9, 1e-320, 1e300, -1e-9, kInfinity}) {
+            SampleTable table = tableOf({tau, 5e-9}, level);
+            BuildDecayCurves(table, kFitRegionOwn);
+            QVERIFY(table.TimeMax > 0 && table.TimeMax <= 1.0);
+            for (std::size_t s : {1u, 2u}) {
+                QVERIFY(table.SampleData[s].LastFitIndex >= 1 && table.SampleData[s].LastFitIndex <= 50);
+                QVERIFY(std::ranges::all_of(table.SampleData[s].T, [](double t) { return t >= 0 && t <= 1.0; }));
+            }
+        }
 }
 
 QTEST_APPLESS_MAIN(TestNormalization)

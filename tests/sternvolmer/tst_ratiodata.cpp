@@ -25,10 +25,8 @@ class TestRatioData : public QObject
     Q_OBJECT
 private slots:
     void givesRatiosAndTheMeanLifetime();
-    void wantsTheReferenceFirst();
-    void stopsAtAMissingIntensity();
+    void needsTheReferenceFirstAndAllIntensities();
     void needsComponentsOfTheReferenceOnly();
-    void readsTwentySamplesAtMost();
 };
 
 void TestRatioData::givesRatiosAndTheMeanLifetime()
@@ -50,24 +48,20 @@ void TestRatioData::givesRatiosAndTheMeanLifetime()
     QCOMPARE(rising.Ymax, 1.0);
 }
 
-void TestRatioData::wantsTheReferenceFirst()
+void TestRatioData::needsTheReferenceFirstAndAllIntensities()
 {
-    const TypedSheet sheet{intensityOnly("1e-3", "80"), kReference};
-    const RatioData data = readSternVolmerData(cellsOf(sheet));
-    QVERIFY(!data.complete && !data.referenceFirst);
-    QCOMPARE(data.samples.SampleCount, 0);
+    const RatioData other = readSternVolmerData(cellsOf({intensityOnly("1e-3", "80"), kReference}));
+    QVERIFY(!other.complete && !other.referenceFirst && other.samples.SampleCount == 0);
     const RatioData empty = readSternVolmerData(cellsOf({}));
     QVERIFY(!empty.complete && empty.referenceFirst);
-}
-
-void TestRatioData::stopsAtAMissingIntensity()
-{
     for (const char* phi : {"", "0", "-5", "dark"}) {
         const TypedSheet sheet{kReference, intensityOnly("1e-3", phi), intensityOnly("2e-3", "60")};
         const RatioData data = readSternVolmerData(cellsOf(sheet));
-        QVERIFY(!data.complete);
-        QCOMPARE(data.samples.SampleCount, 1);
+        QVERIFY2(!data.complete && data.samples.SampleCount == 1, phi);
     }
+    TypedSheet tooMany(25, intensityOnly("1e-3", "80"));
+    tooMany[0] = kReference;
+    QCOMPARE(readSternVolmerData(cellsOf(tooMany)).samples.SampleCount, 20);
 }
 
 void TestRatioData::needsComponentsOfTheReferenceOnly()
@@ -81,13 +75,6 @@ void TestRatioData::needsComponentsOfTheReferenceOnly()
     QVERIFY(completeWith(kReference, {"1e-3", "1", "1", "3", "", "", "", "", "80"}));
     QVERIFY(!completeWith(kReference, {"1e-3", "1", "1", "", "", "", "", "", "80"}));
     QVERIFY(!completeWith(kReference, {"1e-3", "4", "1", "3", "", "", "", "", "80"}));
-}
-
-void TestRatioData::readsTwentySamplesAtMost()
-{
-    TypedSheet sheet(25, intensityOnly("1e-3", "80"));
-    sheet[0] = kReference;
-    QCOMPARE(readSternVolmerData(cellsOf(sheet)).samples.SampleCount, 20);
 }
 
 QTEST_APPLESS_MAIN(TestRatioData)
