@@ -1,7 +1,7 @@
 #include "app/mainwindow.h"
 #include "app/sharedstate.h"
 #include "fit/gaussnewton.h"
-#include "ui/grid.h"
+#include "tests/support/datarows.h"
 #include "ui/twips.h"
 
 #include <QAbstractButton>
@@ -13,7 +13,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -23,19 +22,25 @@ class TestMainWindow : public QObject
 
 private slots:
     void init();
-    void menus_data();
     void menus();
     void mnemonicsDoNotClash();
     void fitsItsPrescribedSize();
-    void everyBoxHasALabel();
-    void typingInTheSheetNeedsNormalizationAgain();
     void editKeysStayInATextBox();
-    void calculationKeysWorkFromATextBox();
-    void f1AsksForHelp();
-    void decayAnalysisCanBeDisabled();
+    void calculationAndHelpKeysWorkFromEverywhere();
     void closingStopsRunsAndAnnouncesIt();
 
 private:
+    static bool mnemonicsDiffer(const QStringList& captions)
+    {
+        QList<QKeySequence> taken;
+        for (const QString& caption : captions)
+            if (const QKeySequence mnemonic = QKeySequence::mnemonic(caption); !mnemonic.isEmpty()) {
+                if (taken.contains(mnemonic))
+                    return false;
+                taken << mnemonic;
+            }
+        return true;
+    }
     QAction& action(const char* name) { return *m_window->findChild<QAction*>(name); }
     void showActive();
 
@@ -56,60 +61,36 @@ void TestMainWindow::showActive()
     QTRY_VERIFY(m_window->isActiveWindow());
 }
 
-void TestMainWindow::menus_data()
-{
-    QTest::addColumn<int>("menu");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QStringList>("items"); // caption, control, shortcut
-    QTest::newRow("File") << 0 << "File"
-                          << QStringList{"New mnuNew Ctrl+N", "Open mnuOpen Ctrl+O", "Save as mnuSaveAs Ctrl+S",
-                                         "Quit mnuQuit "};
-    QTest::newRow("Edit") << 1 << "Edit"
-                          << QStringList{"Cut mnuCut Ctrl+X", "Copy mnuCopy Ctrl+C", "Paste mnuPaste Ctrl+V"};
-    QTest::newRow("Calc") << 2 << "Calc"
-                          << QStringList{"Normalization mnuNormalization ",
-                                         "Decay Curve Analysis mnuDecayCurveAnalysis ",
-                                         "Calc Decay Curve with input param. mnuCalcDecayCurve Ctrl+D",
-                                         "Stern-Volmer Analysis mnuSternVolmerAnalysis ",
-                                         "Calc Stern-Volmer with Input param. mnuCalcSternVolmer Ctrl+T"};
-    QTest::newRow("Settings") << 3 << "Settings" << QStringList{"Set Parameters mnuSetParameters "};
-    QTest::newRow("Help") << 4 << "Help" << QStringList{"Help mnuHelpItem0 ", "About Vorlo mnuHelpItem1 "};
-}
-
 void TestMainWindow::menus()
 {
-    QFETCH(int, menu);
-    QCOMPARE(m_window->menuBar()->actions().size(), 5);
-    const QAction* shown = m_window->menuBar()->actions().at(menu);
-    QTEST(shown->text().remove('&'), "title");
-    QStringList items;
-    for (const QAction* item : shown->menu()->actions())
-        items << item->text().remove('&') + ' ' + item->objectName() + ' ' + item->shortcut().toString();
-    QTEST(items, "items");
+    QString shown;
+    for (const QAction* menu : m_window->menuBar()->actions())
+        for (const QAction* item : menu->menu()->actions())
+            shown += QStringList{menu->text().remove('&'), item->text().remove('&'), item->objectName(),
+                                 item->shortcut().toString()}
+                         .join('\t') +
+                     '\n';
+    QString expected;
+    for (const QStringList& row : support::dataRows("menus.txt"))
+        expected += row.join('\t') + '\n';
+    QCOMPARE(shown, expected);
 }
 
 void TestMainWindow::mnemonicsDoNotClash()
 {
-    QStringList window; // Alt and a letter reach these from everywhere
+    QStringList everywhere; // Alt and a letter reach these
     for (const QAction* menu : m_window->menuBar()->actions()) {
-        window << menu->text();
-        QSet<QKeySequence> inMenu;
+        everywhere << menu->text();
+        QStringList items;
         for (const QAction* item : menu->menu()->actions())
-            inMenu << QKeySequence::mnemonic(item->text());
-        QVERIFY2(!inMenu.contains(QKeySequence()), qPrintable(menu->text()));
-        QCOMPARE(inMenu.size(), menu->menu()->actions().size());
+            items << item->text();
+        QVERIFY2(mnemonicsDiffer(items) && items.filter('&').size() == items.size(), qPrintable(menu->text()));
     }
     for (const auto* button : m_window->findChildren<QAbstractButton*>())
-        window << button->text();
+        everywhere << button->text();
     for (const auto* label : m_window->findChildren<QLabel*>())
-        window << label->text();
-    QSet<QKeySequence> taken;
-    for (const QString& text : window) {
-        const QKeySequence mnemonic = QKeySequence::mnemonic(text);
-        QVERIFY2(!taken.contains(mnemonic), qPrintable(text));
-        if (!mnemonic.isEmpty())
-            taken << mnemonic;
-    }
+        everywhere << label->text();
+    QVERIFY2(mnemonicsDiffer(everywhere), qPrintable(everywhere.join(' ')));
 }
 
 void TestMainWindow::fitsItsPrescribedSize()
@@ -136,24 +117,6 @@ void TestMainWindow::fitsItsPrescribedSize()
                          !other->geometry().intersects(control->geometry()),
                      qPrintable(control->objectName() + " over " + other->objectName()));
     }
-}
-
-void TestMainWindow::everyBoxHasALabel()
-{
-    QList<QWidget*> labelled;
-    for (const auto* label : m_window->findChildren<QLabel*>())
-        labelled << label->buddy();
-    for (auto* box : m_window->findChildren<QLineEdit*>())
-        QVERIFY2(labelled.contains(box) || !box->accessibleName().isEmpty(), qPrintable(box->objectName()));
-    for (auto* grid : m_window->findChildren<ui::Grid*>())
-        QVERIFY2(labelled.contains(grid) || !grid->accessibleName().isEmpty(), qPrintable(grid->objectName()));
-}
-
-void TestMainWindow::typingInTheSheetNeedsNormalizationAgain()
-{
-    m_shared.DataNormalized = true;
-    QTest::keyClick(m_window->findChild<QLineEdit*>("txtEdit"), '1');
-    QVERIFY(!m_shared.DataNormalized);
 }
 
 void TestMainWindow::editKeysStayInATextBox()
@@ -183,39 +146,24 @@ void TestMainWindow::editKeysStayInATextBox()
     QCOMPARE(cut.count(), 1);
 }
 
-void TestMainWindow::calculationKeysWorkFromATextBox()
+void TestMainWindow::calculationAndHelpKeysWorkFromEverywhere()
 {
     showActive();
-    QSignalSpy chosen(m_window.get(), &app::frmVorloMain::calcDecayCurveChosen);
+    const QSignalSpy calculate(m_window.get(), &app::frmVorloMain::calcDecayCurveChosen);
     auto* box = m_window->findChild<QLineEdit*>("txtkq2");
     box->setFocus();
     box->setCursorPosition(0);
     QTest::keyClick(box, Qt::Key_D, Qt::ControlModifier);
-    QCOMPARE(chosen.count(), 1);
+    QCOMPARE(calculate.count(), 1);
     QCOMPARE(box->text(), QString("1e+6"));
-}
 
-void TestMainWindow::f1AsksForHelp()
-{
-    showActive();
-    const QSignalSpy chosen(m_window.get(), &app::frmVorloMain::helpChosen);
+    const QSignalSpy help(m_window.get(), &app::frmVorloMain::helpChosen);
     QWidget other; // plots, tables and analyzers are windows of their own
     other.show();
     other.activateWindow();
     QTRY_VERIFY(other.isActiveWindow());
     QTest::keyClick(&other, Qt::Key_F1);
-    QCOMPARE(chosen.count(), 1);
-}
-
-void TestMainWindow::decayAnalysisCanBeDisabled()
-{
-    QSignalSpy chosen(m_window.get(), &app::frmVorloMain::decayCurveAnalysisChosen);
-    m_window->setDecayAnalysisEnabled(false);
-    action("mnuDecayCurveAnalysis").trigger();
-    QCOMPARE(chosen.count(), 0);
-    m_window->setDecayAnalysisEnabled(true);
-    action("mnuDecayCurveAnalysis").trigger();
-    QCOMPARE(chosen.count(), 1);
+    QCOMPARE(help.count(), 1);
 }
 
 void TestMainWindow::closingStopsRunsAndAnnouncesIt()

@@ -14,15 +14,12 @@ class TestParameterPanel : public QObject
 private slots:
     void init();
     void startsWithItsDefaults();
-    void modelRulesBoxes_data();
     void modelRulesBoxes();
     void explainsModelsAndParameters();
-    void ignoresModelsThatDoNotExist();
     void arrowKeysWalkThroughTheModels();
     void allLeavesTheFitRegionMode();
     void changedFitRegionNeedsNormalizationAgain();
     void showsAState();
-    void restoresResults_data();
     void restoresResults();
 
 private:
@@ -41,17 +38,10 @@ void TestParameterPanel::init()
 
 void TestParameterPanel::startsWithItsDefaults()
 {
-    const QList<QPair<QString, QString>> defaults{{"txtkq1", "1e+7"},
-                                                  {"txtkq2", "1e+6"},
-                                                  {"txtK", "50"},
-                                                  {"txtF", "0.5"},
-                                                  {"txtS", "0.82"},
-                                                  {"txtConcProbe", "50e-6"},
-                                                  {"txtTolerance", "0.0001"},
-                                                  {"txtIteration", "100"},
-                                                  {"txtFitRegion", "1e-3"}};
-    for (const auto& [name, text] : defaults)
-        QCOMPARE(box(name).text(), text);
+    QStringList texts;
+    for (const QString name : {"kq1", "kq2", "K", "F", "S", "ConcProbe", "Tolerance", "Iteration", "FitRegion"})
+        texts << box("txt" + name).text();
+    QCOMPARE(texts.join(' '), "1e+7 1e+6 50 0.5 0.82 50e-6 0.0001 100 1e-3");
     QVERIFY(option("opnModel1").isChecked());
     QVERIFY(option("opnFitRegion0").isChecked());
     QCOMPARE(m_shared.FitRegionMode, 2);
@@ -60,31 +50,24 @@ void TestParameterPanel::startsWithItsDefaults()
         QVERIFY2(qobject_cast<QLineEdit*>(label->buddy()), qPrintable(label->objectName()));
 }
 
-void TestParameterPanel::modelRulesBoxes_data()
-{
-    QTest::addColumn<int>("model");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("enabled");
-    const QString perSecond = "kq1/s-1";
-    const QString perMolarSecond = "kq1/M-1s-1";
-    const QStringList enabled{"kq2",   "kq1 kq2 K", "kq2 K",     "kq1 K", "K",         "kq1 kq2 K", "kq2 K",
-                              "kq1 K", "K",         "kq1 kq2 K", "kq1 K", "kq1 kq2 F", "kq1 F"};
-    for (int model = 1; model <= enabled.size(); ++model)
-        QTest::addRow("model %d", model) << model << (model >= 12 ? perMolarSecond : perSecond) << enabled[model - 1];
-}
-
 void TestParameterPanel::modelRulesBoxes()
 {
-    QFETCH(int, model);
-    option("opnModel12").click();
-    option(QString("opnModel%1").arg(model)).click();
-    QCOMPARE(m_panel->panelState().Model, model);
-    QTEST(m_panel->findChild<QLabel*>("lblkq1")->text(), "caption");
-    QStringList enabled;
-    for (const QString name : {"kq1", "kq2", "K", "F"})
-        if (box("txt" + name).isEnabled())
-            enabled << name;
-    QTEST(enabled.join(' '), "enabled");
+    const QStringList enabledOf{"kq2",   "kq1 kq2 K", "kq2 K",     "kq1 K", "K",         "kq1 kq2 K", "kq2 K",
+                                "kq1 K", "K",         "kq1 kq2 K", "kq1 K", "kq1 kq2 F", "kq1 F"};
+    for (int model = 1; model <= enabledOf.size(); ++model) {
+        option(QString("opnModel%1").arg(model)).click();
+        QCOMPARE(m_panel->panelState().Model, model);
+        QCOMPARE(m_panel->findChild<QLabel*>("lblkq1")->text(), model >= 12 ? "kq1/M-1s-1" : "kq1/s-1");
+        QStringList enabled;
+        for (const QString name : {"kq1", "kq2", "K", "F"})
+            if (box("txt" + name).isEnabled())
+                enabled << name;
+        QCOMPARE(enabled.join(' '), enabledOf[model - 1]);
+    }
+    for (const int none : {0, 14, -1})
+        m_panel->chooseModel(none);
+    QCOMPARE(m_panel->panelState().Model, 13);
+    QVERIFY(box("txtF").isEnabled());
 }
 
 void TestParameterPanel::explainsModelsAndParameters()
@@ -98,15 +81,6 @@ void TestParameterPanel::explainsModelsAndParameters()
     QVERIFY(box("txtkq1").toolTip().endsWith("first site [M⁻¹s⁻¹]"));
     for (const auto* edit : m_panel->findChildren<QLineEdit*>())
         QVERIFY2(!edit->toolTip().isEmpty(), qPrintable(edit->objectName()));
-}
-
-void TestParameterPanel::ignoresModelsThatDoNotExist()
-{
-    m_panel->chooseModel(12);
-    for (const int model : {0, 14, -1})
-        m_panel->chooseModel(model);
-    QCOMPARE(m_panel->panelState().Model, 12);
-    QVERIFY(box("txtF").isEnabled());
 }
 
 void TestParameterPanel::arrowKeysWalkThroughTheModels()
@@ -164,27 +138,20 @@ void TestParameterPanel::showsAState()
     QVERIFY(!box("txtkq2").isEnabled());
 }
 
-void TestParameterPanel::restoresResults_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<QStringList>("boxes"); // kq1, kq2, K, F
-    QTest::newRow("dynamic") << " 1" << QStringList{"1e+7", "c4", "50", "0.5"};
-    QTest::newRow("one step") << " 2" << QStringList{"c3", "c4", "c2", "0.5"};
-    QTest::newRow("kq2 never restored") << " 3" << QStringList{"1e+7", "1e+6", "c2", "0.5"};
-    QTest::newRow("association only") << " 5" << QStringList{"1e+7", "1e+6", "c2", "0.5"};
-    QTest::newRow("multi-step") << " 7" << QStringList{"1e+7", "c4", "c2", "0.5"};
-    QTest::newRow("two sites") << " 12" << QStringList{"c4", "c5", "50", "c2"};
-    QTest::newRow("one of two sites") << " 13" << QStringList{"c4", "1e+6", "50", "c2"};
-    QTest::newRow("unused row") << "" << QStringList{"1e+7", "1e+6", "50", "0.5"};
-    QTest::newRow("titles") << "Model" << QStringList{"1e+7", "1e+6", "50", "0.5"};
-}
-
 void TestParameterPanel::restoresResults()
 {
-    QFETCH(QString, model);
-    m_panel->restore({"SV", model, "c2", "c3", "c4", "c5", "c6", "OK", "c8"});
-    QTEST((QStringList{box("txtkq1").text(), box("txtkq2").text(), box("txtK").text(), box("txtF").text()}), "boxes");
-    QCOMPARE(m_panel->panelState().Model, std::max(1, model.toInt()));
+    const std::pair<QString, QString> cases[]{
+        // model column of the row; then kq1, kq2, K, F
+        {" 1", "1e+7 c4 50 0.5"},   {" 2", "c3 c4 c2 0.5"},   {" 3", "1e+7 1e+6 c2 0.5"}, // its kq2 is never restored
+        {" 5", "1e+7 1e+6 c2 0.5"}, {" 7", "1e+7 c4 c2 0.5"}, {" 12", "c4 c5 50 c2"},
+        {" 13", "c4 1e+6 50 c2"},   {"", "1e+7 1e+6 50 0.5"}, {"Model", "1e+7 1e+6 50 0.5"}};
+    for (const auto& [model, boxes] : cases) {
+        init();
+        m_panel->restore({"SV", model, "c2", "c3", "c4", "c5", "c6", "OK", "c8"});
+        const QStringList shown{box("txtkq1").text(), box("txtkq2").text(), box("txtK").text(), box("txtF").text()};
+        QCOMPARE(shown.join(' '), boxes);
+        QCOMPARE(m_panel->panelState().Model, std::max(1, model.toInt()));
+    }
 }
 
 QTEST_MAIN(TestParameterPanel)

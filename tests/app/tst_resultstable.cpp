@@ -35,17 +35,15 @@ class TestResultsTable : public QObject
 private slots:
     void init();
     void cleanup();
-    void startsEmptyUnderItsTitles();
-    void showsTheColumnsThatTheModelReports_data();
+    void takesOverOnlyTheReportedQuantities();
+    void readsTheFieldsOfAFileLine();
+    void radiusIsThatOfTheSphereAroundTheProbe();
     void showsTheColumnsThatTheModelReports();
-    void anUnusedRecordKeepsTheColumnsOfTheRowAbove();
-    void assessmentChoosesColumnSix();
     void theMarkerIsGoneAfterARedraw();
     void theTwentyFirstResultOverwritesTheFirst();
     void setCursorMovesTheMarker();
     void deletedRowsMoveUp();
     void deletingAtTheFirstCursorLeavesIt();
-    void clearAllForgetsEverything();
     void copyTakesTheRowsAboveTheCursor();
     void restoreHandsOutTheDisplayedRow();
 
@@ -86,62 +84,76 @@ void TestResultsTable::store(const ResultRecord& result)
     m_table->storeResult(result, app::SVParamMask[static_cast<std::size_t>(result.Model)]);
 }
 
-void TestResultsTable::startsEmptyUnderItsTitles()
+void TestResultsTable::takesOverOnlyTheReportedQuantities()
 {
-    auto* grid = m_table->findChild<ui::Grid*>("MSHFlexGrid2");
-    QCOMPARE(grid->rows(), 21);
-    QCOMPARE(grid->columns(), 9);
-    QCOMPARE(row(0), "Method|Model|K or F|kq1/s|kq2/M-1s-1|kq22/M-1s-1|Se|Error|r /nm");
-    QCOMPARE(row(1), "||||||||");
+    app::ResultStore& store = m_shared->results;
+    store.ResultCursor = 7;
+    store.ResultData[7] = {.Method = {}, .Kq1 = 7, .Kq22 = 8, .Error = {}, .R = 9};
+    ResultRecord expected = fitted(2);
+    expected.Kq1 = 7;
+    expected.Kq22 = 8;
+    expected.R = 9;
+    store.store(fitted(2), app::KorF | app::Kq2);
+    QVERIFY(store.ResultData[7] == expected);
+    QCOMPARE(store.ResultRowEnd, 8);
+    store.ResultCursor = 2; // a cursor set back keeps the rows below
+    store.store(fitted(2), app::KorF);
+    QCOMPARE(store.ResultCursor, 3);
+    QCOMPARE(store.ResultRowEnd, 8);
 }
 
-void TestResultsTable::showsTheColumnsThatTheModelReports_data()
+void TestResultsTable::readsTheFieldsOfAFileLine()
 {
-    QTest::addColumn<QByteArray>("method");
-    QTest::addColumn<int>("model");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("dynamic") << QByteArray("SV") << 1 << "SV| 1|||2.e+6||0.013|OK|";
-    QTest::newRow("all but the second site")
-        << QByteArray("Decay") << 6 << "Decay| 6|5.e+1|1.235e+7|2.e+6||0.013|OK|1.25";
-    QTest::newRow("two sites") << QByteArray("SV") << 12 << "SV| 12|5.e+1||2.e+6|3.e+5|0.013|OK|";
-    QTest::newRow("ratios only") << QByteArray("SV") << 9 << "SV| 9|5.e+1||||0.013|OK|1.25";
-    QTest::newRow("no decay law") << QByteArray("Decay") << 9 << "Decay| 9|||||0.013|OK|";
-    QTest::newRow("no such model") << QByteArray("SV") << -14 << "SV|-14|||||0.013|OK|";
+    app::ResultStore& store = m_shared->results;
+    const std::array<std::string, 11> fields{"SV",   " 12", "5.000e-01", "1e3 s",  "abc",   "2.5e+07",
+                                             "0.03", "*",   "1.2",       "0.9876", "beyond"};
+    const ResultRecord expected{"SV", 12, .5, 1000, 0, 2.5e7, .9876, "*", 1.2, .03};
+    store.SetResultRecord(20, fields);
+    QVERIFY(store.ResultData[20] == expected);
+
+    store.ResultData[1] = fitted(3);
+    store.SetResultRecord(1, {});
+    QVERIFY(store.ResultData[1] == fitted(3));
+    // Numbers beyond their type, texts that are not one number each where one is demanded.
+    const std::array<std::string, 10> unusable{"SV",    "1e12", "1e400", "-1e400", "1e400",
+                                               "1e999", "0.1x", "OK",    "",       "1e400"};
+    store.SetResultRecord(1, unusable);
+    QVERIFY(store.ResultData[1] == fitted(3));
+}
+
+void TestResultsTable::radiusIsThatOfTheSphereAroundTheProbe()
+{
+    constexpr double kFewUlps = 1e-14;
+    QVERIFY(std::abs(app::RadiusFromK(0, 0.82) - 0.82) < kFewUlps);
+    QVERIFY(std::abs(app::RadiusFromK(7.567461992, 0) - 1.4422495703074083) < kFewUlps); // cube root of 3
+    QCOMPARE(app::RadiusFromK(-7.567461992, 1), 0.0);
 }
 
 void TestResultsTable::showsTheColumnsThatTheModelReports()
 {
-    QFETCH(const QByteArray, method);
-    QFETCH(const int, model);
-    QFETCH(const QString, shown);
-    m_shared->results.ResultData[1] = fitted(model);
-    m_shared->results.ResultData[1].Method = method.toStdString();
-    m_shared->results.ResultRowEnd = 2;
-    m_table->RedrawResult();
-    QCOMPARE(row(1), shown);
-    QCOMPARE(row(2), "||||||||");
-}
+    const std::tuple<const char*, int, const char*> cases[]{
+        {"SV", 1, "SV| 1|||2.e+6||0.013|OK|"},
+        {"Decay", 6, "Decay| 6|5.e+1|1.235e+7|2.e+6||0.013|OK|1.25"},
+        {"SV", 12, "SV| 12|5.e+1||2.e+6|3.e+5|0.013|OK|"},
+        {"SV", 9, "SV| 9|5.e+1||||0.013|OK|1.25"},
+        {"Decay", 9, "Decay| 9|||||0.013|OK|"},
+        {"SV", -14, "SV|-14|||||0.013|OK|"}};
+    for (const auto& [method, model, shown] : cases) {
+        m_shared->results.ResultData[1] = fitted(model);
+        m_shared->results.ResultData[1].Method = method;
+        m_shared->results.ResultRowEnd = 2;
+        m_table->RedrawResult();
+        QCOMPARE(row(1), shown);
+        QCOMPARE(row(2), "||||||||");
+    }
 
-void TestResultsTable::anUnusedRecordKeepsTheColumnsOfTheRowAbove()
-{
+    // An unused record keeps the columns of the row above.
+    m_shared->results.clearAll();
     m_shared->results.ResultData[2] = fitted(3);
     m_shared->results.ResultRowEnd = 4;
     m_table->RedrawResult();
     QCOMPARE(row(1), "| 0|||||0.||");
     QCOMPARE(row(3), "| 0|0.e+0||0.e+0||0.||");
-}
-
-void TestResultsTable::assessmentChoosesColumnSix()
-{
-    store(fitted(1));
-    m_shared->settings.AssessmentMode = 0;
-    m_table->RedrawResult();
-    QCOMPARE(m_table->GetResultText(0, 6), "R2");
-    QCOMPARE(m_table->GetResultText(1, 6), ".98765");
-    m_shared->settings.AssessmentMode = 1;
-    m_table->RedrawResult();
-    QCOMPARE(m_table->GetResultText(0, 6), "Se");
-    QCOMPARE(m_table->GetResultText(1, 6), "0.013");
 }
 
 void TestResultsTable::theMarkerIsGoneAfterARedraw()
@@ -221,21 +233,12 @@ void TestResultsTable::deletingAtTheFirstCursorLeavesIt()
 
     // However often rows are deleted below a far cursor, the table keeps an end.
     press("cmdClearAll");
+    QCOMPARE(row(1), "||||||||");
+    QVERIFY(m_shared->results.ResultData[1] == ResultRecord());
     m_table->SelectResultCell(20, 1);
     press("cmdSetCursor");
     for (int i = 0; i < 25; ++i)
         press("cmdDelRow");
-    QCOMPARE(m_shared->results.ResultCursor, 1);
-    QCOMPARE(m_shared->results.ResultRowEnd, 1);
-}
-
-void TestResultsTable::clearAllForgetsEverything()
-{
-    store(fitted(6));
-    store(fitted(6));
-    press("cmdClearAll");
-    QCOMPARE(row(1), "||||||||");
-    QVERIFY(m_shared->results.ResultData[1] == ResultRecord());
     QCOMPARE(m_shared->results.ResultCursor, 1);
     QCOMPARE(m_shared->results.ResultRowEnd, 1);
 }

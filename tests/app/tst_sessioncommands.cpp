@@ -96,19 +96,14 @@ class TestSessionCommands : public QObject
 private slots:
     void savedSessionsComeBack();
     void newEmptiesTheSheetOnly();
-    void namesGetTheExtension_data();
-    void namesGetTheExtension();
+    void namesGetTheExtensionAndFitTheCaption();
     void aNameThatTheExtensionMakesIsNotReplacedUnasked();
-    void cancellingChangesNothing();
-    void foreignFilesOnlyClearTheResults();
-    void unreadableFilesAreNamedWithTheReason();
+    void otherFilesAreRefused();
     void aFailedSaveLeavesTheOldFile();
     void aFullDiskLeavesTheOldFile();
     void pipesAndDevicesAreNotReplaced();
     void undecodableBytesAreReplaced();
     void aHugeFileIsQuick();
-    void captionsShowTheEndOfLongPaths_data();
-    void captionsShowTheEndOfLongPaths();
 
 private:
     QString inFolder(const QString& name) const { return m_folder.filePath(name); }
@@ -147,6 +142,10 @@ void TestSessionCommands::newEmptiesTheSheetOnly()
 {
     Desk desk;
     desk.fill();
+    desk.commands.mnuOpen_Click(); // cancelled, and so is the next
+    desk.commands.mnuSaveAs_Click();
+    QCOMPARE(desk.prompter.shown, QStringList());
+    QCOMPARE(desk.sheet.cell(1, 1), "0");
     desk.commands.mnuNew_Click();
     QCOMPARE(desk.sheet.cell(1, 1), "");
     QCOMPARE(desk.sheet.cell(9, 20), "");
@@ -155,27 +154,20 @@ void TestSessionCommands::newEmptiesTheSheetOnly()
     QCOMPARE(desk.shared.results.ResultRowEnd, 2);
 }
 
-void TestSessionCommands::namesGetTheExtension_data()
+void TestSessionCommands::namesGetTheExtensionAndFitTheCaption()
 {
-    QTest::addColumn<QString>("chosen");
-    QTest::addColumn<QString>("written");
-    QTest::newRow("none") << "plain"
-                          << "plain.vrl";
-    QTest::newRow("given") << "given.vrl"
-                           << "given.vrl";
-    QTest::newRow("capitals") << "CAPITALS.VRL"
-                              << "CAPITALS.VRL";
-    QTest::newRow("another") << "data.txt"
-                             << "data.txt.vrl";
-}
-
-void TestSessionCommands::namesGetTheExtension()
-{
-    QFETCH(const QString, chosen);
-    QFETCH(const QString, written);
-    Desk desk;
-    desk.save(inFolder(chosen));
-    QVERIFY(contents(inFolder(written)).startsWith("Vorlo File\r\nkq1=1e+7\r\n"));
+    const QStringList names[]{{"plain", "plain.vrl"},
+                              {"given.vrl", "given.vrl"},
+                              {"CAPITALS.VRL", "CAPITALS.VRL"},
+                              {"data.txt", "data.txt.vrl"}};
+    for (const QStringList& name : names) {
+        Desk desk;
+        desk.save(inFolder(name[0]));
+        QVERIFY(contents(inFolder(name[1])).startsWith("Vorlo File\r\nkq1=1e+7\r\n"));
+    }
+    const QString end = QString(31, 'e');
+    QCOMPARE(app::captionWithFile("Title", 'x' + end), "Title---x" + end);
+    QCOMPARE(app::captionWithFile("Title", "xy" + end), "Title---..." + end);
 }
 
 void TestSessionCommands::aNameThatTheExtensionMakesIsNotReplacedUnasked()
@@ -188,38 +180,22 @@ void TestSessionCommands::aNameThatTheExtensionMakesIsNotReplacedUnasked()
     QCOMPARE(contents(path), QByteArray("precious"));
 }
 
-void TestSessionCommands::cancellingChangesNothing()
-{
-    Desk desk;
-    desk.fill();
-    desk.commands.mnuOpen_Click();
-    desk.commands.mnuSaveAs_Click();
-    QCOMPARE(desk.shared.results.ResultRowEnd, 2);
-    QCOMPARE(desk.prompter.shown, QStringList());
-}
-
-void TestSessionCommands::foreignFilesOnlyClearTheResults()
-{
-    write(inFolder("foreign.vrl"), "Vorlo File of another kind\r\nkq1=5\r\n");
-    Desk desk;
-    desk.fill();
-    desk.open(inFolder("foreign.vrl"));
-    QCOMPARE(desk.prompter.shown, QStringList("This file type is not recognized."));
-    QCOMPARE(desk.shared.results.ResultRowEnd, 1);
-    QCOMPARE(desk.sheet.cell(1, 1), "0");
-    QCOMPARE(desk.panel.panelState().kq1, app::PanelState().kq1);
-}
-
-void TestSessionCommands::unreadableFilesAreNamedWithTheReason()
+void TestSessionCommands::otherFilesAreRefused()
 {
     Desk desk;
     desk.fill();
     for (const QString& path : {inFolder("missing.vrl"), m_folder.path()}) {
         desk.open(path);
         QVERIFY(desk.prompter.shown.last().contains(path));
-        QVERIFY(desk.prompter.shown.last().section("\r\n", 1).size() > 5);
+        QVERIFY(desk.prompter.shown.last().section("\r\n", 1).size() > 5); // the reason
     }
     QCOMPARE(desk.shared.results.ResultRowEnd, 2);
+    write(inFolder("foreign.vrl"), "Vorlo File of another kind\r\nkq1=5\r\n");
+    desk.open(inFolder("foreign.vrl"));
+    QCOMPARE(desk.prompter.shown.last(), QString("This file type is not recognized."));
+    QCOMPARE(desk.shared.results.ResultRowEnd, 1); // cleared before the file is looked at
+    QCOMPARE(desk.sheet.cell(1, 1), "0");
+    QCOMPARE(desk.panel.panelState().kq1, app::PanelState().kq1);
 }
 
 void TestSessionCommands::aFailedSaveLeavesTheOldFile()
@@ -284,22 +260,6 @@ void TestSessionCommands::aHugeFileIsQuick()
     desk.open(inFolder("huge.vrl"));
     QVERIFY(timer.elapsed() < 1000);
     QVERIFY(desk.panel.panelState().K.starts_with("555"));
-}
-
-void TestSessionCommands::captionsShowTheEndOfLongPaths_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("caption");
-    const QString end = QString(31, 'e');
-    QTest::newRow("32 characters") << 'x' + end << "Title---x" + end;
-    QTest::newRow("33 characters") << "xy" + end << "Title---..." + end;
-}
-
-void TestSessionCommands::captionsShowTheEndOfLongPaths()
-{
-    QFETCH(const QString, path);
-    QFETCH(const QString, caption);
-    QCOMPARE(app::captionWithFile("Title", path), caption);
 }
 
 QTEST_MAIN(TestSessionCommands)

@@ -1,6 +1,7 @@
 #include "app/sessiontext.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QtTest>
 
 using app::Session;
@@ -48,38 +49,17 @@ Session smallSession()
     return session;
 }
 
-const std::string kSmallFile = "Vorlo File\r\n"
-                               "kq1=2e+7\r\n"
-                               "kq2=1e+6\r\n"
-                               "K=50\r\n"
-                               "F=\r\n"
-                               "Cp=50e-6\r\n"
-                               "s=0.82\r\n"
-                               "Iteration=100\r\n"
-                               "residual=1e-6\r\n"
-                               "Model=12\r\n"
-                               "FitRegion=1e-3\r\n"
-                               "Rows=3\r\n"
-                               "Cols=4\r\n"
-                               "logmode=0\r\n"
-                               "Assessmentmode=1\r\n"
-                               "Table\r\n"
-                               "0\t1e-3\t\r\n"
-                               "1\t\tτ\r\n"
-                               "SV\t12\t5.000e-01\t0.000e+00\t1.235e+07\t2.000e+06\t0.013\tOK\t0.0\t0.987654\r\n";
+/// What smallSession() is saved as.
+std::string smallFile()
+{
+    QFile file(VORLO_TEST_DATA "/small.vrl");
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "cannot be read";
+}
 
 std::string replaced(std::string text, std::string_view what, std::string_view by)
 {
     for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
         text.replace(at, what.size(), by);
-    return text;
-}
-
-std::string repeated(std::string_view piece, int times)
-{
-    std::string text;
-    for (int i = 0; i < times; ++i)
-        text += piece;
     return text;
 }
 
@@ -95,49 +75,30 @@ class TestSessionText : public QObject
     Q_OBJECT
 
 private slots:
-    void writesExactBytes();
-    void readsEveryLineEnd_data();
-    void readsEveryLineEnd();
+    void writesExactBytesAndReadsThemBack();
     void hostileTextsComeBack();
-    void refusesOtherFirstLines_data();
     void refusesOtherFirstLines();
     void keysComeInAnyOrder();
-    void choicesOutOfRangeChangeNothing_data();
-    void choicesOutOfRangeChangeNothing();
-    void countsAreHeldInRange_data();
-    void countsAreHeldInRange();
+    void valuesAreHeldInRange();
     void absentLinesLeaveCellsAndRecords();
     void readsAtMostTwentyResults();
     void filesCutOffAnywhereAreRead();
-    void damagedFilesAreQuick_data();
     void damagedFilesAreQuick();
 };
 
-void TestSessionText::writesExactBytes()
+void TestSessionText::writesExactBytesAndReadsThemBack()
 {
-    QCOMPARE(QByteArray::fromStdString(writeSession(smallSession())), QByteArray::fromStdString(kSmallFile));
-}
-
-void TestSessionText::readsEveryLineEnd_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("CR LF") << QByteArray::fromStdString(kSmallFile);
-    QTest::newRow("LF") << QByteArray::fromStdString(replaced(kSmallFile, "\r\n", "\n"));
-    QTest::newRow("CR") << QByteArray::fromStdString(replaced(kSmallFile, "\r\n", "\r"));
-    QTest::newRow("mixed") << QByteArray::fromStdString(replaced(kSmallFile, "1\r\n", "1\n"));
-}
-
-void TestSessionText::readsEveryLineEnd()
-{
-    QFETCH(const QByteArray, text);
-    const auto session = readSession(text.toStdString(), emptySession(10, 21));
-    QVERIFY(session);
-    QVERIFY(session->panel == smallSession().panel);
-    QVERIFY(session->cells == smallSession().cells);
-    QCOMPARE(session->settings.LogMode, 0);
-    QCOMPARE(session->results.ResultRowEnd, 2);
-    QCOMPARE(session->results.ResultCursor, 2);
-    QCOMPARE(QByteArray::fromStdString(writeSession(*session)), QByteArray::fromStdString(kSmallFile));
+    const std::string bytes = smallFile();
+    QCOMPARE(QByteArray::fromStdString(writeSession(smallSession())), QByteArray::fromStdString(bytes));
+    for (const std::string& text :
+         {bytes, replaced(bytes, "\r\n", "\n"), replaced(bytes, "\r\n", "\r"), replaced(bytes, "1\r\n", "1\n")}) {
+        const auto session = readSession(text, emptySession(10, 21));
+        QVERIFY(session && session->panel == smallSession().panel && session->cells == smallSession().cells);
+        QCOMPARE(session->settings.LogMode, 0);
+        QCOMPARE(session->results.ResultRowEnd, 2);
+        QCOMPARE(session->results.ResultCursor, 2);
+        QVERIFY(writeSession(*session) == bytes);
+    }
 }
 
 void TestSessionText::hostileTextsComeBack()
@@ -165,22 +126,13 @@ void TestSessionText::hostileTextsComeBack()
     QCOMPARE(blanked.results.ResultData[1].Error, "not satisfied");
 }
 
-void TestSessionText::refusesOtherFirstLines_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("cut off") << QByteArray("Vorlo Fil");
-    QTest::newRow("blank after") << QByteArray("Vorlo File \r\n");
-    QTest::newRow("case") << QByteArray("vorlo file\r\n");
-    QTest::newRow("empty line before") << QByteArray("\r\nVorlo File\r\n");
-    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBFVorlo File\r\n");
-}
-
 void TestSessionText::refusesOtherFirstLines()
 {
-    QFETCH(const QByteArray, text);
-    QVERIFY(!app::readSession(text.toStdString(), {}));
-    QVERIFY(!app::startsSession(text.first(std::min(text.size(), qsizetype(11))).toStdString()));
+    for (const std::string text :
+         {"", "Vorlo Fil", "Vorlo File \r\n", "vorlo file\r\n", "\r\nVorlo File\r\n", "\xEF\xBB\xBFVorlo File\r\n"}) {
+        QVERIFY2(!app::readSession(text, {}), text.c_str());
+        QVERIFY2(!app::startsSession(text.substr(0, 11)), text.c_str());
+    }
 }
 
 void TestSessionText::keysComeInAnyOrder()
@@ -197,47 +149,23 @@ void TestSessionText::keysComeInAnyOrder()
     QCOMPARE(session.results.ResultRowEnd, 1);
 }
 
-void TestSessionText::choicesOutOfRangeChangeNothing_data()
+void TestSessionText::valuesAreHeldInRange()
 {
-    QTest::addColumn<QByteArray>("value");
-    for (const char* value : {"", "-1", "0.4", "x", "14", "1e400", "99999999999"})
-        QTest::newRow(value) << QByteArray(value);
-}
-
-void TestSessionText::choicesOutOfRangeChangeNothing()
-{
-    QFETCH(const QByteArray, value);
-    const std::string text = value.toStdString();
-    const Session session =
-        readOver("logmode=" + text + "\nAssessmentmode=" + text + "\nModel=" + text + "\n", emptySession(10, 21));
-    QCOMPARE(session.settings.LogMode, 1);
-    QCOMPARE(session.settings.AssessmentMode, 1);
-    QCOMPARE(session.panel.Model, 1);
-}
-
-void TestSessionText::countsAreHeldInRange_data()
-{
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<int>("count");
-    QTest::newRow("least") << QByteArray("2") << 2;
-    QTest::newRow("most") << QByteArray("100") << 100;
-    QTest::newRow("below") << QByteArray("1") << 2;
-    QTest::newRow("negative") << QByteArray("-2147483649") << 2;
-    QTest::newRow("no number") << QByteArray("many") << 2;
-    QTest::newRow("above") << QByteArray("101") << 100;
-    QTest::newRow("beyond every type") << QByteArray("1e400") << 100;
-}
-
-void TestSessionText::countsAreHeldInRange()
-{
-    QFETCH(const QByteArray, value);
-    QFETCH(const int, count);
-    const std::string text = value.toStdString();
-    const Session session = readOver("Rows=" + text + "\nCols=" + text + "\nTable\n", emptySession(10, 21));
-    QCOMPARE(session.rows, count);
-    QCOMPARE(session.columns, count);
-    QCOMPARE(session.cells.size(), std::size_t(count - 1));
-    QCOMPARE(session.cells.back().size(), std::size_t(count - 1));
+    for (const std::string value : {"", "-1", "0.4", "x", "14", "1e400", "99999999999"}) {
+        const Session session = readOver("logmode=" + value + "\nAssessmentmode=" + value + "\nModel=" + value + "\n",
+                                         emptySession(10, 21));
+        QVERIFY2(session.settings.LogMode == 1 && session.settings.AssessmentMode == 1 && session.panel.Model == 1,
+                 value.c_str());
+    }
+    const std::pair<std::string, int> counts[]{{"2", 2},    {"100", 100}, {"1", 2},      {"-2147483649", 2},
+                                               {"many", 2}, {"101", 100}, {"1e400", 100}};
+    for (const auto& [value, count] : counts) {
+        const Session session = readOver("Rows=" + value + "\nCols=" + value + "\nTable\n", emptySession(10, 21));
+        QCOMPARE(session.rows, count);
+        QCOMPARE(session.columns, count);
+        QCOMPARE(session.cells.size(), std::size_t(count - 1));
+        QCOMPARE(session.cells.back().size(), std::size_t(count - 1));
+    }
 }
 
 void TestSessionText::absentLinesLeaveCellsAndRecords()
@@ -256,21 +184,22 @@ void TestSessionText::absentLinesLeaveCellsAndRecords()
 
 void TestSessionText::readsAtMostTwentyResults()
 {
-    const std::string head = "Rows=2\nCols=2\nTable\n0\n";
-    const Session nineteen = readOver(head + repeated("SV\t1\n", 19), emptySession(10, 21));
-    QCOMPARE(nineteen.results.ResultRowEnd, 20);
-    QCOMPARE(nineteen.results.ResultCursor, 20);
-    const Session all = readOver(head + repeated("SV\t1\n", 25), emptySession(10, 21));
-    QCOMPARE(all.results.ResultRowEnd, 21);
-    QCOMPARE(all.results.ResultCursor, 1);
-    QCOMPARE(all.results.ResultData[20].Method, "SV");
+    std::string lines = "Rows=2\nCols=2\nTable\n0\n";
+    for (int results = 1; results <= 25; ++results) {
+        lines += "SV\t1\n";
+        const Session session = readOver(lines, emptySession(10, 21));
+        QCOMPARE(session.results.ResultRowEnd, std::min(results, 20) + 1);
+        QCOMPARE(session.results.ResultCursor, results < 20 ? results + 1 : 1);
+        QCOMPARE(session.results.ResultData[20].Method, results < 20 ? "" : "SV");
+    }
 }
 
 void TestSessionText::filesCutOffAnywhereAreRead()
 {
-    const Session whole = readSession(kSmallFile, emptySession(10, 21)).value();
-    for (std::size_t length = 0; length <= kSmallFile.size(); ++length) {
-        const auto session = readSession(kSmallFile.substr(0, length), emptySession(10, 21));
+    const std::string file = smallFile();
+    const Session whole = readSession(file, emptySession(10, 21)).value();
+    for (std::size_t length = 0; length <= file.size(); ++length) {
+        const auto session = readSession(file.substr(0, length), emptySession(10, 21));
         QCOMPARE(session.has_value(), length >= app::kSessionFirstLine.size());
         if (!session)
             continue;
@@ -280,31 +209,24 @@ void TestSessionText::filesCutOffAnywhereAreRead()
     }
 }
 
-void TestSessionText::damagedFilesAreQuick_data()
-{
-    QTest::addColumn<QByteArray>("head");
-    QTest::addColumn<QByteArray>("piece");
-    QTest::newRow("endless value") << QByteArray("kq1=") << QByteArray("τ");
-    QTest::newRow("endless number") << QByteArray("Rows=") << QByteArray("9");
-    QTest::newRow("many keys") << QByteArray() << QByteArray("kq1=1\n");
-    QTest::newRow("counts back and forth") << QByteArray() << QByteArray("Cols=2\nCols=100\nRows=2\nRows=100\n");
-    QTest::newRow("many lines") << QByteArray() << QByteArray("\n");
-    QTest::newRow("many lines after the table") << QByteArray("Table\n") << QByteArray("\n");
-    QTest::newRow("endless row of cells") << QByteArray("Table\n") << QByteArray("\t");
-    QTest::newRow("NUL bytes") << QByteArray() << QByteArray("\0", 1);
-}
-
 void TestSessionText::damagedFilesAreQuick()
 {
-    QFETCH(const QByteArray, head);
-    QFETCH(const QByteArray, piece);
-    const std::string text =
-        "Vorlo File\n" + (head + piece.repeated(app::kMaxSessionBytes / piece.size())).toStdString();
-    QElapsedTimer timer;
-    timer.start();
-    const auto session = readSession(text, emptySession(10, 21));
-    QVERIFY2(timer.elapsed() < kBudget, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(session);
+    const std::pair<QByteArray, QByteArray> cases[]{{"kq1=", "τ"},
+                                                    {"Rows=", "9"},
+                                                    {"", "kq1=1\n"},
+                                                    {"", "\n"},
+                                                    {"", "Cols=2\nCols=100\nRows=2\nRows=100\n"},
+                                                    {"Table\n", "\n"},
+                                                    {"Table\n", "\t"},
+                                                    {"", QByteArray("\0", 1)}};
+    for (const auto& [head, piece] : cases) {
+        const QByteArray text = "Vorlo File\n" + head + piece.repeated(app::kMaxSessionBytes / piece.size());
+        QElapsedTimer timer;
+        timer.start();
+        const auto session = readSession(text.toStdString(), emptySession(10, 21));
+        QVERIFY2(timer.elapsed() < kBudget, (head + piece + QByteArray::number(timer.elapsed())).constData());
+        QVERIFY(session);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestSessionText)

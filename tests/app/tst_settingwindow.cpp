@@ -5,8 +5,6 @@
 
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSignalSpy>
-#include <QStyle>
 #include <QtTest>
 
 using app::frmSettingWindow;
@@ -19,50 +17,31 @@ class TestSettingWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void eachOptionStoresItsIndexAtOnce_data();
     void eachOptionStoresItsIndexAtOnce();
-    void showsTheSettingsInForce();
     void assessmentRefillsTheResultsAtOnce();
-    void fitsItsSquareWithAllCaptions();
-    void okAndEscapeHideIt();
+    void fitsItsSquareAndHides();
 };
-
-void TestSettingWindow::eachOptionStoresItsIndexAtOnce_data()
-{
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<int Settings::*>("setting");
-    QTest::newRow("time") << "opnTime" << &Settings::TimeScale;
-    QTest::newRow("intensity") << "opnIscale" << &Settings::IntensityScale;
-    QTest::newRow("method") << "opnMethod" << &Settings::LogMode;
-    QTest::newRow("assessment") << "opnAssessment" << &Settings::AssessmentMode;
-}
 
 void TestSettingWindow::eachOptionStoresItsIndexAtOnce()
 {
-    QFETCH(const QString, group);
-    QFETCH(int Settings::*const, setting);
+    const std::pair<QString, int Settings::*> groups[]{{"opnTime", &Settings::TimeScale},
+                                                       {"opnIscale", &Settings::IntensityScale},
+                                                       {"opnMethod", &Settings::LogMode},
+                                                       {"opnAssessment", &Settings::AssessmentMode}};
     app::SharedState shared;
     frmSettingWindow window(shared);
-    auto* first = window.findChild<QRadioButton*>(group + "0");
-    auto* second = window.findChild<QRadioButton*>(group + "1");
-    QVERIFY(shared.settings.*setting == 1 ? second->isChecked() : first->isChecked());
-    first->click();
-    first->click();
-    QCOMPARE(shared.settings.*setting, 0);
-    second->click();
-    QCOMPARE(shared.settings.*setting, 1);
-}
-
-void TestSettingWindow::showsTheSettingsInForce()
-{
-    app::SharedState shared;
-    frmSettingWindow window(shared);
-    window.show();
-    window.hide();
-    shared.settings = {.TimeScale = 0, .IntensityScale = 1, .LogMode = 0, .AssessmentMode = 0};
-    window.show();
-    for (const char* option : {"opnTime0", "opnIscale1", "opnMethod0", "opnAssessment0"})
-        QVERIFY2(window.findChild<QRadioButton*>(option)->isChecked(), option);
+    for (const auto& [group, setting] : groups)
+        for (const int index : {0, 0, 1}) {
+            auto* option = window.findChild<QRadioButton*>(group + QString::number(index));
+            option->click();
+            QCOMPARE(shared.settings.*setting, index);
+            window.hide();
+            shared.settings.*setting = 1 - index; // as an opened session does
+            window.show();
+            QVERIFY2(!option->isChecked(), qPrintable(option->objectName()));
+            option->click();
+            QCOMPARE(shared.settings.*setting, index);
+        }
 }
 
 void TestSettingWindow::assessmentRefillsTheResultsAtOnce()
@@ -80,26 +59,18 @@ void TestSettingWindow::assessmentRefillsTheResultsAtOnce()
     QCOMPARE(table.GetResultText(1, 6), "2.");
 }
 
-void TestSettingWindow::fitsItsSquareWithAllCaptions()
+void TestSettingWindow::fitsItsSquareAndHides()
 {
     constexpr int kSideTwips = 3645;
     app::SharedState shared;
     frmSettingWindow window(shared);
+    QCOMPARE(window.windowTitle(), "Output Settings");
     window.SetSize(1000, 5000, kSideTwips, kSideTwips);
     QVERIFY(window.isVisible());
     QCOMPARE(window.size(), QSize(ui::toPixels(kSideTwips), ui::toPixels(kSideTwips)));
-    for (const QRadioButton* option : window.findChildren<QRadioButton*>()) {
-        QVERIFY2(option->width() >= option->sizeHint().width(), qPrintable(option->text()));
-        QVERIFY2(option->height() >= option->fontMetrics().height(), qPrintable(option->text()));
-    }
-}
-
-void TestSettingWindow::okAndEscapeHideIt()
-{
-    app::SharedState shared;
-    frmSettingWindow window(shared);
-    QCOMPARE(window.windowTitle(), "Output Settings");
-    window.show();
+    for (const QRadioButton* option : window.findChildren<QRadioButton*>())
+        QVERIFY2(option->width() >= option->sizeHint().width() && option->height() >= option->fontMetrics().height(),
+                 qPrintable(option->text()));
     window.findChild<QPushButton*>("cmdOK")->click();
     QVERIFY(!window.isVisible());
     window.show();

@@ -2,15 +2,14 @@
 #include "fit/gaussnewton.h"
 #include "tests/support/application.h"
 #include "tests/support/callableproblem.h"
+#include "ui/clipboard.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
-#include <QRadioButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 class TestStartup : public QObject
@@ -20,9 +19,8 @@ class TestStartup : public QObject
 private slots:
     void startsWithItsDefaults();
     void sessionsAreSavedAndReopened();
-    void blocksMoveThroughTheClipboard();
-    void menusOpenModelessWindows();
-    void everyWindowHasItsOwnTitle();
+    void editMenuMovesBlocks();
+    void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
     void closingEndsARunThatLetsEventsThrough();
 };
@@ -67,71 +65,74 @@ void TestStartup::sessionsAreSavedAndReopened()
 {
     QTemporaryDir folder;
     const QString file = folder.filePath("a.vrl");
-    support::Application application;
-    application.program.MainWindow.sheet().SetSheetText(9, 20, "3.5");
-    application.control<QRadioButton>("opnModel12").click();
-    application.program.shared.settings.LogMode = 0;
-    application.prompter.nextFile = file;
-    application.control<QAction>("mnuSaveAs").trigger();
-
-    support::Application other;
-    other.control<QAction>("mnuSetParameters").trigger();
-    other.program.MainWindow.sheet().SelectSheetCell(9, 20);
-    other.prompter.nextFile = file;
-    other.control<QAction>("mnuOpen").trigger();
-    QCOMPARE(other.program.MainWindow.sheet().GetSheetText(9, 20), QString("3.5"));
-    QCOMPARE(other.program.MainWindow.sheet().grid().indexAt({1, 1}).column(), 1);
-    QVERIFY(other.control<QRadioButton>("opnModel12").isChecked());
-    QCOMPARE(other.program.MainWindow.windowTitle(), app::captionWithFile(app::frmVorloMain::kTitle, file));
-    QVERIFY(other.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
-    QVERIFY(application.prompter.shown.isEmpty() && other.prompter.shown.isEmpty());
-
-    other.control<QAction>("mnuNew").trigger();
-    QCOMPARE(other.program.MainWindow.sheet().GetSheetText(9, 20), QString());
+    support::Application saved, opened;
+    saved.program.MainWindow.sheet().SetSheetText(9, 20, "3.5");
+    saved.program.shared.settings.LogMode = 0;
+    saved.prompter.nextFile = opened.prompter.nextFile = file;
+    saved.run("mnuSaveAs");
+    app::DataSheet& sheet = opened.program.MainWindow.sheet();
+    opened.run("mnuSetParameters");
+    sheet.SelectSheetCell(9, 20);
+    opened.run("mnuOpen");
+    QCOMPARE(sheet.GetSheetText(9, 20), QString("3.5"));
+    QCOMPARE(sheet.grid().indexAt({1, 1}).column(), 1);
+    QCOMPARE(opened.program.MainWindow.windowTitle(), app::captionWithFile(app::frmVorloMain::kTitle, file));
+    QVERIFY(opened.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
+    QVERIFY(saved.prompter.shown.isEmpty() && opened.prompter.shown.isEmpty());
 }
 
-void TestStartup::blocksMoveThroughTheClipboard()
+void TestStartup::editMenuMovesBlocks()
 {
     support::Application application;
     app::DataSheet& sheet = application.program.MainWindow.sheet();
-    sheet.SetSheetText(1, 1, "0.1");
-    sheet.SelectSheetCell(1, 1);
-    application.control<QAction>("mnuCut").trigger();
-    QCOMPARE(application.control<QLineEdit>("txtEdit").text(), QString());
-    sheet.SelectSheetCell(3, 2);
-    application.program.shared.DataNormalized = true;
-    application.control<QAction>("mnuPaste").trigger();
-    QCOMPARE(sheet.GetSheetText(3, 2), QString("0.1"));
-    QCOMPARE(sheet.GetSheetText(1, 1), QString());
-    QCOMPARE(application.control<QLineEdit>("txtEdit").text(), QString("0.1"));
-    QVERIFY(!application.program.shared.DataNormalized);
+    ui::Grid& grid = sheet.grid();
+    const auto& editor = application.control<QLineEdit>("txtEdit");
+    bool& normalized = application.program.shared.DataNormalized;
+    application.fill({{"0"}, {"1e-3", "τ"}});
+    normalized = true;
+    grid.selectBlock(2, 2, 1, 1);
+    application.run("mnuCopy");
+    QCOMPARE(ui::clipboardText(), QString("0\t1e-3\r\n\tτ\r\n"));
+    QCOMPARE((QList<int>{grid.currentRow(), grid.currentColumn(), grid.farRow(), grid.farColumn()}),
+             (QList<int>{2, 2, 1, 1}));
+    QCOMPARE(sheet.GetSheetText(2, 2), QString("τ"));
+    application.run("mnuCut");
+    QCOMPARE(sheet.GetSheetText(1, 2), QString());
+    QCOMPARE(editor.text(), QString());
+    QVERIFY(normalized); // only pasting forgets it
+    sheet.SelectSheetCell(8, 19);
+    application.run("mnuPaste");
+    QCOMPARE(sheet.GetSheetText(8, 19), QString("0"));
+    QCOMPARE(sheet.GetSheetText(9, 20), QString("τ"));
+    QCOMPARE(editor.text(), QString("0"));
+    QVERIFY(!normalized);
+
+    ui::copyText("5\t6\n7\t8\n"); // as spreadsheets end their lines; the first row falls on the titles
+    sheet.SelectSheetCell(0, 1);
+    application.run("mnuPaste");
+    QCOMPARE(sheet.GetSheetText(0, 1), QString());
+    QCOMPARE(sheet.GetSheetText(1, 1), QString("7"));
+    QCOMPARE(sheet.GetSheetText(1, 2), QString("8"));
+
+    application.run("mnuNew");
+    QCOMPARE(sheet.GetSheetText(9, 20), QString());
 }
 
-void TestStartup::menusOpenModelessWindows()
+void TestStartup::menusOpenTitledModelessWindows()
 {
     support::Application application;
-    application.control<QAction>("mnuHelpItem0").trigger();
-    application.control<QAction>("mnuHelpItem1").trigger();
-    application.control<QAction>("mnuSetParameters").trigger();
-    QVERIFY(application.program.helpViewer.isVisible());
-    QVERIFY(application.program.aboutBox.isVisible());
+    for (const char* item : {"mnuSetParameters", "mnuHelpItem0", "mnuHelpItem1"})
+        application.run(item);
+    QVERIFY(application.program.helpViewer.isVisible() && application.program.aboutBox.isVisible());
     const app::frmSettingWindow& settings = application.program.SettingWindow;
     QVERIFY(settings.isVisible());
     QCOMPARE(settings.pos(), QPoint(ui::toPixels(5000), ui::toPixels(1000)));
     QVERIFY(!QApplication::activeModalWidget());
-}
-
-void TestStartup::everyWindowHasItsOwnTitle()
-{
-    support::Application application;
-    for (const char* item : {"mnuSetParameters", "mnuHelpItem0", "mnuHelpItem1"})
-        application.control<QAction>(item).trigger();
     QStringList titles;
     for (const QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible())
             titles << window->windowTitle();
-    QVERIFY(titles.size() >= 4);
-    QVERIFY(!titles.contains(QString()));
+    QVERIFY(titles.size() >= 4 && !titles.contains(QString()));
     QCOMPARE(titles.removeDuplicates(), 0);
 }
 
