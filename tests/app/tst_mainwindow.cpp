@@ -84,7 +84,7 @@ void TestMainWindow::mnemonicsDoNotClash()
         QStringList items;
         for (const QAction* item : menu->menu()->actions())
             items << item->text();
-        QVERIFY2(mnemonicsDiffer(items) && items.filter('&').size() == items.size(), qPrintable(menu->text()));
+        QVERIFY2(mnemonicsDiffer(items) && items.filter("&").size() == items.size(), qPrintable(menu->text()));
     }
     for (const auto* button : m_window->findChildren<QAbstractButton*>())
         everywhere << button->text();
