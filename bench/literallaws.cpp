@@ -12,8 +12,11 @@ namespace
 double Factorial(double x)
 {
     double product = 1;
-    for (double counter = 1; counter < x; counter += 1)
-        product *= counter + 1;
+    double counter = 1;
+    while (counter < x) {
+        counter += 1;
+        product *= counter;
+    }
     return product;
 }
 
@@ -134,11 +137,11 @@ DecayProblem::DecayProblem(const decay::SampleTable& samples, int model, int log
 
 double DecayProblem::value(int point, const fit::Parameters& a) const
 {
-    const auto [s, i] = m_points[static_cast<std::size_t>(point)];
+    const Point& data = m_points[static_cast<std::size_t>(point)];
     const decay::SampleRecord& reference = m_samples.SampleData[1];
-    const auto intensity = [&](const fit::Parameters& p) {
-        return decayIntensity(m_model, reference.T[i], m_samples.SampleData[s].Conc, reference, m_Cp, p);
-    };
+    const double t = reference.T[data.index];
+    const double Q = m_samples.SampleData[data.sample].Conc;
+    const auto intensity = [&](const fit::Parameters& p) { return decayIntensity(m_model, t, Q, reference, m_Cp, p); };
     // Without a copy in normal mode: reading all values at once right after one was written would stall.
     return m_logMode == 1 ? intensity(fit::realParameters(m_logMode, a)) : intensity(a);
 }

@@ -51,7 +51,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs)
         const std::string name = run.run_name.function_name + (manual ? "/manual_time" : "");
         keep(name, seconds / static_cast<double>(run.iterations));
         for (const auto& [counter, value] : run.counters)
-            keep(name + ":" + counter, value.value);
+            keep(std::string(name).append(":").append(counter), value.value);
     }
 }
 

@@ -2,8 +2,6 @@
 
 #include "fit/realparameters.h"
 
-#include <utility>
-
 namespace decay
 {
 namespace
@@ -34,15 +32,15 @@ double totalSum(const SampleTable& table)
 
 } // namespace
 
-DecayProblem::DecayProblem(SampleTable samples, int model, int logMode, double Cp)
+DecayProblem::DecayProblem(const SampleTable& samples, int model, int logMode, double Cp)
 {
-    setSampleData(std::move(samples));
+    setSampleData(samples);
     setLaw(model, logMode, Cp);
 }
 
-void DecayProblem::setSampleData(SampleTable samples)
+void DecayProblem::setSampleData(const SampleTable& samples)
 {
-    m_samples = std::move(samples);
+    m_samples = samples;
     m_points.clear();
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)

@@ -15,9 +15,9 @@ class DecayProblem final : public fit::Problem
 {
 public:
     DecayProblem() = default;
-    DecayProblem(SampleTable samples, int model, int logMode, double Cp);
+    DecayProblem(const SampleTable& samples, int model, int logMode, double Cp);
 
-    void setSampleData(SampleTable samples);
+    void setSampleData(const SampleTable& samples);
     /// Cp: probe concentration, M.
     void setLaw(int model, int logMode, double Cp);
 
