@@ -1,7 +1,5 @@
 #include "app/datasheet.h"
-#include "fit/gaussnewton.h"
 #include "tests/support/application.h"
-#include "tests/support/callableproblem.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
@@ -22,22 +20,6 @@ private slots:
     void editMenuMovesBlocks();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
-    void closingEndsARunThatLetsEventsThrough();
-};
-
-/// Lets the user close the main window in the third iteration.
-struct ClosingObserver final : fit::Observer {
-    explicit ClosingObserver(QWidget& mainWindow) : window(mainWindow) {}
-    void letEventsRun() override
-    {
-        if (++iterations == 3)
-            window.close();
-        QCoreApplication::processEvents();
-    }
-    bool keepGoing(double) override { return true; }
-
-    QWidget& window;
-    int iterations = 0;
 };
 
 void TestStartup::startsWithItsDefaults()
@@ -148,19 +130,6 @@ void TestStartup::closingHidesEveryWindowAndEnds()
         QVERIFY2(!window->isVisible(), qPrintable(window->windowTitle()));
     QCOMPARE(ended.count(), 1);
     QVERIFY(application.prompter.shown.isEmpty());
-}
-
-void TestStartup::closingEndsARunThatLetsEventsThrough()
-{
-    support::Application application;
-    fit::StopRequested = false;
-    support::CallableProblem problem(2, [](int point, const fit::Parameters& a) { return a[1] - point; });
-    const fit::Options endless{.parameterCount = 1, .iterationLimit = 1e9, .tolerance = 0};
-    ClosingObserver observer(application.program.MainWindow);
-    const fit::Outcome outcome = fit::gaussNewton(problem, endless, {0, 1}, observer);
-    QCOMPARE(outcome.ending, fit::Ending::Stopped);
-    QCOMPARE(outcome.iterations, 3.0);
-    QVERIFY(!application.program.MainWindow.isVisible());
 }
 
 QTEST_MAIN(TestStartup)
