@@ -26,7 +26,6 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new QLineEdit(
     m_editor->installEventFilter(this);
     m_grid->setObjectName("MSHFlexGrid1");
     m_grid->setAccessibleName(tr("Data sheet"));
-    setFocusProxy(m_grid);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

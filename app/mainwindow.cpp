@@ -5,6 +5,7 @@
 #include "app/resultstable.h"
 #include "app/sharedstate.h"
 #include "fit/gaussnewton.h"
+#include "ui/grid.h"
 #include "ui/twips.h"
 
 #include <QAction>
@@ -108,7 +109,7 @@ void frmVorloMain::arrange()
     columns->addLayout(left, 1);
     columns->addWidget(m_panel);
     setCentralWidget(centre);
-    m_sheet->setFocus();
+    m_sheet->grid().setFocus(); // no focus proxy: at the end of the round Tab would pass over the editor
 }
 
 void frmVorloMain::SetSize(int top, int left, int height, int width)

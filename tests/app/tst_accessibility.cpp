@@ -1,0 +1,170 @@
+#include "tests/support/application.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QButtonGroup>
+#include <QRadioButton>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+// WCAG 2.1, success criterion 1.4.3.
+constexpr double kLeastContrast = 4.5;
+
+QList<QWidget*> windows()
+{
+    QList<QWidget*> found;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (!window->windowTitle().isEmpty())
+            found << window;
+    return found;
+}
+
+QString nameOf(const QWidget& widget)
+{
+    return QString("%1 '%2' in %3")
+        .arg(widget.metaObject()->className(), widget.objectName(), widget.window()->windowTitle());
+}
+
+/// Roles that a user acts on or reads a value from; frames, panes and scroll bars are passed over.
+bool needsName(QAccessible::Role role)
+{
+    static const QSet<QAccessible::Role> roles{
+        QAccessible::PushButton, QAccessible::RadioButton, QAccessible::CheckBox, QAccessible::EditableText,
+        QAccessible::ComboBox,   QAccessible::Table,       QAccessible::Graphic,  QAccessible::ProgressBar,
+        QAccessible::MenuItem,   QAccessible::Grouping,    QAccessible::List,     QAccessible::Window};
+    return roles.contains(role);
+}
+
+void collectNameless(QAccessibleInterface& node, QStringList& nameless, int& named)
+{
+    const auto* object = node.object();
+    const bool own = !object || !object->objectName().startsWith("qt_");
+    if (own && needsName(node.role()) && !node.state().invisible) {
+        if (node.text(QAccessible::Name).isEmpty())
+            nameless << QString("%1 '%2'").arg(object ? object->metaObject()->className() : "item",
+                                               object ? object->objectName() : "");
+        else
+            ++named;
+    }
+    if (node.role() == QAccessible::Table)
+        return; // cells speak for themselves
+    for (int i = 0; i < node.childCount(); ++i)
+        if (QAccessibleInterface* child = node.child(i))
+            collectNameless(*child, nameless, named);
+}
+
+/// What Tab comes to: a control by itself, an option with the others of its group.
+const QObject* tabStop(QWidget* widget)
+{
+    const auto* option = qobject_cast<QRadioButton*>(widget);
+    return option && option->group() ? static_cast<QObject*>(option->group()) : widget;
+}
+
+QSet<const QObject*> tabStops(const QWidget& window)
+{
+    QSet<const QObject*> stops;
+    for (auto* widget : window.findChildren<QWidget*>())
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && widget->isEnabled() &&
+            widget->window() == &window && !widget->focusProxy())
+            stops << tabStop(widget);
+    return stops;
+}
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto [low, high] = std::minmax({luminance(a), luminance(b)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+} // namespace
+
+class TestAccessibility : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyControlHasAName();
+    void tablesTellTheirTitles();
+    void tabReachesEveryControl();
+    void followsADarkDesktop();
+};
+
+void TestAccessibility::everyControlHasAName()
+{
+    const support::Application vorlo;
+    int named = 0;
+    for (QWidget* window : windows()) {
+        QStringList nameless;
+        QAccessibleInterface* top = QAccessible::queryAccessibleInterface(window);
+        QVERIFY(top);
+        window->show();
+        collectNameless(*top, nameless, named);
+        QVERIFY2(nameless.isEmpty(), qPrintable(window->windowTitle() + ": " + nameless.join(", ")));
+    }
+    QVERIFY(named > 60); // about what the main window alone has
+}
+
+void TestAccessibility::tablesTellTheirTitles()
+{
+    const support::Application vorlo;
+    auto* sheet = vorlo.program.MainWindow.findChild<QWidget*>("MSHFlexGrid1");
+    auto* results = vorlo.program.MainWindow.findChild<QWidget*>("MSHFlexGrid2");
+    const auto tableOf = [](QWidget* grid) { return QAccessible::queryAccessibleInterface(grid)->tableInterface(); };
+    QCOMPARE(tableOf(sheet)->rowDescription(9), QStringLiteral("Φ"));
+    QCOMPARE(tableOf(results)->columnDescription(7), QStringLiteral("Error"));
+}
+
+void TestAccessibility::tabReachesEveryControl()
+{
+    const support::Application vorlo;
+    for (QWidget* window : windows()) {
+        window->show();
+        window->activateWindow();
+        QTRY_VERIFY2(window->isActiveWindow(), qPrintable(window->windowTitle()));
+        QVERIFY2(QApplication::focusWidget(), qPrintable(window->windowTitle())); // keys work from the first moment
+        QSet<const QObject*> missed = tabStops(*window);
+        for (qsizetype presses = 2 * missed.size() + 2; presses > 0 && !missed.isEmpty(); --presses) {
+            missed.remove(tabStop(QApplication::focusWidget()));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        for (const QObject* stop : missed)
+            QFAIL(qPrintable("Tab does not reach " + stop->objectName() + " in " + window->windowTitle()));
+        window->hide();
+    }
+}
+
+// Texts must stand out from what they are drawn on, whatever colours the desktop gives.
+void TestAccessibility::followsADarkDesktop()
+{
+    const QPalette usual = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(53, 53, 53), QColor(35, 35, 35)));
+    const support::Application vorlo;
+    for (QWidget* window : windows())
+        for (const auto* widget : window->findChildren<QWidget*>()) {
+            if (!widget->isEnabled())
+                continue; // faded on purpose
+            const QPalette& palette = widget->palette();
+            for (const auto& [text, ground] :
+                 {std::pair{QPalette::WindowText, QPalette::Window}, std::pair{QPalette::Text, QPalette::Base},
+                  std::pair{QPalette::ButtonText, QPalette::Button}})
+                QVERIFY2(contrast(palette.color(text), palette.color(ground)) >= kLeastContrast,
+                         qPrintable(nameOf(*widget)));
+        }
+    const QImage plot = vorlo.program.GraphWindow1.findChild<QWidget*>("Picture1")->grab().toImage();
+    QCOMPARE(plot.pixelColor(plot.rect().center()), QColor(Qt::white));
+    QApplication::setPalette(usual);
+}
+
+QTEST_MAIN(TestAccessibility)
+#include "tst_accessibility.moc"
