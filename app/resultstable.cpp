@@ -18,7 +18,7 @@ namespace app
 namespace
 {
 
-constexpr int kButtonPadding = 12; // pixels of frame and margins beside a caption
+constexpr int kButtonPadding = 12;     // pixels of frame and margins beside a caption
 constexpr int kRows = kMaxResults + 1; // with the titles
 constexpr std::array<int, kResultColumns> kColumnTwips{700, 500, 900, 900, 900, 900, 900, 900, 900};
 
