@@ -10,9 +10,14 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QShortcut>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <vector>
@@ -64,6 +69,13 @@ const std::vector<Menu>& menus()
     return all;
 }
 
+/// The path of the only file in what is dragged; empty: there is none, or more than one.
+QString onlyFile(const QMimeData& dragged)
+{
+    const QList<QUrl> urls = dragged.urls();
+    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+}
+
 } // namespace
 
 frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
@@ -73,6 +85,7 @@ frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
     setWindowTitle(kTitle);
     makeMenus();
     arrange();
+    acceptFiles();
     new QShortcut(Qt::Key_F1, this, this, &frmVorloMain::helpChosen, Qt::ApplicationShortcut); // from every window
     connect(m_results, &ResultsTable::restoreChosen, m_panel, &ParameterPanel::restore);
     connect(m_sheet, &DataSheet::edited, this, [&shared] { shared.DataNormalized = false; });
@@ -110,6 +123,35 @@ void frmVorloMain::arrange()
     columns->addWidget(m_panel);
     setCentralWidget(centre);
     m_sheet->grid().setFocus(); // no focus proxy: at the end of the round Tab would pass over the editor
+}
+
+// Text boxes would write a file's name into themselves before the window learns of it.
+void frmVorloMain::acceptFiles()
+{
+    setAcceptDrops(true);
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        box->installEventFilter(this);
+}
+
+bool frmVorloMain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::DragEnter || !static_cast<QDragEnterEvent*>(event)->mimeData()->hasUrls())
+        return QMainWindow::eventFilter(watched, event);
+    event->ignore(); // it goes on to the window
+    return true;
+}
+
+void frmVorloMain::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!onlyFile(*event->mimeData()).isEmpty())
+        event->accept();
+}
+
+void frmVorloMain::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction); // a file manager may delete what is said to be moved
+    event->accept();
+    emit fileDropped(onlyFile(*event->mimeData()));
 }
 
 void frmVorloMain::SetSize(int top, int left, int height, int width)

@@ -12,7 +12,8 @@ class ParameterPanel;
 class ResultsTable;
 struct SharedState;
 
-/// The main window: menus, data sheet, results table and parameter panel. It announces what was chosen; its owner acts.
+/// The main window: menus, data sheet, results table and parameter panel. It announces what was chosen or dropped on
+/// it; its owner acts.
 class frmVorloMain : public QMainWindow
 {
     Q_OBJECT
@@ -47,14 +48,19 @@ signals:
     void setParametersChosen();
     void helpChosen();
     void aboutChosen();
+    void fileDropped(const QString& path); // one local file
     void closed();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeMenus();
     void arrange();
+    void acceptFiles();
 
     DataSheet* m_sheet;
     ResultsTable* m_results;

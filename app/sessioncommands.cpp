@@ -54,18 +54,21 @@ void SessionCommands::mnuSaveAs_Click()
 
 void SessionCommands::mnuOpen_Click()
 {
-    const auto path = m_parts.prompter.fileToOpen();
-    if (!path)
-        return;
-    const SessionFileText file = readSessionFile(*path);
+    if (const auto path = m_parts.prompter.fileToOpen())
+        open(*path);
+}
+
+void SessionCommands::open(const QString& path)
+{
+    const SessionFileText file = readSessionFile(path);
     if (!file.error.isEmpty()) {
-        m_parts.prompter.message(tr("%1 cannot be read:\r\n%2").arg(*path, file.error));
+        m_parts.prompter.message(tr("%1 cannot be read:\r\n%2").arg(path, file.error));
         return;
     }
     m_parts.results.cmdClearAll_Click(); // also when the file turns out not to be a session
     if (const auto read = readSession(file.text, session())) {
         show(*read);
-        emit opened(*path);
+        emit opened(path);
     } else {
         m_parts.prompter.message(tr("This file type is not recognized."));
     }

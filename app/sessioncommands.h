@@ -33,6 +33,7 @@ public:
 
     void mnuNew_Click();
     void mnuOpen_Click();
+    void open(const QString& path); // as if chosen in the dialog
     void mnuSaveAs_Click();
 
 signals:

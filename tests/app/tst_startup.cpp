@@ -6,9 +6,31 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+
+namespace
+{
+
+/// Drags what a file manager gives for these files onto a control and lets go there, if anything takes it.
+bool drop(QWidget& control, const QList<QUrl>& files)
+{
+    QMimeData dragged;
+    dragged.setUrls(files);
+    dragged.setText("text of the files");
+    const auto actions = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent enter({1, 1}, actions, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&control, &enter);
+    QDropEvent release(QPointF(1, 1), actions, &dragged, Qt::LeftButton, Qt::NoModifier);
+    if (enter.isAccepted())
+        QApplication::sendEvent(&control, &release);
+    return enter.isAccepted() && release.isAccepted() && release.dropAction() == Qt::CopyAction;
+}
+
+} // namespace
 
 class TestStartup : public QObject
 {
@@ -17,6 +39,7 @@ class TestStartup : public QObject
 private slots:
     void startsWithItsDefaults();
     void sessionsAreSavedAndReopened();
+    void aDroppedFileOpensWhereverItFalls();
     void editMenuMovesBlocks();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
@@ -61,6 +84,29 @@ void TestStartup::sessionsAreSavedAndReopened()
     QCOMPARE(opened.program.MainWindow.windowTitle(), app::captionWithFile(app::frmVorloMain::kTitle, file));
     QVERIFY(opened.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
     QVERIFY(saved.prompter.shown.isEmpty() && opened.prompter.shown.isEmpty());
+}
+
+void TestStartup::aDroppedFileOpensWhereverItFalls()
+{
+    support::Application vorlo;
+    QTemporaryDir folder;
+    vorlo.type("txtK", "7");
+    vorlo.prompter.nextFile = folder.filePath("a.vrl");
+    vorlo.run("mnuSaveAs");
+    vorlo.type("txtK", "8");
+    const QUrl session = QUrl::fromLocalFile(folder.filePath("a.vrl"));
+    QWidget& viewport = *vorlo.program.MainWindow.sheet().grid().viewport();
+    for (const QList<QUrl>& refused : {QList<QUrl>{}, {session, session}, {QUrl("https://example.org/a.vrl")}})
+        QVERIFY(!drop(viewport, refused));
+    QVERIFY(!drop(vorlo.control<QLineEdit>("txtK"), {session, session}));
+    QCOMPARE(vorlo.control<QLineEdit>("txtK").text(), QString("8"));
+    for (QWidget* control : {&viewport, &vorlo.control<QWidget>("txtK"), &vorlo.control<QWidget>("txtEdit")}) {
+        vorlo.type("txtK", "8");
+        QVERIFY2(drop(*control, {session}), qPrintable(control->objectName()));
+        QTRY_COMPARE(vorlo.control<QLineEdit>("txtK").text(), QString("7"));
+    }
+    QVERIFY(drop(vorlo.program.MainWindow, {QUrl::fromLocalFile(QCoreApplication::applicationFilePath())}));
+    QTRY_COMPARE(vorlo.prompter.shown, QStringList("This file type is not recognized."));
 }
 
 void TestStartup::editMenuMovesBlocks()
