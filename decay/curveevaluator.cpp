@@ -1,7 +1,5 @@
 #include "decay/curveevaluator.h"
 
-#include "fit/realparameters.h"
-
 #include <algorithm>
 #include <bit>
 #include <cmath>

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "decay/models.h"
+#include "fit/realparameters.h"
 
 #include <array>
-#include <bit>
-#include <cstdint>
 
 namespace decay
 {
@@ -65,20 +64,11 @@ private:
     unsigned m_uses = 0;
 };
 
-/// Compared as integers, without a branch for each.
-inline bool sameBits(const fit::Parameters& a, const fit::Parameters& b)
-{
-    std::uint64_t difference = 0;
-    for (std::size_t j = 1; j < a.size(); ++j)
-        difference |= std::bit_cast<std::uint64_t>(a[j]) ^ std::bit_cast<std::uint64_t>(b[j]);
-    return difference == 0;
-}
-
 inline const Grid* CurveEvaluator::kept(std::size_t sample, const fit::Parameters& a) const
 {
     if (sample == m_sample)
         for (std::size_t c = 0; c < m_curveCount; ++c)
-            if (sameBits(m_curves[c].a, a))
+            if (fit::sameBits(m_curves[c].a, a))
                 return &m_curves[c].intensity;
     return nullptr;
 }

@@ -1,6 +1,5 @@
 #include "sternvolmer/ratioproblem.h"
 
-#include "fit/realparameters.h"
 #include "sternvolmer/models.h"
 
 #include <cassert>
@@ -44,13 +43,13 @@ double RatioProblem::residual(int point, const fit::Parameters& a)
     return value(m_X[slot(point)], a) - m_Y[slot(point)];
 }
 
-double RatioProblem::value(double x, const fit::Parameters& a) const
+double RatioProblem::value(double x, const fit::Parameters& a)
 {
-    const fit::Parameters p = fit::realParameters(m_logMode, a);
+    const fit::Parameters& p = m_real.of(m_logMode, a);
     return ratio(m_model, x, m_tau0, m_Cp, p[1], p[2], p[3]);
 }
 
-RatioSlots RatioProblem::fittedValues(const fit::Parameters& a) const
+RatioSlots RatioProblem::fittedValues(const fit::Parameters& a)
 {
     RatioSlots fitted{};
     for (int i = 1; i <= pointCount(); ++i)
@@ -58,7 +57,7 @@ RatioSlots RatioProblem::fittedValues(const fit::Parameters& a) const
     return fitted;
 }
 
-fit::Statistics RatioProblem::statistics(const fit::Parameters& a) const
+fit::Statistics RatioProblem::statistics(const fit::Parameters& a)
 {
     return fit::slotStatistics(m_Y, fittedValues(a), pointCount());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fit/gaussnewton.h"
+#include "fit/realparameters.h"
 #include "fit/statistics.h"
 
 #include <array>
@@ -28,12 +28,12 @@ public:
     double residual(int point, const fit::Parameters& a) override;
 
     /// Model ratio at total quencher x, M.
-    double value(double x, const fit::Parameters& a) const;
+    double value(double x, const fit::Parameters& a);
 
     /// Model ratios of points 1..N, 0 in the other slots.
-    RatioSlots fittedValues(const fit::Parameters& a) const;
+    RatioSlots fittedValues(const fit::Parameters& a);
 
-    fit::Statistics statistics(const fit::Parameters& a) const;
+    fit::Statistics statistics(const fit::Parameters& a);
 
 private:
     int m_logMode = 0;
@@ -44,6 +44,7 @@ private:
     RatioSlots m_Y{};
     double m_tau0 = 0; // s
     double m_Cp = 0;   // M
+    fit::RealParameters m_real;
 };
 
 } // namespace sternvolmer
