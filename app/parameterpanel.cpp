@@ -4,6 +4,7 @@
 #include "app/panelrules.h"
 #include "app/sharedstate.h"
 #include "fit/numbertext.h"
+#include "ui/optiongroup.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -76,6 +77,8 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
 
     connect(m_models, &QButtonGroup::idClicked, this, &ParameterPanel::chooseModel);
     connect(m_fitRegions, &QButtonGroup::idClicked, this, &ParameterPanel::chooseFitRegion);
+    for (QButtonGroup* options : {m_models, m_fitRegions})
+        ui::stopTabAtChosen(*options);
     setPanelState({});
     connect(m_fitRegion, &QLineEdit::textChanged, this, [this] { m_shared.DataNormalized = false; });
 }

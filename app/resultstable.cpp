@@ -37,7 +37,9 @@ ResultsTable::ResultsTable(SharedState& shared, QWidget* parent)
     head->addWidget(addButton(tr("Clear &All"), "cmdClearAll", &ResultsTable::cmdClearAll_Click));
     head->addWidget(addButton(tr("&Del Row"), "cmdDelRow", &ResultsTable::cmdDelRow_Click));
     head->addWidget(addButton(tr("&Restore"), "cmdRestore", &ResultsTable::cmdRestore_Click));
-    head->addWidget(addButton(tr("Set C&ursor"), "cmdSetCursor", &ResultsTable::cmdSetCursor_Click));
+    auto* lastButton = addButton(tr("Set C&ursor"), "cmdSetCursor", &ResultsTable::cmdSetCursor_Click);
+    head->addWidget(lastButton);
+    setTabOrder(lastButton, m_grid);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);

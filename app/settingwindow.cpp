@@ -1,6 +1,7 @@
 #include "app/settingwindow.h"
 
 #include "app/sharedstate.h"
+#include "ui/optiongroup.h"
 #include "ui/twips.h"
 
 #include <QBoxLayout>
@@ -76,6 +77,7 @@ QGroupBox* frmSettingWindow::makeFrame(const SettingChoice& choice)
         group->addButton(option, index);
         layout->addWidget(option);
     }
+    ui::stopTabAtChosen(*group);
     connect(group, &QButtonGroup::idClicked, this, [this, &choice](int index) { choose(choice, index); });
     return frame;
 }

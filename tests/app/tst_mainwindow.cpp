@@ -24,6 +24,7 @@ private slots:
     void init();
     void menus();
     void mnemonicsDoNotClash();
+    void tabFollowsTheReadingOrder();
     void fitsItsPrescribedSize();
     void editKeysStayInATextBox();
     void calculationAndHelpKeysWorkFromEverywhere();
@@ -117,6 +118,22 @@ void TestMainWindow::fitsItsPrescribedSize()
                          !other->geometry().intersects(control->geometry()),
                      qPrintable(control->objectName() + " over " + other->objectName()));
     }
+}
+
+void TestMainWindow::tabFollowsTheReadingOrder()
+{
+    showActive();
+    m_window->findChild<QWidget*>("txtEdit")->setFocus();
+    m_window->findChild<QRadioButton*>("opnModel3")->click();
+    QStringList order;
+    for (QString name = "txtEdit"; !order.contains(name); name = QApplication::focusWidget()->objectName()) {
+        order << name;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(QApplication::focusWidget()->objectName(), QString("txtEdit"));
+    QCOMPARE(order, QStringList({"txtEdit", "MSHFlexGrid1", "cmdCopy", "cmdClearAll", "cmdDelRow", "cmdRestore",
+                                 "cmdSetCursor", "MSHFlexGrid2", "opnModel3", "txtkq2", "txtK", "txtS", "txtConcProbe",
+                                 "txtTolerance", "txtIteration", "Check1", "Check2", "txtFitRegion", "opnFitRegion0"}));
 }
 
 void TestMainWindow::editKeysStayInATextBox()
