@@ -143,13 +143,15 @@ bool frmVorloMain::eventFilter(QObject* watched, QEvent* event)
 
 void frmVorloMain::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!onlyFile(*event->mimeData()).isEmpty())
-        event->accept();
+    if (onlyFile(*event->mimeData()).isEmpty())
+        return;
+    event->setDropAction(Qt::CopyAction); // a file manager may delete what is said to be moved
+    event->accept();
 }
 
 void frmVorloMain::dropEvent(QDropEvent* event)
 {
-    event->setDropAction(Qt::CopyAction); // a file manager may delete what is said to be moved
+    event->setDropAction(Qt::CopyAction);
     event->accept();
     emit fileDropped(onlyFile(*event->mimeData()));
 }

@@ -23,11 +23,13 @@ bool drop(QWidget& control, const QList<QUrl>& files)
     dragged.setText("text of the files");
     const auto actions = Qt::CopyAction | Qt::MoveAction;
     QDragEnterEvent enter({1, 1}, actions, &dragged, Qt::LeftButton, Qt::NoModifier);
+    enter.setDropAction(Qt::MoveAction); // taken so, some sources would delete the file
     QApplication::sendEvent(&control, &enter);
     QDropEvent release(QPointF(1, 1), actions, &dragged, Qt::LeftButton, Qt::NoModifier);
-    if (enter.isAccepted())
-        QApplication::sendEvent(&control, &release);
-    return enter.isAccepted() && release.isAccepted() && release.dropAction() == Qt::CopyAction;
+    if (!enter.isAccepted() || enter.dropAction() != Qt::CopyAction)
+        return false;
+    QApplication::sendEvent(&control, &release);
+    return release.isAccepted();
 }
 
 } // namespace
