@@ -43,6 +43,13 @@ constexpr const char* kStartKq2 = "5e+9"; // M^-1 s^-1
 constexpr const char* kStartK = "2";      // M^-1
 constexpr const char* kMoreIterations = "1000";
 
+/// The offscreen platform has no window manager and would tell of it at every step.
+void passWarning(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    if (!text.startsWith("This plugin does not support"))
+        std::cerr << text.toStdString() << std::endl;
+}
+
 void say(const QString& text) { std::cout << text.toStdString() << std::endl; }
 
 /// The tour gives no cause for a message.
@@ -167,6 +174,7 @@ QPalette darkPalette()
 
 int main(int argc, char* argv[])
 {
+    qInstallMessageHandler(passWarning);
     QApplication application(argc, argv);
     if (argc > 2 && argv[2] == std::string_view("dark"))
         QApplication::setPalette(darkPalette());
