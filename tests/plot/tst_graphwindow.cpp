@@ -16,6 +16,19 @@ namespace
 const QColor kWhite(Qt::white);
 const QColor kRed(255, 0, 0);
 
+// Places on pictures are those of the window, however many pixels of the screen one of its pixels has.
+QColor colorAt(const QImage& picture, int x, int y)
+{
+    return picture.pixelColor(QPoint(x, y) * picture.devicePixelRatio());
+}
+
+QImage around(const QImage& picture, const QPoint& centre)
+{
+    const QRect square(centre - QPoint(10, 10), QSize(20, 20));
+    const qreal ratio = picture.devicePixelRatio();
+    return picture.copy(QRect(square.topLeft() * ratio, square.size() * ratio));
+}
+
 } // namespace
 
 class TestGraph : public QObject
@@ -33,7 +46,8 @@ private slots:
     void isShownWithoutTakingTheFocus();
 
 private:
-    QColor at(int x, int y) { return m_graph->findChild<ui::PictureSurface*>("Picture1")->picture().pixelColor(x, y); }
+    QImage picture() { return m_graph->findChild<ui::PictureSurface*>("Picture1")->picture(); }
+    QColor at(int x, int y) { return colorAt(picture(), x, y); }
 
     std::unique_ptr<plot::Graph> m_graph;
 };
@@ -92,10 +106,10 @@ void TestGraph::axesClearTheSurfaceAndShowTheFormat()
     QCOMPARE(at(399, 1), kWhite);
     QCOMPARE(at(200, static_cast<int>(m_graph->VtoWY(0)) / 15), QColor(Qt::black));
     QCOMPARE(at(static_cast<int>(m_graph->VtoWX(20)) / 15, 2), QColor(192, 192, 192));
-    const QImage plain = m_graph->findChild<ui::PictureSurface*>("Picture1")->picture();
+    const QImage plain = picture();
     m_graph->SetYFormat("0.00000#");
     m_graph->Axis(xt, yt, 0);
-    QVERIFY(m_graph->findChild<ui::PictureSurface*>("Picture1")->picture() != plain);
+    QVERIFY(picture() != plain);
 }
 
 void TestGraph::resizingKeepsThePictureAndTheMapping()
@@ -121,9 +135,9 @@ void TestGraph::copiesThePicture()
     QCOMPARE(button->text(), "CopytoClip");
     QTest::mouseClick(button, Qt::LeftButton);
     const QImage copied = QGuiApplication::clipboard()->image();
-    QCOMPARE(copied.size(), QSize(400, 292 - ui::toPixels(380)));
-    QCOMPARE(copied.pixelColor(200, 133), kRed);
-    QCOMPARE(copied.pixelColor(5, 5), kWhite);
+    QCOMPARE(copied.size(), QSize(400, 292 - ui::toPixels(380)) * m_graph->devicePixelRatio());
+    QCOMPARE(colorAt(copied, 200, 133), kRed);
+    QCOMPARE(colorAt(copied, 5, 5), kWhite);
 }
 
 void TestGraph::tellsSamplesApartWithoutColour()
@@ -154,13 +168,13 @@ void TestGraph::tellsSamplesApartWithoutColour()
     samples.setFocus();
     QTest::keyClick(&samples, '2');
     const QImage ringed = surface.grab().toImage();
-    const QRect around1(90, 123, 20, 20), around2(190, 123, 20, 20), around3(290, 123, 20, 20);
-    QCOMPARE(ringed.copy(around1), plain.copy(around1));
-    QVERIFY(ringed.copy(around2) != plain.copy(around2));
-    QVERIFY(ringed.copy(around3) != plain.copy(around3));
+    const QPoint first(100, 133), second(200, 133), third(300, 133);
+    QCOMPARE(around(ringed, first), around(plain, first));
+    QVERIFY(around(ringed, second) != around(plain, second));
+    QVERIFY(around(ringed, third) != around(plain, third));
     QCOMPARE(surface.picture(), copied);
     draw();
-    QCOMPARE(surface.grab().toImage().copy(around2), plain.copy(around2)); // nothing is chosen in a new chart
+    QCOMPARE(around(surface.grab().toImage(), second), around(plain, second)); // nothing is chosen in a new chart
 }
 
 void TestGraph::isShownWithoutTakingTheFocus()
