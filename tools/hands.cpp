@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QTest>
 
 namespace tour
@@ -44,7 +45,9 @@ void click(QWidget& control)
 {
     if (!control.isVisible() || !control.isEnabled())
         giveUp(QString("%1 cannot be clicked").arg(control.objectName()));
-    QTest::mouseClick(&control, Qt::LeftButton, {}, QPoint(kInsideLeft, control.height() / 2));
+    const QPoint inside(kInsideLeft, control.height() / 2);
+    QTest::mouseClick(&control, Qt::LeftButton, {},
+                      QStyle::visualPos(control.layoutDirection(), control.rect(), inside));
 }
 
 void clickCell(QTableView& grid, int row, int column)
