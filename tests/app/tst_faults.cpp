@@ -9,11 +9,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
-#include <csignal>
 #include <functional>
-#include <sys/resource.h>
 
 namespace
 {
@@ -60,21 +57,19 @@ struct Program : support::Application {
 class Interruption
 {
 public:
-    Interruption(int phase, std::function<void()> action)
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this, phase, action] {
-            if (++m_phase != phase)
-                return;
-            m_timer.stop();
-            action();
-        });
-        m_timer.start();
-    }
-    bool happened() const { return !m_timer.isActive(); }
+    Interruption(int phase, std::function<void()> action) : m_phase(phase), m_action(std::move(action)) { wait(); }
+    bool happened() const { return m_phase == 0; }
 
 private:
-    QTimer m_timer;
-    int m_phase = 0;
+    void wait()
+    {
+        QMetaObject::invokeMethod(
+            &m_context, [this] { --m_phase == 0 ? m_action() : wait(); }, Qt::QueuedConnection);
+    }
+
+    QObject m_context;
+    int m_phase;
+    std::function<void()> m_action;
 };
 
 QByteArray contents(const QString& path)
@@ -97,8 +92,7 @@ private slots:
     void stopEndsAfterTheIteration();
     void arithmeticFaultsLoseNothing_data();
     void arithmeticFaultsLoseNothing();
-    void failedSavesLoseNothing_data();
-    void failedSavesLoseNothing();
+    void forbiddenFoldersAreNamed();
     void filesCutOffAnywhereOpen();
     void pastingWithoutTextChangesNothing();
 };
@@ -250,48 +244,20 @@ void TestFaults::arithmeticFaultsLoseNothing()
     QVERIFY(vorlo.program.GraphWindow2.isVisible() && vorlo.program.OutputTable2.isVisible());
 }
 
-void TestFaults::failedSavesLoseNothing_data()
+void TestFaults::forbiddenFoldersAreNamed()
 {
-    QTest::addColumn<QString>("fault");
-    for (const char* fault : {"disk full", "folder gone", "no permission"})
-        QTest::newRow(fault) << fault;
-}
-
-void TestFaults::failedSavesLoseNothing()
-{
-    QFETCH(const QString, fault);
     QTemporaryDir folder;
-    const QString path = folder.filePath("session.vrl");
+    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+    const bool superuser = QFileInfo(folder.path()).isWritable(); // who may write anywhere but there
+    const QString target = superuser ? "/proc/session.vrl" : folder.filePath("session.vrl");
     Program vorlo;
-    vorlo.save(path);
-    const QByteArray before = contents(path);
-
-    QString target = path;
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    if (fault == "disk full") { // a disk with room for 100 bytes
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit small{100, limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    } else if (fault == "folder gone") {
-        target = folder.filePath("gone/session.vrl");
-    } else {
-        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
-        if (QFileInfo(folder.path()).isWritable()) // the superuser may write anywhere but there
-            target = "/proc/session.vrl";
-    }
-    vorlo.type("txtK", "77");
     vorlo.save(target);
-    setrlimit(RLIMIT_FSIZE, &limit);
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QCOMPARE(vorlo.prompter.shown.size(), 1);
     QVERIFY(vorlo.prompter.shown[0].startsWith(target + " cannot be saved:\r\n"));
-    QCOMPARE(contents(path), before);
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("session.vrl"));
-
-    vorlo.save(path);
+    QVERIFY(QDir(folder.path()).isEmpty());
+    vorlo.save(folder.filePath("session.vrl"));
     QCOMPARE(vorlo.prompter.shown.size(), 1);
-    QVERIFY(contents(path).contains("K=77\r\n"));
 }
 
 void TestFaults::filesCutOffAnywhereOpen()
