@@ -86,6 +86,7 @@ void TestMonkey::leavesAWorkingProgram()
     qInfo() << "seed" << seed << "events" << events;
     m_random.seed(seed);
     m_vorlo = std::make_unique<support::Application>();
+    m_vorlo->control<QAction>("mnuQuit").setEnabled(false); // until the end
     m_left = events;
     next();
     QTRY_VERIFY_WITH_TIMEOUT(m_left == 0 && m_depth == 0, 600'000);
@@ -99,6 +100,7 @@ void TestMonkey::leavesAWorkingProgram()
     QCOMPARE(m_vorlo->prompter.shown, QStringList());
     QVERIFY(QFileInfo(path).size() > 100);
     QSignalSpy ended(&m_vorlo->program, &app::VorloMain::ended);
+    m_vorlo->control<QAction>("mnuQuit").setEnabled(true);
     m_vorlo->run("mnuQuit");
     QCOMPARE(ended.count(), 1);
 }
