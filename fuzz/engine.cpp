@@ -2,7 +2,7 @@
 #include "decay/decayproblem.h"
 #include "decay/normalization.h"
 #include "fit/realparameters.h"
-#include "fuzz/fuzz.h"
+#include "fuzz/sheet.h"
 #include "plot/axis.h"
 #include "plot/decaycharts.h"
 #include "plot/sternvolmercharts.h"
@@ -17,16 +17,6 @@ using fuzz::check;
 namespace
 {
 
-/// Half of all numbers are of the size that a chemist types, the others are any bits.
-double takeNumber(fuzz::Input& input)
-{
-    const int kind = input.takeUpTo(3);
-    if (kind == 0)
-        return input.take<double>();
-    const double magnitude = std::pow(10.0, input.take<std::int8_t>() / 8);
-    return kind == 1 ? 0 : magnitude * (1 + input.take<std::uint8_t>() / 255.0);
-}
-
 struct Setup {
     int model, logMode, regionMode;
     double level, Cp;
@@ -40,29 +30,18 @@ Setup takeSetup(fuzz::Input& input)
     setup.model = input.takeUpTo(15);
     setup.logMode = input.takeUpTo(1);
     setup.regionMode = input.takeUpTo(2);
-    setup.level = takeNumber(input);
-    setup.Cp = takeNumber(input);
+    setup.level = fuzz::takeNumber(input);
+    setup.Cp = fuzz::takeNumber(input);
     setup.options.logMode = setup.logMode;
     setup.options.parameterCount = 1 + input.takeUpTo(2);
     setup.options.iterationLimit = input.takeUpTo(30);
-    setup.options.tolerance = takeNumber(input);
+    setup.options.tolerance = fuzz::takeNumber(input);
     for (std::size_t j = 1; j < setup.start.size(); ++j) {
-        setup.start[j] = takeNumber(input);
+        setup.start[j] = fuzz::takeNumber(input);
         setup.options.fix[j] = input.takeUpTo(1);
         setup.options.aboveZero[j] = input.takeUpTo(1);
     }
     return setup;
-}
-
-decay::CellText takeSheet(fuzz::Input& input)
-{
-    std::vector<std::string> cells;
-    for (int columns = input.takeUpTo(20), cell = 0; cell < 9 * columns; ++cell)
-        cells.push_back(cell % 9 == 1 ? std::to_string(input.takeUpTo(4)) : std::to_string(takeNumber(input)));
-    return [cells](int row, int column) {
-        const auto index = static_cast<std::size_t>((column - 1) * 9 + row - 1);
-        return index < cells.size() ? cells[index] : std::string();
-    };
 }
 
 struct CountingObserver final : fit::Observer {
@@ -161,7 +140,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);
     const Setup setup = takeSetup(input);
-    const decay::CellText cell = takeSheet(input);
+    const decay::CellText cell = fuzz::takeSheet(input, 20);
     checkRatios(cell, setup);
     checkDecays(cell, setup);
     return 0;

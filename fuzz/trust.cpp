@@ -1,0 +1,88 @@
+#include "fuzz/sheet.h"
+#include "trust/fitdetails.h"
+#include "trust/ratiotask.h"
+#include "trust/startsearch.h"
+
+#include <cmath>
+
+using fuzz::check;
+
+namespace
+{
+
+constexpr int kSamples = 8; // a search over more takes so long that few inputs get their turn
+
+app::PanelState takePanel(fuzz::Input& input)
+{
+    app::PanelState panel;
+    panel.Model = 1 + input.takeUpTo(app::kModelCount - 1);
+    panel.FixKq2 = input.takeUpTo(1);
+    panel.FixF = input.takeUpTo(1);
+    panel.iteration = std::to_string(input.takeUpTo(200));
+    for (std::string* text : {&panel.kq1, &panel.kq2, &panel.K, &panel.F, &panel.Cp, &panel.tolerance})
+        *text = fit::plainText(fuzz::takeNumber(input));
+    return panel;
+}
+
+/// Fixed values stay, the others get a size that can be typed, and the sums are those at the values.
+trust::SearchResult checkSearch(const trust::Task& task)
+{
+    double last = 0;
+    trust::SearchResult found = trust::searchStart(task, [&](double done) {
+        check(done >= last && done <= 1);
+        last = done;
+        return true;
+    });
+    for (const trust::Solution& solution : found.solutions) {
+        check(solution.sumOfSquares == trust::sumOfSquares(task.problem, solution.values));
+        check(std::isfinite(solution.sumOfSquares));
+        for (std::size_t slot = 1; slot <= static_cast<std::size_t>(task.typed.count); ++slot)
+            check(task.typed.fix[slot] == 1 ? solution.values[slot] == task.typed.values[slot]
+                                            : std::isfinite(solution.values[slot]) && solution.values[slot] > 0);
+    }
+    return found;
+}
+
+void checkDetails(const trust::RatioInput& input, fit::Problem& problem, trust::FinishedFit finished)
+{
+    const trust::FitDetails details = trust::fitDetails(problem, finished, input.observed(), trust::kUncountedRatios);
+    check(details.residuals.size() == static_cast<std::size_t>(input.data.samples.SampleCount));
+    for (const double error : details.uncertainty.standardError)
+        check(error >= 0);
+    for (const auto& row : details.uncertainty.correlation)
+        for (const double correlation : row)
+            check(std::abs(correlation) <= 1 + 1e-6);
+    const bool defined = std::isfinite(details.sumOfSquares);
+    check(defined == (details.verdict != trust::Verdict::NotDefined));
+}
+
+} // namespace
+
+/// Any sheet and panel through the start search and, at the typed values, where the engine ends from them and at the
+/// values found, through the look at a fit.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzz::Input bytes(data, size);
+    trust::RatioInput input;
+    input.logMode = bytes.takeUpTo(1);
+    input.panel = takePanel(bytes);
+    input.data = sternvolmer::readSternVolmerData(fuzz::takeSheet(bytes, kSamples));
+    if (!input.data.complete)
+        return 0;
+    sternvolmer::computeRatios(input.data);
+    sternvolmer::RatioProblem problem = input.problem();
+    const app::StartParameters typed = app::startParameters(input.panel, app::Analysis::SternVolmer);
+    const trust::Task task{problem, input.panel.Model, typed, trust::kUncountedRatios};
+    const trust::SearchResult found = checkSearch(task);
+
+    trust::FinishedFit fit{.options = trust::engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode)};
+    fit.start = found.solutions.empty() ? typed.values : found.solutions.front().values;
+    const trust::EngineRun run = trust::runEngine(problem, fit.options, fit.start);
+    fit.values = run.values;
+    fit.iterations = run.outcome.iterations;
+    checkDetails(input, problem, fit);
+    fit.values = fit.start = typed.values;
+    fit.calculated = true;
+    checkDetails(input, problem, fit);
+    return 0;
+}
