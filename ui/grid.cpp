@@ -74,6 +74,7 @@ Grid::Grid(QWidget* parent)
     setTabKeyNavigation(false);
     setWordWrap(false);
     setAttribute(Qt::WA_InputMethodEnabled);
+    setLayoutDirection(Qt::LeftToRight); // columns of numbers are counted from the left in every language
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Grid::currentMoved);
     setCounts(2, 2);
 }

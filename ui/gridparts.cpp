@@ -59,6 +59,7 @@ TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeader
 void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logicalIndex) const
 {
     painter->save();
+    painter->setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "0." as ".0"
     painter->setFont(fontFor(*this, model()->headerData(logicalIndex, orientation()).toString(), section));
     QHeaderView::paintSection(painter, section, logicalIndex);
     painter->restore();
@@ -71,6 +72,7 @@ void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logi
 void paintCornerTitle(QWidget& corner, const QString& title, bool current)
 {
     QPainter painter(&corner);
+    painter.setLayoutDirection(Qt::LeftToRight);
     painter.setFont(fontFor(corner, title, corner.rect()));
     QStyleOptionHeader option;
     option.initFrom(&corner);
