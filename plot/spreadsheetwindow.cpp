@@ -1,6 +1,7 @@
 #include "plot/spreadsheetwindow.h"
 
 #include "ui/clipboard.h"
+#include "ui/fittingfont.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
 
@@ -33,7 +34,8 @@ SpreadSheet::SpreadSheet(QWidget* parent)
     m_grid->setColumnTwips(0, kTitleColumnTwips);
     m_cellText->setReadOnly(true);
     m_cellText->setAccessibleName("Current cell");
-    m_cellText->setFixedHeight(ui::toPixels(kGridTopTwips - kMarginTwips));
+    const qreal larger = ui::enlargement(font());
+    m_cellText->setFixedHeight(qRound(ui::toPixels(kGridTopTwips - kMarginTwips) * larger));
     const int margin = ui::toPixels(kMarginTwips);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(margin, margin, margin, margin);
@@ -45,7 +47,7 @@ SpreadSheet::SpreadSheet(QWidget* parent)
     setTabOrder(m_cellText, m_grid);
     m_grid->setFocus();
     SetTitle("Table");
-    resize(ui::toPixels(kWidthTwips), ui::toPixels(kHeightTwips));
+    resize(QSize(ui::toPixels(kWidthTwips), ui::toPixels(kHeightTwips)) * larger);
 }
 
 void SpreadSheet::setUpMenu()

@@ -1,5 +1,7 @@
 #include "ui/fittingfont.h"
 
+#include "ui/twips.h"
+
 #include <QFontMetricsF>
 
 #include <algorithm>
@@ -11,6 +13,7 @@ namespace
 
 constexpr int kUnstretched = 100; // percent
 constexpr int kNarrowest = 60;
+constexpr double kUsualTextTwips = 280; // height of a 12-point text
 constexpr int kStep = 10; // every stretch is a font of its own, which takes time to load when it is first used
 
 } // namespace
@@ -24,6 +27,11 @@ QFont fittingFont(const QFont& font, const QString& text, qreal width)
     const int fitting = static_cast<int>(kUnstretched * width / needed);
     condensed.setStretch(std::max(kNarrowest, fitting - fitting % kStep));
     return condensed;
+}
+
+qreal enlargement(const QFont& font)
+{
+    return std::max(1.0, QFontMetricsF(font).height() * twipsPerPixel() / kUsualTextTwips);
 }
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "ui/grid.h"
 
+#include "ui/fittingfont.h"
 #include "ui/gridparts.h"
 #include "ui/twips.h"
 
@@ -83,7 +84,7 @@ void Grid::setUpTitles()
 {
     setHorizontalHeader(new TitleHeader(Qt::Horizontal, this));
     setVerticalHeader(new TitleHeader(Qt::Vertical, this));
-    horizontalHeader()->setDefaultSectionSize(toPixels(kColumnTwips));
+    horizontalHeader()->setDefaultSectionSize(columnPixels(kColumnTwips));
     horizontalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
@@ -131,10 +132,12 @@ void Grid::setText(int row, int column, const QString& text)
 void Grid::setColumnTwips(int column, int twips)
 {
     if (column == 0)
-        verticalHeader()->setFixedWidth(toPixels(twips));
+        verticalHeader()->setFixedWidth(columnPixels(twips));
     else
-        setColumnWidth(column, toPixels(twips));
+        setColumnWidth(column, columnPixels(twips));
 }
+
+int Grid::columnPixels(int twips) const { return qRound(toPixels(twips) * enlargement(font())); }
 
 void Grid::selectCell(int row, int column) { selectBlock(row, column, row, column); }
 

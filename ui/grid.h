@@ -27,6 +27,7 @@ public:
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);
 
+    /// Wider where the font is larger than usual.
     void setColumnTwips(int column, int twips);
 
     /// Makes a cell, title cells included, the current one and the only selected one.
@@ -64,6 +65,7 @@ protected:
 
 private:
     void setUpTitles();
+    int columnPixels(int twips) const;
     void titleClicked(int row, int column);
     void moveBy(int rows, int columns, bool extend);
     void extendTo(int row, int column);
