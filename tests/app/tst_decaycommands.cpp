@@ -53,7 +53,6 @@ class TestDecayCommands : public QObject
 private slots:
     void normalisesWritesBackDrawsAndLists();
     void fitsPublishedLifetimesToAStoredResult();
-    void calculatesWithTypedParametersAfterAFit();
     void refusesWhatItCannotAnalyse();
     void keepsTheNormalisedDataOfARefusedSheet();
     void stopsALongPoissonFitAtOnce();
@@ -98,20 +97,6 @@ void TestDecayCommands::fitsPublishedLifetimesToAStoredResult()
     QCOMPARE(vorlo.program.OutputTable2.windowTitle(), "Decay Curve (Fitting)");
     QVERIFY(vorlo.program.DecayAnalyzer.isVisible() && vorlo.program.GraphWindow1.isVisible());
     QVERIFY(vorlo.control<QAction>("mnuDecayCurveAnalysis").isEnabled());
-}
-
-void TestDecayCommands::calculatesWithTypedParametersAfterAFit()
-{
-    Program vorlo;
-    vorlo.normalise();
-    vorlo.analyse();
-    vorlo.type("txtkq2", "0");
-    vorlo.run("mnuCalcDecayCurve");
-    QVERIFY(vorlo.report().startsWith("Model  1\nkq2 :\t0.e+0\nExe num. :  0\n"));
-    QCOMPARE(vorlo.program.OutputTable2.windowTitle(), "Decay Curve (Calculation)");
-    // No quenching: the second sample is listed like the reference.
-    QCOMPARE(Program::cell(vorlo.program.OutputTable2, 9, 2), Program::cell(vorlo.program.OutputTable1, 9, 1));
-    QCOMPARE(vorlo.result(2, 0), "");
 }
 
 void TestDecayCommands::refusesWhatItCannotAnalyse()

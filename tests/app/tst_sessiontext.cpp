@@ -82,7 +82,6 @@ private slots:
     void valuesAreHeldInRange();
     void absentLinesLeaveCellsAndRecords();
     void readsAtMostTwentyResults();
-    void filesCutOffAnywhereAreRead();
     void damagedFilesAreQuick();
 };
 
@@ -191,21 +190,6 @@ void TestSessionText::readsAtMostTwentyResults()
         QCOMPARE(session.results.ResultRowEnd, std::min(results, 20) + 1);
         QCOMPARE(session.results.ResultCursor, results < 20 ? results + 1 : 1);
         QCOMPARE(session.results.ResultData[20].Method, results < 20 ? "" : "SV");
-    }
-}
-
-void TestSessionText::filesCutOffAnywhereAreRead()
-{
-    const std::string file = smallFile();
-    const Session whole = readSession(file, emptySession(10, 21)).value();
-    for (std::size_t length = 0; length <= file.size(); ++length) {
-        const auto session = readSession(file.substr(0, length), emptySession(10, 21));
-        QCOMPARE(session.has_value(), length >= app::kSessionFirstLine.size());
-        if (!session)
-            continue;
-        QVERIFY(whole.panel.kq1.starts_with(session->panel.kq1) || session->panel.kq1 == app::PanelState().kq1);
-        QVERIFY(session->cells.size() == static_cast<std::size_t>(session->rows - 1));
-        QVERIFY(session->results.ResultRowEnd <= whole.results.ResultRowEnd);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "tests/support/application.h"
 #include "ui/grid.h"
 
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -49,13 +48,9 @@ class TestSternVolmerCommands : public QObject
 
 private slots:
     void fitsPublishedDataFromSheetToStoredResult();
-    void calculatesWithTypedParametersWithoutStoring();
-    void refusesIncompleteSheets_data();
     void refusesIncompleteSheets();
     void refusesNumbersBeyondTheRange();
     void fillsEmptyFieldsOnlyWithWhatTheModelReports();
-    void stopsAnEndlessFit();
-    void keepsToWhatItStartedWith();
     void endsAllRunsWhenTheMainWindowCloses();
 };
 
@@ -84,51 +79,25 @@ void TestSternVolmerCommands::fitsPublishedDataFromSheetToStoredResult()
     QVERIFY(vorlo.program.SVAnalyzer.isVisible());
 }
 
-void TestSternVolmerCommands::calculatesWithTypedParametersWithoutStoring()
-{
-    Program vorlo;
-    vorlo.fill({{"0", "1", "1", "100", "", "", "", "", "10"}, {"1e-3", "", "", "", "", "", "", "", "5"}});
-    vorlo.type("txtkq2", "1e10");
-    vorlo.run("mnuCalcSternVolmer");
-    QCOMPARE(vorlo.prompter.shown, QStringList());
-    QCOMPARE(vorlo.result(1, 0), "");
-    // 1 + kq2 tau0 x = 1 + 1e10 * 1e-7 * x: 2 at the second sample, so nothing is left over
-    QCOMPARE(vorlo.report(), "Model  1\nkq2 :\t1.e+10\nExe num. :  0\nR2\t1.\nSe\t0.00\n");
-    QCOMPARE(vorlo.table(6, 0), "5.e-4");
-    QCOMPARE(vorlo.table(6, 1), "1.5e+0");
-}
-
-void TestSternVolmerCommands::refusesIncompleteSheets_data()
-{
-    QTest::addColumn<QList<Column>>("samples");
-    QTest::addColumn<QString>("probe");
-    QTest::addColumn<QStringList>("messages");
-
-    const Column reference{"0", "1", "1", "10", "", "", "", "", "9"};
-    QTest::newRow("empty sheet") << QList<Column>{} << "1e-5" << QStringList{kIncomplete};
-    QTest::newRow("no reference first") << QList<Column>{{"1e-3", "1", "1", "10", "", "", "", "", "9"}} << "1e-5"
-                                        << QStringList{"Please input the 0moldm-3 data in the left of column.",
-                                                       kIncomplete};
-    QTest::newRow("reference without components")
-        << QList<Column>{{"0", "", "", "", "", "", "", "", "9"}} << "1e-5" << QStringList{kIncomplete};
-    QTest::newRow("four components") << QList<Column>{{"0", "4", "1", "10", "1", "1", "1", "1", "9"}} << "1e-5"
-                                     << QStringList{kIncomplete};
-    QTest::newRow("intensity missing later")
-        << QList<Column>{reference, {"1e-3", "1", "1", "5"}} << "1e-5" << QStringList{kIncomplete};
-    QTest::newRow("no probe") << QList<Column>{reference} << "zero" << QStringList{"Please Input Cp value above zero."};
-}
-
 void TestSternVolmerCommands::refusesIncompleteSheets()
 {
-    QFETCH(QList<Column>, samples);
-    QFETCH(QString, probe);
-    Program vorlo;
-    vorlo.fill(samples);
-    vorlo.type("txtConcProbe", probe);
-    vorlo.analyse();
-    QTEST(vorlo.prompter.shown, "messages");
-    QCOMPARE(vorlo.result(1, 0), "");
-    QVERIFY(!vorlo.program.GraphWindow2.isVisible());
+    const Column reference{"0", "1", "1", "10", "", "", "", "", "9"};
+    const std::tuple<QList<Column>, QString, QStringList> cases[]{
+        {{}, "1e-5", {kIncomplete}},
+        {{{"1e-3", "1", "1", "10", "", "", "", "", "9"}},
+         "1e-5",
+         {"Please input the 0moldm-3 data in the left of column.", kIncomplete}},
+        {{reference, {"1e-3", "1", "1", "5"}}, "1e-5", {kIncomplete}},
+        {{reference}, "zero", {"Please Input Cp value above zero."}}};
+    for (const auto& [samples, probe, messages] : cases) {
+        Program vorlo;
+        vorlo.fill(samples);
+        vorlo.type("txtConcProbe", probe);
+        vorlo.analyse();
+        QCOMPARE(vorlo.prompter.shown, messages);
+        QCOMPARE(vorlo.result(1, 0), "");
+        QVERIFY(!vorlo.program.GraphWindow2.isVisible());
+    }
 }
 
 void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
@@ -162,46 +131,6 @@ void TestSternVolmerCommands::fillsEmptyFieldsOnlyWithWhatTheModelReports()
     vorlo.analyse();
     QCOMPARE(record.Kq1, 42.0);
     QCOMPARE(record.R, 7.0);
-}
-
-void TestSternVolmerCommands::stopsAnEndlessFit()
-{
-    Program vorlo;
-    vorlo.startNearAcridone();
-    vorlo.type("txtIteration", "1e30");
-    vorlo.type("txtTolerance", "0");
-    QTimer::singleShot(30, &vorlo.program.SVAnalyzer,
-                       [&] { vorlo.program.SVAnalyzer.findChild<QPushButton*>("cmdSTOP")->click(); });
-    vorlo.analyse();
-    QCOMPARE(vorlo.result(1, 0), "SV");
-    QCOMPARE(vorlo.result(1, 7), "OK");
-}
-
-void TestSternVolmerCommands::keepsToWhatItStartedWith()
-{
-    Program alone;
-    alone.startNearAcridone();
-    alone.analyse();
-
-    Program vorlo;
-    vorlo.startNearAcridone();
-    int labelled = 0;
-    QTimer::singleShot(0, &vorlo.program, [&] {
-        vorlo.run("mnuNew");
-        vorlo.fill({{"0", "1", "1", "50", "", "", "", "", "3"},
-                    {"0.5", "", "", "", "", "", "", "", "1"},
-                    {"1", "", "", "", "", "", "", "", "0.7"}});
-        vorlo.choose(5);
-        vorlo.type("txtConcProbe", "1e-3");
-        vorlo.analyse();
-        labelled = vorlo.result(1, 1).trimmed().toInt();
-    });
-    vorlo.analyse();
-    QCOMPARE(labelled, 5);
-    const auto& stored = vorlo.program.shared.results.ResultData;
-    QCOMPARE(stored[2], alone.program.shared.results.ResultData[1]);
-    QCOMPARE(vorlo.report(), alone.report());
-    QCOMPARE(vorlo.table(5, 1), alone.table(5, 1));
 }
 
 void TestSternVolmerCommands::endsAllRunsWhenTheMainWindowCloses()
