@@ -65,18 +65,35 @@ fit::Outcome checkFit(fit::Problem& problem, const Setup& setup)
     return outcome;
 }
 
-/// As the window draws it; no loop over ticks may run away.
-void checkAxes(const support::RecordingCanvas& canvas)
+/// Draws as the window does; no loop over ticks may run away.
+class CheckingCanvas final : public plot::Canvas
 {
-    support::RecordingSurface surface;
-    double xt = canvas.xt, yt = canvas.yt;
-    const plot::WorldRect world{canvas.view.x1, canvas.view.y1, canvas.view.x2, canvas.view.y2};
-    const plot::ViewMap map(world, {surface.width(), surface.height()});
-    plot::drawAxis(surface, map, "##0", xt, yt, canvas.islog);
-    check(surface.lines.size() < 10000);
-    for (const support::Circle& circle : canvas.circles)
-        check(std::abs(map.VtoWX(circle.x)) <= 32767 && std::abs(map.VtoWY(circle.y)) <= 32767);
-}
+public:
+    void SetTitle(std::string_view) override {}
+    void View(double x1, double y1, double x2, double y2) override
+    {
+        m_map = plot::ViewMap({x1, y1, x2, y2}, {m_surface.width(), m_surface.height()});
+    }
+    void Axis(double& xt, double& yt, int islog) override
+    {
+        m_surface.lines.clear();
+        plot::drawAxis(m_surface, m_map, "##0", xt, yt, islog);
+        check(m_surface.lines.size() < 10000);
+    }
+    void beginSample(int, double) override {}
+    void VLine(double, double, double, double, plot::Color) override {}
+    void VPset(double, double, plot::Color) override {}
+    void VCircle(double x, double y, double, plot::Color, plot::Fill) override
+    {
+        check(std::abs(m_map.VtoWX(x)) <= 32767 && std::abs(m_map.VtoWY(y)) <= 32767);
+    }
+    void VBox(double, double, double, double, plot::Color) override {}
+    void VFill(double, double, double, double, plot::Color) override {}
+
+private:
+    support::RecordingSurface m_surface;
+    plot::ViewMap m_map;
+};
 
 void checkRatios(const decay::CellText& cell, const Setup& setup)
 {
@@ -97,10 +114,9 @@ void checkRatios(const decay::CellText& cell, const Setup& setup)
     const fit::Outcome outcome = checkFit(problem, setup);
     problem.statistics(outcome.parameters);
     const auto fitted = [&](double x) { return problem.value(x, outcome.parameters); };
-    support::RecordingCanvas canvas;
+    CheckingCanvas canvas;
     plot::PlotSternVolmer(canvas, data.samples, data.Xmax, data.Ymax);
     plot::PlotSternVolmerFit(canvas, plot::ratioCurve(data.Xmax, fitted));
-    checkAxes(canvas);
     support::RecordingTable table;
     plot::ShowSternVolmerFittingTable(table, plot::ratioTable(data.Xmax, fitted));
     check(table.cells.size() < 2 * 501);
@@ -119,13 +135,11 @@ void checkDecays(const decay::CellText& cell, Setup setup)
     problem.statistics(outcome.parameters);
     const auto curves =
         plot::evaluateFitted(data.samples, [&](double t, double Q) { return problem.value(t, Q, outcome.parameters); });
-    support::RecordingCanvas canvas;
+    CheckingCanvas canvas;
     plot::PlotDecayCurves(canvas, data.samples);
-    checkAxes(canvas);
     if (curves) {
         plot::PlotFittedDecayCurves(canvas, data.samples, *curves);
         plot::PlotDecayDeviation(canvas, data.samples, *curves);
-        checkAxes(canvas);
     }
     support::RecordingTable table;
     plot::ShowDecayFittingTable(table, data.samples, {});

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "plot/canvas.h"
-#include "plot/legend.h"
 #include "plot/tabletext.h"
 
 #include <map>
@@ -9,56 +8,13 @@
 #include <utility>
 #include <vector>
 
-/// Stand-ins that write down what charts and tables ask for.
+/// Stand-ins that write down what axes and tables ask for.
 namespace support
 {
-
-struct Circle {
-    double x, y, R;
-    plot::Color c;
-    plot::Fill f;
-};
 
 struct Line {
     double x1, y1, x2, y2;
     plot::Color c;
-};
-
-struct RecordingCanvas final : plot::Canvas {
-    std::string title;
-    Line view{};
-    double xt = 0, yt = 0;
-    int islog = -1;
-    std::vector<std::string> order; // names of the calls, repeats left out
-    std::vector<Circle> circles;
-    std::vector<Line> lines;
-    plot::Legend legend; // in world coordinates
-
-    void SetTitle(std::string_view text) override { note("SetTitle"), title = text; }
-    void View(double x1, double y1, double x2, double y2) override { note("View"), view = {x1, y1, x2, y2, 0}; }
-    void Axis(double& x, double& y, int log) override { note("Axis"), xt = x, yt = y, islog = log, legend.clear(); }
-    void beginSample(int number, double Conc) override { legend.beginSample(number, Conc); }
-    void VLine(double x1, double y1, double x2, double y2, plot::Color c) override
-    {
-        note("VLine");
-        lines.push_back({x1, y1, x2, y2, c});
-    }
-    void VPset(double, double, plot::Color) override { note("VPset"); }
-    void VCircle(double x, double y, double R, plot::Color c, plot::Fill f) override
-    {
-        note("VCircle");
-        circles.push_back({x, y, R, c, f});
-        legend.addMarker({x, y}, c);
-    }
-    void VBox(double, double, double, double, plot::Color) override { note("VBox"); }
-    void VFill(double, double, double, double, plot::Color) override { note("VFill"); }
-
-private:
-    void note(const std::string& name)
-    {
-        if (order.empty() || order.back() != name)
-            order.push_back(name);
-    }
 };
 
 struct Label {
