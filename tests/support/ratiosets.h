@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sternvolmer/models.h"
+#include "tests/support/publishedratios.h"
 #include "trust/ratiotask.h"
 
 #include <cmath>
@@ -27,23 +28,13 @@ inline trust::RatioInput ratioInput(int model, const std::vector<double>& conc, 
     return input;
 }
 
-// Acridone quenched by iodide in water, 26 C; photochemistry workshop, github.com/chemfd/PhotochemistryWorkshopAnswers,
-// 04-workshopweek4.Rmd (CC0). Probe concentration assumed.
-inline trust::RatioInput acridone(int model)
+inline trust::RatioInput ratioInput(int model, const PublishedRatios& set)
 {
-    std::vector<double> ratio;
-    for (double intensity : {16580, 3753, 1566, 721, 446, 242, 121})
-        ratio.push_back(16580 / intensity);
-    return ratioInput(model, {0, 0.04, 0.1, 0.2, 0.3, 0.5, 0.8}, ratio, 17.6e-9);
+    return ratioInput(model, set.conc, set.ratio, set.tau0, set.Cp);
 }
 
-// Tryptophan of hFis1 without its N-terminal arm, quenched by acrylamide, 341 nm; github.com/Hill-Lab/
-// Fis1_structural_studies_N-term_arm, 20200220_TRP_dN_nativeN_acrylamide_D1. A nominal lifetime.
-inline trust::RatioInput hFis1(int model)
-{
-    return ratioInput(model, {0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779},
-                      3e-9, "10e-6");
-}
+inline trust::RatioInput acridone(int model) { return ratioInput(model, acridoneRatios()); }
+inline trust::RatioInput hFis1(int model) { return ratioInput(model, hFis1Ratios()); }
 
 /// Ratios of a model with noise, and the constants that they were made from.
 struct SimulatedRatios {

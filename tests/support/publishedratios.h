@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vector>
+
+namespace support
+{
+
+/// Published ratios of one quencher and one lifetime.
+struct PublishedRatios {
+    std::vector<double> conc;  // M
+    std::vector<double> ratio; // F0/F
+    double tau0;               // s
+    const char* Cp;            // M, as typed
+};
+
+// Acridone quenched by iodide in water, 26 C; photochemistry workshop, github.com/chemfd/PhotochemistryWorkshopAnswers,
+// 04-workshopweek4.Rmd (CC0). Published: (1 + 1.19 x) (1 + 4.94e9 tau0 x). Probe concentration assumed.
+inline PublishedRatios acridoneRatios()
+{
+    PublishedRatios set{{0, 0.04, 0.1, 0.2, 0.3, 0.5, 0.8}, {}, 17.6e-9, "50e-6"};
+    for (double intensity : {16580, 3753, 1566, 721, 446, 242, 121})
+        set.ratio.push_back(16580 / intensity);
+    return set;
+}
+
+// Tryptophan of hFis1 without its N-terminal arm, quenched by acrylamide, 341 nm; github.com/Hill-Lab/
+// Fis1_structural_studies_N-term_arm, 20200220_TRP_dN_nativeN_acrylamide_D1. Published: KSV = 4.86781 per M. A nominal
+// lifetime, the source has none.
+inline PublishedRatios hFis1Ratios()
+{
+    return {{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779}, 3e-9, "10e-6"};
+}
+
+} // namespace support
