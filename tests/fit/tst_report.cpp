@@ -2,7 +2,6 @@
 
 #include <QTest>
 
-#include <array>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -25,27 +24,9 @@ class TestReport : public QObject
     Q_OBJECT
 
 private slots:
-    void printsModelParametersAndStatistics();
     void warnsByStatus();
     void totalSumRunsOverFiftySlots();
 };
-
-void TestReport::printsModelParametersAndStatistics()
-{
-    const std::array<fit::ReportLine, 3> parameters{{{"K :", 1.19}, {"kq1 :", 0.0}, {"kq2 :", 4.94e9}}};
-    const fit::ReportContent content{.model = 2,
-                                     .parameters = parameters,
-                                     .iterations = 12,
-                                     .statistics = {.R2 = 0.999876, .residualSum = 12.3456},
-                                     .status = 1};
-    QCOMPARE(fit::reportText(content), std::string("Model  2\r\n"
-                                                   "K :\t1.19e+0\r\n"
-                                                   "kq1 :\t0.e+0\r\n"
-                                                   "kq2 :\t4.94e+9\r\n"
-                                                   "Exe num. :  12\r\n"
-                                                   "R2\t0.99988\r\n"
-                                                   "Se\t12.346\r\n"));
-}
 
 void TestReport::warnsByStatus()
 {
