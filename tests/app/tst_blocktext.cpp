@@ -1,6 +1,7 @@
 #include "app/blocktext.h"
 #include "app/textlines.h"
 #include "tests/support/memorysheet.h"
+#include "tests/support/patience.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -13,13 +14,6 @@ using support::MemorySheet;
 
 namespace
 {
-
-/// Milliseconds: a second for users; unoptimised and sanitised builds get more, a quadratic step would need hours.
-#ifdef NDEBUG
-constexpr qint64 kBudget = 1000;
-#else
-constexpr qint64 kBudget = 10'000;
-#endif
 
 MemorySheet numberedSheet()
 {
@@ -114,7 +108,7 @@ void TestBlockText::hugeTextsAreQuick()
         QElapsedTimer timer;
         timer.start();
         pasteBlock(sheet, 1, 1, text);
-        QVERIFY2(timer.elapsed() < kBudget, piece);
+        QVERIFY2(timer.elapsed() < support::kPatience, piece);
         QCOMPARE(sheet.cell(1, 1).size(), firstCell);
     }
 }

@@ -1,4 +1,5 @@
 #include "plot/spreadsheetwindow.h"
+#include "tests/support/patience.h"
 #include "tests/support/windowsize.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
@@ -79,12 +80,10 @@ void TestSpreadSheet::growsAsItIsWritten()
     m_sheet->Rows(51);
     m_sheet->Cols(10);
     write(10, 51, "x");
-    QCOMPARE(m_grid->rows(), 52);
-    QCOMPARE(m_grid->columns(), 11);
+    QVERIFY(m_grid->rows() == 52 && m_grid->columns() == 11);
     m_sheet->Rows(1 << 30);
     m_sheet->Cols(-1);
-    QCOMPARE(m_grid->rows(), 501);
-    QCOMPARE(m_grid->columns(), 1);
+    QVERIFY(m_grid->rows() == 501 && m_grid->columns() == 1);
 }
 
 void TestSpreadSheet::currentCellIsShownInFull()
@@ -104,7 +103,6 @@ void TestSpreadSheet::currentCellIsShownInFull()
 
 void TestSpreadSheet::fillsQuicklyWithoutScrolling()
 {
-    constexpr qint64 kPatience = 5000; // ms, with room for sanitizers and a busy machine
     m_sheet->show();
     QElapsedTimer timer;
     timer.start();
@@ -114,7 +112,7 @@ void TestSpreadSheet::fillsQuicklyWithoutScrolling()
             write(column, row, "1.234e-5");
     m_sheet->setRedraw(true);
     QCoreApplication::processEvents();
-    QVERIFY2(timer.elapsed() < kPatience, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < support::kPatience, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(m_grid->currentRow(), 500);
     QVERIFY(m_grid->visualRect(m_grid->model()->index(1, 1)).intersects(m_grid->viewport()->rect()));
 }
