@@ -1,4 +1,3 @@
-#include "app/resultstable.h"
 #include "app/settingwindow.h"
 #include "app/sharedstate.h"
 #include "tests/support/windowsize.h"
@@ -19,7 +18,6 @@ class TestSettingWindow : public QObject
 
 private slots:
     void eachOptionStoresItsIndexAtOnce();
-    void assessmentRefillsTheResultsAtOnce();
     void fitsItsSquareAndHides();
 };
 
@@ -43,21 +41,6 @@ void TestSettingWindow::eachOptionStoresItsIndexAtOnce()
             option->click();
             QCOMPARE(shared.settings.*setting, index);
         }
-}
-
-void TestSettingWindow::assessmentRefillsTheResultsAtOnce()
-{
-    app::SharedState shared;
-    app::ResultsTable table(shared);
-    frmSettingWindow window(shared);
-    connect(&window, &frmSettingWindow::assessmentChanged, &table, &app::ResultsTable::RedrawResult);
-    table.storeResult({.Method = "SV", .Model = 1, .R2 = 0.5, .Error = "OK", .Se = 2}, app::Kq2);
-    window.findChild<QRadioButton*>("opnAssessment0")->click();
-    QCOMPARE(table.GetResultText(0, 6), "R2");
-    QCOMPARE(table.GetResultText(1, 6), ".5");
-    window.findChild<QRadioButton*>("opnAssessment1")->click();
-    QCOMPARE(table.GetResultText(0, 6), "Se");
-    QCOMPARE(table.GetResultText(1, 6), "2.");
 }
 
 void TestSettingWindow::fitsItsSquareAndHides()

@@ -51,14 +51,10 @@ void TestStartup::startsWithItsDefaults()
 {
     support::Application application;
     const app::SharedState& shared = application.program.shared;
-    QCOMPARE(shared.settings.TimeScale, 1);
-    QCOMPARE(shared.settings.IntensityScale, 0);
-    QCOMPARE(shared.settings.LogMode, 1);
-    QCOMPARE(shared.settings.AssessmentMode, 1);
-    QCOMPARE(shared.FitRegionMode, 2);
-    QVERIFY(!shared.DataNormalized);
-    QCOMPARE(shared.results.ResultCursor, 1);
-    QCOMPARE(shared.results.ResultRowEnd, 1);
+    const app::Settings& settings = shared.settings;
+    QVERIFY(settings.TimeScale == 1 && settings.IntensityScale == 0);
+    QVERIFY(settings.LogMode == 1 && settings.AssessmentMode == 1);
+    QVERIFY(shared.FitRegionMode == 2 && !shared.DataNormalized);
     QCOMPARE(application.program.GraphWindow1.pos(), QPoint(ui::toPixels(1000), 0));
     QCOMPARE(application.program.GraphWindow2.pos(), QPoint(ui::toPixels(1000), ui::toPixels(5000)));
     const app::frmVorloMain& window = application.program.MainWindow;
@@ -125,7 +121,6 @@ void TestStartup::editMenuMovesBlocks()
     QCOMPARE(ui::clipboardText(), QString("0\t1e-3\r\n\tτ\r\n"));
     QCOMPARE((QList<int>{grid.currentRow(), grid.currentColumn(), grid.farRow(), grid.farColumn()}),
              (QList<int>{2, 2, 1, 1}));
-    QCOMPARE(sheet.GetSheetText(2, 2), QString("τ"));
     application.run("mnuCut");
     QCOMPARE(sheet.GetSheetText(1, 2), QString());
     QCOMPARE(editor.text(), QString());
@@ -143,9 +138,6 @@ void TestStartup::editMenuMovesBlocks()
     QCOMPARE(sheet.GetSheetText(0, 1), QString());
     QCOMPARE(sheet.GetSheetText(1, 1), QString("7"));
     QCOMPARE(sheet.GetSheetText(1, 2), QString("8"));
-
-    application.run("mnuNew");
-    QCOMPARE(sheet.GetSheetText(9, 20), QString());
 }
 
 void TestStartup::menusOpenTitledModelessWindows()
@@ -155,7 +147,8 @@ void TestStartup::menusOpenTitledModelessWindows()
         application.run(item);
     QVERIFY(application.program.helpViewer.isVisible() && application.program.aboutBox.isVisible());
     const app::frmSettingWindow& settings = application.program.SettingWindow;
-    QVERIFY(settings.isVisible());
+    settings.findChild<QRadioButton*>("opnAssessment0")->click();
+    QCOMPARE(application.result(0, 6), "R2");
     QCOMPARE(settings.pos(), QPoint(ui::toPixels(5000), ui::toPixels(1000)));
     QVERIFY(!QApplication::activeModalWidget());
     QStringList titles;
