@@ -24,7 +24,16 @@ private slots:
     void looksTheSameRightToLeft();
 
 private:
-    QPoint centreOf(int row, int column) const;
+    QPoint centreOf(int row, int column) const
+    {
+        return m_grid->visualRect(m_grid->model()->index(row, column)).center();
+    }
+    /// Current cell and opposite corner of the selection: "row,column to row,column".
+    QString block() const
+    {
+        const QList<int> corners{m_grid->currentRow(), m_grid->currentColumn(), m_grid->farRow(), m_grid->farColumn()};
+        return QString("%1,%2 to %3,%4").arg(corners[0]).arg(corners[1]).arg(corners[2]).arg(corners[3]);
+    }
 
     QWidget* m_window = nullptr;
     ui::Grid* m_grid = nullptr;
@@ -47,11 +56,6 @@ void TestGrid::init()
 
 void TestGrid::cleanup() { delete m_window; }
 
-QPoint TestGrid::centreOf(int row, int column) const
-{
-    return m_grid->visualRect(m_grid->model()->index(row, column)).center();
-}
-
 void TestGrid::titlesAreHeadersAndCells()
 {
     m_grid->setColumnTwips(0, 1000);
@@ -66,16 +70,12 @@ void TestGrid::titlesAreHeadersAndCells()
     QSignalSpy clicks(m_grid, &ui::Grid::cellClicked);
     const QHeaderView* across = m_grid->horizontalHeader();
     QTest::mouseClick(across->viewport(), Qt::LeftButton, {}, {across->sectionViewportPosition(3) + 20, 5});
-    QCOMPARE(m_grid->currentRow(), 0);
-    QCOMPARE(m_grid->currentColumn(), 3);
-    QCOMPARE(m_grid->farRow(), 0);
+    QCOMPARE(block(), "0,3 to 0,3");
     const QHeaderView* down = m_grid->verticalHeader();
     QTest::mouseClick(down->viewport(), Qt::LeftButton, {}, {5, down->sectionViewportPosition(2) + 5});
-    QCOMPARE(m_grid->currentRow(), 2);
-    QCOMPARE(m_grid->currentColumn(), 0);
+    QCOMPARE(block(), "2,0 to 2,0");
     QTest::mouseClick(m_grid->findChild<QAbstractButton*>(), Qt::LeftButton);
-    QCOMPARE(m_grid->currentRow(), 0);
-    QCOMPARE(m_grid->currentColumn(), 0);
+    QCOMPARE(block(), "0,0 to 0,0");
     QCOMPARE(clicks.count(), 3);
 }
 
@@ -88,21 +88,18 @@ void TestGrid::arrowsStayAmongTheCells()
     QCOMPARE(moves.count(), 0);
     QTest::keyClick(m_grid, Qt::Key_Down);
     QTest::keyClick(m_grid, Qt::Key_Right);
-    QCOMPARE(m_grid->currentRow(), 2);
-    QCOMPARE(m_grid->currentColumn(), 2);
+    QCOMPARE(block(), "2,2 to 2,2");
     QCOMPARE(moves.count(), 2);
     QTest::keyClick(m_grid, Qt::Key_End, Qt::ControlModifier);
     QTest::keyClick(m_grid, Qt::Key_Down);
-    QCOMPARE(m_grid->currentRow(), 9);
-    QCOMPARE(m_grid->currentColumn(), 5);
+    QCOMPARE(block(), "9,5 to 9,5");
     m_grid->setText(10, 1, "x");
     m_grid->selectCell(10, 1);
     QCOMPARE(m_grid->text(10, 1), QString()); // cells outside are not there
     QCOMPARE(m_grid->currentRow(), 9);
     m_grid->selectCell(0, 0);
     QTest::keyClick(m_grid, Qt::Key_Down);
-    QCOMPARE(m_grid->currentRow(), 1);
-    QCOMPARE(m_grid->currentColumn(), 0);
+    QCOMPARE(block(), "1,0 to 1,0");
 }
 
 void TestGrid::shiftArrowsKeepTheAnchor()
@@ -110,10 +107,7 @@ void TestGrid::shiftArrowsKeepTheAnchor()
     m_grid->selectCell(3, 3);
     for (const int key : {Qt::Key_Up, Qt::Key_Left, Qt::Key_Left})
         QTest::keyClick(m_grid, static_cast<Qt::Key>(key), Qt::ShiftModifier);
-    QCOMPARE(m_grid->currentRow(), 3);
-    QCOMPARE(m_grid->currentColumn(), 3);
-    QCOMPARE(m_grid->farRow(), 2);
-    QCOMPARE(m_grid->farColumn(), 1);
+    QCOMPARE(block(), "3,3 to 2,1");
     QCOMPARE(m_grid->selectionModel()->selectedIndexes().size(), 6);
     m_grid->selectAll();
     QCOMPARE(m_grid->selectionModel()->selectedIndexes().size(), 45);
@@ -127,13 +121,9 @@ void TestGrid::dragKeepsTheAnchor()
                      Qt::LeftButton, {});
     QCoreApplication::sendEvent(m_grid->viewport(), &move);
     QTest::mouseRelease(m_grid->viewport(), Qt::LeftButton, {}, centreOf(2, 3));
-    QCOMPARE(m_grid->currentRow(), 4);
-    QCOMPARE(m_grid->currentColumn(), 4);
-    QCOMPARE(m_grid->farRow(), 2);
-    QCOMPARE(m_grid->farColumn(), 3);
+    QCOMPARE(block(), "4,4 to 2,3");
     QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, Qt::ShiftModifier, centreOf(6, 5));
-    QCOMPARE(m_grid->currentRow(), 4);
-    QCOMPARE(m_grid->farRow(), 6);
+    QCOMPARE(block(), "4,4 to 6,5");
 }
 
 void TestGrid::keysOfOthersAreLeftToThem()
