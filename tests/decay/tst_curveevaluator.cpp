@@ -14,6 +14,8 @@
 #include <random>
 
 using namespace decay;
+using support::engineParameters;
+using support::scaled;
 using support::Values;
 
 namespace
@@ -36,13 +38,6 @@ QByteArray printed(fit::Problem& problem, const SampleTable& table, int model, i
                                                 .status = static_cast<int>(run.outcome.status)});
     return "ending " + QByteArray::number(static_cast<int>(run.outcome.ending)) + " " +
            QByteArray::fromStdString(report).replace("\r\n", "; ");
-}
-
-Values scaled(Values values, double factor)
-{
-    for (double& value : values)
-        value *= factor;
-    return values;
 }
 
 /// The formulas as written, rounded differently: every value is moved by up to a unit in the last place.
@@ -89,12 +84,6 @@ Values parametersOf(int model, double K, double kq1, double kq2)
     return model == 4 || model == 8 || model == 11 ? Values{K, kq1} : Values{K, kq1, kq2};
 }
 
-fit::Parameters engineParameters(const Values& values)
-{
-    fit::Parameters a{};
-    std::copy(values.begin(), values.end(), a.begin() + 1);
-    return a;
-}
 } // namespace
 
 class TestCurveEvaluator : public QObject

@@ -9,6 +9,7 @@
 
 using namespace decay;
 using support::allNear;
+using support::engineParameters;
 using support::FitRun;
 using support::kAlbumin;
 using support::kMicelleRange;
@@ -16,6 +17,7 @@ using support::kProbe;
 using support::kPyrene;
 using support::kRuRe;
 using support::kWideRange;
+using support::scaled;
 using support::tableFrom;
 using support::Values;
 
@@ -23,26 +25,12 @@ namespace
 {
 constexpr double kTypedDigits = 1e-3; // what five digits in the sheet leave of the constants
 
-fit::Parameters parameters(const Values& values)
-{
-    fit::Parameters p{};
-    std::copy(values.begin(), values.end(), p.begin() + 1);
-    return p;
-}
-
 FitRun fitted(const SampleTable& table, int model, int logMode, const Values& start, support::StopRule stop)
 {
     DecayProblem problem(table, model, logMode, kProbe);
     return support::runFit(problem, logMode, start, stop);
 }
 
-Values scaled(const Values& values, double factor)
-{
-    Values result = values;
-    for (double& value : result)
-        value *= factor;
-    return result;
-}
 } // namespace
 
 class TestRecovery : public QObject
@@ -79,7 +67,7 @@ void TestRecovery::getsKnownConstantsBack()
     const Reference& reference = components == 1 ? kPyrene : components == 2 ? kRuRe : kAlbumin;
     const Values& range = components == 1 ? kMicelleRange : kWideRange;
     const SampleTable table =
-        tableFrom(support::simulatedSession(model, reference, kProbe, parameters(constants), range));
+        tableFrom(support::simulatedSession(model, reference, kProbe, engineParameters(constants), range));
     for (int logMode : {0, 1}) {
         const FitRun run = fitted(table, model, logMode, scaled(constants, 0.8), support::kPatientRule);
         QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
@@ -92,7 +80,7 @@ void TestRecovery::getsMicellesBackFromTheirLaw()
     const Values full{1290, 5.9e6, 1e9}; // the collisional constant is chosen, not published
     for (int model : {10, 11}) {
         const Values constants(full.begin(), full.end() - (model == 11 ? 1 : 0));
-        const fit::Parameters p = parameters(constants);
+        const fit::Parameters p = engineParameters(constants);
         SampleTable table = tableFrom(support::simulatedSession(model, kPyrene, kProbe, p, kMicelleRange));
         for (int s = 1; s <= table.SampleCount; ++s) {
             SampleRecord& record = table.SampleData[static_cast<std::size_t>(s)];

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -13,6 +14,21 @@ namespace support
 {
 
 using Values = std::vector<double>; // parameters in real units, in fitting order
+
+inline Values scaled(Values values, double factor)
+{
+    for (double& value : values)
+        value *= factor;
+    return values;
+}
+
+/// As the engine takes them: slot 0 is not used.
+inline fit::Parameters engineParameters(const Values& values)
+{
+    fit::Parameters a{};
+    std::copy(values.begin(), values.end(), a.begin() + 1);
+    return a;
+}
 
 struct StopRule {
     double tolerance;
