@@ -1,5 +1,6 @@
 #include "analysis/analyzerwindow.h"
 
+#include "analysis/messages.h"
 #include "fit/numbertext.h"
 #include "ui/prompter.h"
 #include "ui/twips.h"
@@ -25,8 +26,6 @@ namespace
 constexpr qint64 kYieldMilliseconds = 10; // short enough for STOP to feel immediate
 constexpr qint64 kShowMilliseconds = 40;  // a painted progress bar costs as much as several iterations
 constexpr auto kSolverFailure = "Gauss-Newton法でエラーが起こりました\r\n初期値を変えて実行してみてください";
-constexpr auto kArithmeticFault = "The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
-                                  "Please change the initial values and run again.";
 
 /// The progress bar counts in int and turns into a busy sign for an empty range; iteration limits know neither bound.
 int progressSteps(double steps, double least)

@@ -1,5 +1,7 @@
 #include "analysis/fitter.h"
 
+#include "fit/realparameters.h"
+
 #include "fit/report.h"
 
 #include <cmath>
@@ -75,6 +77,15 @@ fit::Ending Fitter::run(fit::Observer& observer)
     own.status = static_cast<int>(outcome.status);
     m_state = own;
     return outcome.ending;
+}
+
+FinishedRun finishedRun(const Fitter& fitter, const app::PanelState& panel, Kind kind)
+{
+    return {.panel = panel,
+            .options = fitter.options(),
+            .values = fit::realParameters(fitter.logMode(), fitter.parameters()),
+            .iterations = fitter.iterations(),
+            .kind = kind};
 }
 
 void configure(Fitter& fitter, const app::StartParameters& start)

@@ -50,6 +50,7 @@ public:
     double probe() const { return m_state.probe; }
     const fit::Options& options() const { return m_state.options; }
     const fit::Parameters& parameters() const { return m_state.parameters; }
+    double iterations() const { return m_state.iterations; }
 
 protected:
     explicit Fitter(bool unitStepForZero) { m_state.options.unitStepForZero = unitStepForZero; }
@@ -85,6 +86,18 @@ private:
     State m_state;
     Values m_values;
 };
+
+enum class Kind { Fit, Calculation };
+
+/// A run that has come to its end, for whoever looks at it afterwards.
+struct FinishedRun {
+    app::PanelState panel; // as it was when the command started
+    fit::Options options;
+    fit::Parameters values{}; // in their real units
+    double iterations = 0;
+    Kind kind = Kind::Fit;
+};
+FinishedRun finishedRun(const Fitter& fitter, const app::PanelState& panel, Kind kind);
 
 /// Hands a model's starting values and flags to a fitter.
 void configure(Fitter& fitter, const app::StartParameters& start);

@@ -1,5 +1,6 @@
 #include "decay/commands.h"
 
+#include "analysis/messages.h"
 #include "decay/normalization.h"
 #include "decay/samplecolumn.h"
 #include "fit/numbertext.h"
@@ -88,6 +89,7 @@ void Commands::DecayCurveAnalysis()
         return m_analyzer.reportArithmeticFault();
     show(*run, *curves, "Decay Curve (Fitting)");
     m_context.results.storeResult(*result, app::reportedMask(model, app::Analysis::Decay));
+    finished(run->samples, analysis::finishedRun(m_analyzer, run->panel, analysis::Kind::Fit));
     ui::bringToFront(m_analyzer);
 }
 
@@ -100,24 +102,21 @@ void Commands::CalcDecayCurve()
     if (!curves || !m_analyzer.ShowResult())
         return;
     show(*run, *curves, "Decay Curve (Calculation)");
+    finished(run->samples, analysis::finishedRun(m_analyzer, run->panel, analysis::Kind::Calculation));
     ui::bringToFront(m_analyzer);
 }
 
 std::optional<Commands::Run> Commands::prepare()
 {
-    if (!m_context.shared.DataNormalized) {
-        m_context.prompter.message("Please Normalize the data.");
-        return std::nullopt;
-    }
     Run run{.panel = m_context.panel.panelState(),
             .values = {},
             .settings = m_context.shared.settings,
             .samples = m_context.shared.samples};
-    run.values = app::panelValues(run.panel);
-    if (!app::modelRow(run.panel.Model).hasDecayLaw) {
-        m_context.prompter.message(QString("Model %1 cannot be analyzed with decay curves.").arg(run.panel.Model));
+    if (const auto complaint = analysis::decayComplaint(m_context.shared.DataNormalized, run.panel.Model)) {
+        m_context.prompter.message(QString::fromStdString(*complaint));
         return std::nullopt;
     }
+    run.values = app::panelValues(run.panel);
     handOver(run);
     return run;
 }

@@ -19,6 +19,9 @@ public:
     {
     }
 
+    /// Lets the owner look at every run that has come to its end.
+    std::function<void(const SampleTable& samples, const analysis::FinishedRun& run)> finished =
+        [](const SampleTable&, const analysis::FinishedRun&) {};
     /// Lets the owner switch the menu item of the fit off while one runs.
     std::function<void(bool enabled)> setAnalysisEnabled = [](bool) {};
 

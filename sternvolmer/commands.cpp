@@ -2,8 +2,6 @@
 
 #include "ui/twips.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
 
 namespace sternvolmer
@@ -12,15 +10,6 @@ namespace
 {
 
 constexpr int kTableColumnsShown = 10, kTableRowsShown = 100;
-
-bool usable(const RatioData& data)
-{
-    const auto first = data.samples.SampleData.begin() + 1;
-    return std::isfinite(data.tau0) && std::isfinite(data.Xmax) && std::isfinite(data.Ymax) &&
-           std::all_of(first, first + data.samples.SampleCount, [](const decay::SampleRecord& sample) {
-               return std::isfinite(sample.Conc) && std::isfinite(sample.Phi) && std::isfinite(sample.SVRatio);
-           });
-}
 
 } // namespace
 
@@ -38,6 +27,7 @@ void Commands::SternVolmerAnalysis()
         return m_analyzer.reportArithmeticFault();
     show(*run, *curves);
     m_context.results.storeResult(*result, app::reportedMask(model, app::Analysis::SternVolmer));
+    finished(run->data, analysis::finishedRun(m_analyzer, run->panel, analysis::Kind::Fit));
     ui::bringToFront(m_analyzer);
 }
 
@@ -50,6 +40,7 @@ void Commands::CalcSternVolmer()
     if (!curves || !m_analyzer.ShowResult())
         return;
     show(*run, *curves);
+    finished(run->data, analysis::finishedRun(m_analyzer, run->panel, analysis::Kind::Calculation));
     ui::bringToFront(m_analyzer);
 }
 
@@ -60,31 +51,21 @@ std::optional<Commands::Run> Commands::prepare()
     ui::bringToFront(m_analyzer);
     m_analyzer.setLogMode(m_context.shared.settings.LogMode);
     Run run;
-    if (!readSheet(run))
-        return std::nullopt;
+    run.data = readSternVolmerData(app::cellsOf(m_context.sheet));
     run.panel = m_context.panel.panelState();
     run.values = app::panelValues(run.panel);
-    if (!(run.values.Cp > 0)) {
-        m_context.prompter.message("Please Input Cp value above zero.");
+    const std::vector<std::string> found = complaints(run.data, run.values.Cp);
+    for (const std::string& complaint : found)
+        m_context.prompter.message(QString::fromStdString(complaint));
+    if (!found.empty())
         return std::nullopt;
-    }
     computeRatios(run.data);
-    if (!usable(run.data)) {
+    if (!allFinite(run.data)) {
         m_analyzer.reportArithmeticFault();
         return std::nullopt;
     }
     handOver(run);
     return run;
-}
-
-bool Commands::readSheet(Run& run)
-{
-    run.data = readSternVolmerData(app::cellsOf(m_context.sheet));
-    if (!run.data.referenceFirst)
-        m_context.prompter.message("Please input the 0moldm-3 data in the left of column.");
-    if (!run.data.complete)
-        m_context.prompter.message("You must input intensity data.");
-    return run.data.complete;
 }
 
 void Commands::handOver(const Run& run)

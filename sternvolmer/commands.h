@@ -5,6 +5,7 @@
 #include "sternvolmer/analyzerwindow.h"
 #include "sternvolmer/ratiodata.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -19,6 +20,10 @@ public:
         : m_context(context), m_analyzer(analyzer)
     {
     }
+
+    /// Lets the owner look at every run that has come to its end.
+    std::function<void(const RatioData& data, const analysis::FinishedRun& run)> finished =
+        [](const RatioData&, const analysis::FinishedRun&) {};
 
     /// Fits the selected model to the ratios of the sheet and stores the result.
     void SternVolmerAnalysis();
@@ -38,7 +43,6 @@ private:
     };
 
     std::optional<Run> prepare();
-    bool readSheet(Run& run);
     void handOver(const Run& run);
     std::optional<Curves> evaluate(const Run& run);
     void show(const Run& run, const Curves& curves);

@@ -4,6 +4,7 @@
 #include "fit/numbertext.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace sternvolmer
 {
@@ -56,6 +57,27 @@ void computeRatios(RatioData& data)
         data.Ymax = std::max(data.Ymax, samples[s].SVRatio);
     }
     data.tau0 = meanLifetime(samples[1]);
+}
+
+std::vector<std::string> complaints(const RatioData& data, double Cp)
+{
+    std::vector<std::string> texts;
+    if (!data.referenceFirst)
+        texts.emplace_back("Please input the 0moldm-3 data in the left of column.");
+    if (!data.complete)
+        texts.emplace_back("You must input intensity data.");
+    else if (!(Cp > 0))
+        texts.emplace_back("Please Input Cp value above zero.");
+    return texts;
+}
+
+bool allFinite(const RatioData& data)
+{
+    const auto first = data.samples.SampleData.begin() + 1;
+    return std::isfinite(data.tau0) && std::isfinite(data.Xmax) && std::isfinite(data.Ymax) &&
+           std::all_of(first, first + data.samples.SampleCount, [](const decay::SampleRecord& sample) {
+               return std::isfinite(sample.Conc) && std::isfinite(sample.Phi) && std::isfinite(sample.SVRatio);
+           });
 }
 
 double meanLifetime(const decay::SampleRecord& record)

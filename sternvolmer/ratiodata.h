@@ -2,6 +2,9 @@
 
 #include "decay/sampletable.h"
 
+#include <string>
+#include <vector>
+
 namespace sternvolmer
 {
 
@@ -21,6 +24,13 @@ RatioData readSternVolmerData(const decay::CellText& cell);
 
 /// Fills SVRatio of every sample, Xmax, Ymax and tau0 of complete data.
 void computeRatios(RatioData& data);
+
+/// What the user is told about data or a probe concentration (M) that cannot be used, in the order of showing.
+/// None: go on.
+std::vector<std::string> complaints(const RatioData& data, double Cp);
+
+/// True when everything that was read or computed from it for the fit is a number.
+bool allFinite(const RatioData& data);
 
 /// Mean of the lifetimes, weighted by the amplitudes, s.
 double meanLifetime(const decay::SampleRecord& record);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/modeltables.h"
+
+#include <optional>
+#include <string>
+
+/// What several commands tell the user in the same words.
+namespace analysis
+{
+
+inline constexpr const char* kArithmeticFault = "The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
+                                                "Please change the initial values and run again.";
+
+/// Why decay curves cannot be analysed with a model; nothing: go on.
+inline std::optional<std::string> decayComplaint(bool normalized, int model)
+{
+    if (!normalized)
+        return "Please Normalize the data.";
+    if (!app::modelRow(model).hasDecayLaw)
+        return "Model " + std::to_string(model) + " cannot be analyzed with decay curves.";
+    return std::nullopt;
+}
+
+} // namespace analysis
