@@ -83,7 +83,7 @@ private:
     const KeepGoing& m_keepGoing;
 };
 
-/// Looks around the minimum, at first half as large again, then nearer, for a start that ends lower.
+/// Looks around the minimum for a start that ends lower: at first half as large again, then nearer.
 EngineStart Trial::result()
 {
     const EngineStart atMinimum = tried(m_minimum.values);

@@ -32,13 +32,18 @@ std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgr
     const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
     const Solution& best = found.solutions.front();
     const EngineStart start = engineStart(problem, options, task.free(), {best.values, best.sumOfSquares});
-    const EngineRun run = runEngine(problem, options, start.values);
-    const FinishedFit finished{
-        .options = options, .start = start.values, .values = run.values, .iterations = run.outcome.iterations};
+    FinishedFit finished{.options = options, .start = start.values, .values = best.values, .calculated = true};
+    if (start.leadsToMinimum) {
+        const EngineRun run = runEngine(problem, options, start.values);
+        finished.values = run.values;
+        finished.iterations = run.outcome.iterations;
+        finished.calculated = false;
+    }
 
     ComparedModel result;
     result.model = input.panel.Model;
     result.start = start.values;
+    result.engineStays = start.leadsToMinimum;
     result.details = fitDetails(problem, finished, input.observed(), kUncountedRatios);
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(options.parameterCount); ++slot)
         result.doubts[slot] = doubtOf(result, slot);

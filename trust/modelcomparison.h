@@ -19,9 +19,10 @@ enum class Doubt {
 /// Source: J. R. Lakowicz, Principles of Fluorescence Spectroscopy, the Smoluchowski equation.
 inline constexpr double kDiffusionLimit = 1e10;
 
-/// One model on the data: where the engine ends from the start values found.
+/// One model on the data: where the engine ends from the start values found, or their minimum where it does not stay.
 struct ComparedModel {
     int model = 0;
+    bool engineStays = false;
     fit::Parameters start{};                             // values to type
     FitDetails details;                                  // of the fit from there
     std::array<Doubt, fit::kMaxParameters + 1> doubts{}; // by slot

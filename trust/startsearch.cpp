@@ -1,5 +1,6 @@
 #include "trust/startsearch.h"
 
+#include "trust/spread.h"
 #include "trust/thinnedproblem.h"
 
 #include <algorithm>
@@ -12,16 +13,6 @@ namespace
 
 constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is looked at, by free parameters
 constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best of them, from which a fit descends
-
-/// The n-th of evenly spread numbers between 0 and 1: the digits of n mirrored at the point.
-/// Source: J. H. Halton, Numer. Math. 2 (1960) 84.
-double haltonNumber(int n, int base)
-{
-    double number = 0;
-    for (double place = 1.0 / base; n > 0; n /= base, place /= base)
-        number += place * (n % base);
-    return number;
-}
 
 bool isLower(const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
@@ -39,7 +30,6 @@ public:
 
 private:
     std::vector<fit::Parameters> starts();
-    fit::Parameters spreadStart(int number) const;
     Ranges wideRanges() const;
     void descendFrom(const std::vector<fit::Parameters>& starts);
     void add(const Minimum& minimum);
@@ -72,27 +62,19 @@ SearchResult Search::result()
 /// The typed values, then the best of the spread ones.
 std::vector<fit::Parameters> Search::starts()
 {
-    std::vector<Minimum> spread;
+    std::vector<Minimum> tried;
     for (int n = 1; n <= kLookedAt[m_free.size()] && !m_cancelled; ++n) {
-        const fit::Parameters values = spreadStart(n);
-        spread.push_back({values, sumOfSquares(m_thinned, values)});
+        fit::Parameters values = m_task.typed.values;
+        spread(values, m_free, m_sensible, n);
+        tried.push_back({values, sumOfSquares(m_thinned, values)});
         stepDone();
     }
-    std::sort(spread.begin(), spread.end(), isLower);
-    spread.resize(std::min(spread.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
+    std::sort(tried.begin(), tried.end(), isLower);
+    tried.resize(std::min(tried.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
     std::vector<fit::Parameters> starts{positiveStart(m_task)};
-    for (const Minimum& start : spread)
+    for (const Minimum& start : tried)
         starts.push_back(start.values);
     return starts;
-}
-
-fit::Parameters Search::spreadStart(int number) const
-{
-    constexpr std::array<int, 4> kBases{0, 2, 3, 5};
-    fit::Parameters values = m_task.typed.values;
-    for (const std::size_t slot : m_free)
-        values[slot] = between(m_sensible[slot], haltonNumber(number, kBases[slot]));
-    return values;
 }
 
 Ranges Search::wideRanges() const

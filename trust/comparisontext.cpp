@@ -1,0 +1,87 @@
+#include "trust/comparisontext.h"
+
+#include "trust/constants.h"
+
+#include <limits>
+
+namespace trust
+{
+namespace
+{
+
+constexpr double kLast = std::numeric_limits<double>::infinity(); // missing numbers sort behind all others
+
+std::string doubtText(Doubt doubt)
+{
+    switch (doubt) {
+    case Doubt::None:
+        return "";
+    case Doubt::AboveDiffusionLimit:
+        return "above the diffusion limit";
+    case Doubt::Negative:
+        return "negative";
+    case Doubt::Undetermined:
+        return "undetermined";
+    }
+    return "";
+}
+
+ComparisonCell constantCell(const ComparedModel& compared, app::PanelBox box)
+{
+    std::size_t slot = 0;
+    for (const app::ModelParameter& parameter : app::modelRow(compared.model).fitted()) {
+        ++slot;
+        if (parameter.box == box)
+            return {figure(compared.details.fit.values[slot]), compared.details.fit.values[slot]};
+    }
+    return {"", kLast};
+}
+
+ComparisonCell optionalCell(const std::optional<double>& value)
+{
+    return value ? ComparisonCell{figure(*value), *value} : ComparisonCell{"-", kLast};
+}
+
+std::string remarksText(const ComparedModel& compared)
+{
+    std::string text;
+    for (std::size_t slot = 1; slot < compared.doubts.size(); ++slot)
+        if (const std::string doubt = doubtText(compared.doubts[slot]); !doubt.empty())
+            text += (text.empty() ? "" : "; ") + constantName(compared.model, slot) + " " + doubt;
+    if (!compared.engineStays)
+        text += std::string(text.empty() ? "" : "; ") + "an analysis does not stay there";
+    return text;
+}
+
+std::string verdictOf(const ComparedModel& compared)
+{
+    std::vector<std::string> names;
+    for (const std::size_t slot : compared.details.uncertainty.undetermined)
+        names.push_back(constantName(compared.model, slot));
+    return verdictText(compared.details.verdict, names);
+}
+
+} // namespace
+
+const std::vector<std::string>& comparisonTitles()
+{
+    static const std::vector<std::string> titles{"Model",        "K /M-1", "F",          "kq1",     "kq2 /M-1 s-1",
+                                                 "Residual sum", "AICc",   "Difference", "Verdict", "Implausible"};
+    return titles;
+}
+
+std::vector<ComparisonCell> comparisonRow(const ComparedModel& compared)
+{
+    return {{std::to_string(compared.model), static_cast<double>(compared.model)},
+            constantCell(compared, app::PanelBox::K),
+            constantCell(compared, app::PanelBox::F),
+            constantCell(compared, app::PanelBox::kq1),
+            constantCell(compared, app::PanelBox::kq2),
+            {figure(compared.details.sumOfSquares), compared.details.sumOfSquares},
+            optionalCell(compared.details.AICc),
+            optionalCell(compared.differenceToBest),
+            {verdictOf(compared)},
+            {remarksText(compared)}};
+}
+
+} // namespace trust

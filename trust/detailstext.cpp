@@ -1,0 +1,184 @@
+#include "trust/detailstext.h"
+
+#include "fit/numbertext.h"
+#include "trust/constants.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace trust
+{
+namespace
+{
+
+constexpr std::string_view kNoErrorsForDecays =
+    "Decay curves are recomputed from the typed lifetimes and carry no noise, so there are no standard errors and "
+    "there is no AICc.";
+
+/// One text on its way.
+class Writer
+{
+public:
+    Writer(const FitDetails& details, const FitLabels& labels)
+        : m_details(details), m_labels(labels),
+          m_free(freeSlots(details.fit.options.parameterCount, details.fit.options.fix))
+    {
+    }
+
+    DetailsText text() const
+    {
+        return {.heading = heading(),
+                .verdict = verdictText(m_details.verdict, names(m_details.uncertainty.undetermined)),
+                .remarks = remarks(),
+                .constants = constants(),
+                .figures = figures(),
+                .correlations = correlations(),
+                .residuals = residuals()};
+    }
+
+private:
+    bool hasErrors() const { return m_labels.analysis == app::Analysis::SternVolmer; }
+    std::string heading() const;
+    std::vector<std::string> names(const FreeSlots& slots) const;
+    std::string remarks() const;
+    TextTable constants() const;
+    std::vector<std::string> errorCells(std::size_t slot) const;
+    TextTable figures() const;
+    std::string runsText() const;
+    TextTable correlations() const;
+    TextTable residuals() const;
+
+    const FitDetails& m_details;
+    const FitLabels& m_labels;
+    const FreeSlots m_free;
+};
+
+std::string Writer::heading() const
+{
+    const char* analysis = hasErrors() ? "Stern-Volmer " : "Decay Curve ";
+    return analysis + std::string(m_details.fit.calculated ? "Calculation" : "Analysis") + ", Model " +
+           std::to_string(m_labels.model);
+}
+
+std::vector<std::string> Writer::names(const FreeSlots& slots) const
+{
+    std::vector<std::string> names;
+    for (const std::size_t slot : slots)
+        names.push_back(constantName(m_labels.model, slot));
+    return names;
+}
+
+std::string Writer::remarks() const
+{
+    std::string text;
+    const auto add = [&text](std::string_view sentence) { text.append(text.empty() ? "" : " ").append(sentence); };
+    if (!hasErrors())
+        add(kNoErrorsForDecays);
+    if (hasErrors() && m_details.uncertainty.degreesOfFreedom < 1)
+        add("There are no standard errors: there are too few samples for so many constants.");
+    const bool atMinimum = m_details.verdict == Verdict::AtMinimum || m_details.verdict == Verdict::Undetermined;
+    if (hasErrors() && !atMinimum && m_details.verdict != Verdict::NotDefined)
+        add("Standard errors hold at a minimum only; those below are for orientation.");
+    constexpr double kRare = 0.05;
+    if (hasErrors() && m_details.runs.probability < kRare)
+        add("The residuals change their sign too seldom: the curve bends otherwise than the data.");
+    return text;
+}
+
+TextTable Writer::constants() const
+{
+    TextTable table{{"Constant", "Value"}};
+    if (hasErrors())
+        table[0].insert(table[0].end(), {"Standard error", "95 % from", "95 % to"});
+    for (std::size_t slot = 1; slot <= static_cast<std::size_t>(m_details.fit.options.parameterCount); ++slot) {
+        table.push_back({constantCaption(m_labels.model, slot), figure(m_details.fit.values[slot])});
+        const auto errors = errorCells(slot);
+        table.back().insert(table.back().end(), errors.begin(), errors.end());
+    }
+    return table;
+}
+
+std::vector<std::string> Writer::errorCells(std::size_t slot) const
+{
+    const bool isFree = std::find(m_free.begin(), m_free.end(), slot) != m_free.end();
+    if (!hasErrors())
+        return isFree ? std::vector<std::string>{} : std::vector<std::string>{"fixed"};
+    if (!isFree)
+        return {"fixed", "", ""};
+    const Uncertainty& uncertainty = m_details.uncertainty;
+    if (uncertainty.degreesOfFreedom < 1)
+        return {"-", "-", "-"};
+    const double value = m_details.fit.values[slot], half = uncertainty.halfWidth[slot];
+    if (std::isinf(half))
+        return {figure(half), "", ""};
+    return {figure(uncertainty.standardError[slot]), figure(value - half), figure(value + half)};
+}
+
+TextTable Writer::figures() const
+{
+    TextTable table{{"Figure", "Value"},
+                    {"Points", std::to_string(m_details.pointCount)},
+                    {"Sum of squared residuals", figure(m_details.sumOfSquares)}};
+    if (!hasErrors())
+        return table;
+    const int dof = m_details.uncertainty.degreesOfFreedom;
+    table.push_back({"Degrees of freedom (without the reference)", std::to_string(dof)});
+    table.push_back({"Root mean square error", dof > 0 ? figure(m_details.rootMeanSquareError) : std::string("-")});
+    table.push_back({"R2 over the points", figure(m_details.R2)});
+    table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
+    table.push_back({"Runs test of the residuals", runsText()});
+    return table;
+}
+
+std::string Writer::runsText() const
+{
+    const RunsTest& runs = m_details.runs;
+    if (runs.above == 0 || runs.below == 0)
+        return "not possible, all residuals have one sign";
+    return std::to_string(runs.runs) + " runs (" + std::to_string(runs.above) + " points above, " +
+           std::to_string(runs.below) + " below), so few by chance in " +
+           fit::formatNumber(100 * runs.probability, "0.0") + " %";
+}
+
+TextTable Writer::correlations() const
+{
+    TextTable table;
+    if (m_free.size() < 2)
+        return table;
+    table.push_back(names(m_free));
+    table[0].insert(table[0].begin(), "Correlation");
+    for (const std::size_t row : m_free) {
+        table.push_back({constantName(m_labels.model, row)});
+        for (const std::size_t column : m_free)
+            table.back().push_back(figure(m_details.uncertainty.correlation[row][column]));
+    }
+    return table;
+}
+
+TextTable Writer::residuals() const
+{
+    if (!hasErrors())
+        return {};
+    TextTable table{{"Qtotal /M", "Observed - model"}};
+    for (std::size_t i = 0; i < std::min(m_labels.conc.size(), m_details.residuals.size()); ++i)
+        table.push_back({figure(m_labels.conc[i]), figure(m_details.residuals[i])});
+    return table;
+}
+
+} // namespace
+
+DetailsText detailsText(const FitDetails& details, const FitLabels& labels) { return Writer(details, labels).text(); }
+
+std::string plainText(const DetailsText& text)
+{
+    std::string all = text.heading + "\r\n" + text.verdict + "\r\n";
+    if (!text.remarks.empty())
+        all += text.remarks + "\r\n";
+    for (const TextTable* table : {&text.constants, &text.figures, &text.correlations, &text.residuals})
+        if (!table->empty())
+            all += "\r\n" + tabbedText(*table);
+    return all;
+}
+
+} // namespace trust

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "trust/fitdetails.h"
+#include "trust/texttable.h"
+
+#include "app/modeltables.h"
+
+namespace trust
+{
+
+/// What the fit was made of.
+struct FitLabels {
+    app::Analysis analysis = app::Analysis::SternVolmer;
+    int model = 0;
+    std::vector<double> conc; // of each point, M
+};
+
+/// Fit details in words and tables.
+struct DetailsText {
+    std::string heading;    // "Stern-Volmer Analysis, Model 3"
+    std::string verdict;    // one of the verdict's phrases
+    std::string remarks;    // sentences, may be empty
+    TextTable constants;    // name, value, standard error, 95 % interval
+    TextTable figures;      // name, value
+    TextTable correlations; // names along both sides; empty with fewer than two free constants
+    TextTable residuals;    // concentration, residual; empty for decay curves, which have hundreds
+};
+
+/// Errors and the figures that rest on them are left out for decay curves: these are computed from typed lifetimes and
+/// carry no noise.
+DetailsText detailsText(const FitDetails& details, const FitLabels& labels);
+
+/// All of it for the clipboard.
+std::string plainText(const DetailsText& text);
+
+} // namespace trust

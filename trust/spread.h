@@ -1,0 +1,12 @@
+#pragma once
+
+#include "trust/task.h"
+
+namespace trust
+{
+
+/// Sets the free parameters to the n-th (1, 2, ...) of values that are spread evenly over the logarithms of ranges.
+/// Source: J. H. Halton, Numer. Math. 2 (1960) 84.
+void spread(fit::Parameters& values, const FreeSlots& free, const Ranges& ranges, int n);
+
+} // namespace trust
