@@ -32,11 +32,14 @@ namespace
 
 using Signal = void (frmVorloMain::*)();
 
+constexpr auto kFindStart = "&Find Start Values";
+
 struct Item {
-    const char* text;
+    const char* text; // empty: a separator
     const char* name;
     Signal chosen; // none: closes the window
     const char* shortcut = "";
+    const char* submenu = ""; // title of the menu in this one that holds the item
 };
 
 struct Menu {
@@ -62,7 +65,12 @@ const std::vector<Menu>& menus()
           {"&Decay Curve Analysis", "mnuDecayCurveAnalysis", &Main::decayCurveAnalysisChosen},
           {"&Calc Decay Curve with input param.", "mnuCalcDecayCurve", &Main::calcDecayCurveChosen, "Ctrl+D"},
           {"&Stern-Volmer Analysis", "mnuSternVolmerAnalysis", &Main::sternVolmerAnalysisChosen},
-          {"Calc Stern-&Volmer with Input param.", "mnuCalcSternVolmer", &Main::calcSternVolmerChosen, "Ctrl+T"}}},
+          {"Calc Stern-&Volmer with Input param.", "mnuCalcSternVolmer", &Main::calcSternVolmerChosen, "Ctrl+T"},
+          {"", "", nullptr},
+          {"for &Stern-Volmer Analysis", "mnuFindSternVolmerStart", &Main::findSternVolmerStartChosen, "", kFindStart},
+          {"for &Decay Curve Analysis", "mnuFindDecayStart", &Main::findDecayStartChosen, "", kFindStart},
+          {"Fit D&etails", "mnuFitDetails", &Main::fitDetailsChosen},
+          {"Compare &Models", "mnuCompareModels", &Main::compareModelsChosen}}},
         {"&Settings", {{"Set &Parameters", "mnuSetParameters", &Main::setParametersChosen}}},
         {"&Help", {{"&Help", "mnuHelpItem0", &Main::helpChosen}, {"&About Vorlo", "mnuHelpItem1", &Main::aboutChosen}}},
     };
@@ -74,6 +82,21 @@ QString onlyFile(const QMimeData& dragged)
 {
     const QList<QUrl> urls = dragged.urls();
     return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+}
+
+void addItem(frmVorloMain& window, QMenu& menu, const Item& item)
+{
+    if (!*item.text) {
+        menu.addSeparator();
+        return;
+    }
+    QAction* action = menu.addAction(frmVorloMain::tr(item.text));
+    action->setObjectName(item.name);
+    action->setShortcut(QKeySequence(item.shortcut));
+    if (item.chosen)
+        QObject::connect(action, &QAction::triggered, &window, item.chosen);
+    else
+        QObject::connect(action, &QAction::triggered, &window, &QWidget::close);
 }
 
 } // namespace
@@ -95,14 +118,11 @@ void frmVorloMain::makeMenus()
 {
     for (const Menu& menu : menus()) {
         QMenu* shown = menuBar()->addMenu(tr(menu.title));
+        QMenu* submenu = nullptr;
         for (const Item& item : menu.items) {
-            QAction* action = shown->addAction(tr(item.text));
-            action->setObjectName(item.name);
-            action->setShortcut(QKeySequence(item.shortcut));
-            if (item.chosen)
-                connect(action, &QAction::triggered, this, item.chosen);
-            else
-                connect(action, &QAction::triggered, this, &QWidget::close);
+            if (*item.submenu && !submenu)
+                submenu = shown->addMenu(tr(item.submenu));
+            addItem(*this, *item.submenu ? *submenu : *shown, item);
         }
     }
 }

@@ -45,6 +45,10 @@ signals:
     void calcDecayCurveChosen();
     void sternVolmerAnalysisChosen();
     void calcSternVolmerChosen();
+    void findSternVolmerStartChosen();
+    void findDecayStartChosen();
+    void fitDetailsChosen();
+    void compareModelsChosen();
     void setParametersChosen();
     void helpChosen();
     void aboutChosen();

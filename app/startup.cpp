@@ -13,12 +13,14 @@ namespace app
 VorloMain::VorloMain(ui::Prompter& prompter)
     : MainWindow(shared), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared), aboutBox(prompter),
       m_prompter(prompter), m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
-      m_decayCommands(commandContext(), DecayAnalyzer), m_sternVolmerCommands(commandContext(), SVAnalyzer)
+      m_decayCommands(commandContext(), DecayAnalyzer), m_sternVolmerCommands(commandContext(), SVAnalyzer),
+      m_trustCommands(commandContext(), MainWindow.panel(), {startValues, fitDetails, modelComparison})
 {
     fit::StopRequested = false;
     connectFileMenu();
     connectEditMenu();
     connectAnalyses();
+    connectTrust();
     connectWindows();
     MainWindow.SetSize(0, 6500, 8160, 9750);
     GraphWindow1.SetTitle("Decay Plot");
@@ -102,12 +104,27 @@ void VorloMain::connectAnalyses()
         connect(analyzer, &analysis::AnalyzerWindow::dismissed, this, [this] { ui::bringToFront(MainWindow); });
 }
 
+void VorloMain::connectTrust()
+{
+    connect(&MainWindow, &frmVorloMain::findSternVolmerStartChosen, this,
+            [this] { m_trustCommands.findSternVolmerStart(); });
+    connect(&MainWindow, &frmVorloMain::findDecayStartChosen, this, [this] { m_trustCommands.findDecayStart(); });
+    connect(&MainWindow, &frmVorloMain::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
+    connect(&MainWindow, &frmVorloMain::compareModelsChosen, this, [this] { m_trustCommands.compareAllModels(); });
+    m_sternVolmerCommands.finished = [this](const sternvolmer::RatioData& data, const analysis::FinishedRun& run) {
+        m_trustCommands.ratiosAnalysed(data, run);
+    };
+    m_decayCommands.finished = [this](const decay::SampleTable& samples, const analysis::FinishedRun& run) {
+        m_trustCommands.decaysAnalysed(samples, run);
+    };
+}
+
 // Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.
 void VorloMain::endProgram()
 {
-    for (QWidget* window :
-         std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2, &SVAnalyzer,
-                                         &DecayAnalyzer, &SettingWindow, &helpViewer, &aboutBox})
+    for (QWidget* window : std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2,
+                                                           &SVAnalyzer, &DecayAnalyzer, &SettingWindow, &helpViewer,
+                                                           &aboutBox, &startValues, &fitDetails, &modelComparison})
         window->hide();
     emit ended();
 }

@@ -10,6 +10,7 @@
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
 #include "sternvolmer/commands.h"
+#include "trust/commands.h"
 
 namespace ui
 {
@@ -40,6 +41,9 @@ public:
     plot::SpreadSheet OutputTable2;
     HelpViewer helpViewer;
     frmVorloAbout aboutBox;
+    trust::StartValuesWindow startValues;
+    trust::FitDetailsWindow fitDetails;
+    trust::ModelComparisonWindow modelComparison;
 
 signals:
     void ended(); // the main window was closed and every other window hidden
@@ -49,6 +53,7 @@ private:
     void connectFileMenu();
     void connectEditMenu();
     void connectAnalyses();
+    void connectTrust();
     void connectWindows();
     void endProgram();
 
@@ -56,6 +61,7 @@ private:
     SessionCommands m_session;
     decay::Commands m_decayCommands;
     sternvolmer::Commands m_sternVolmerCommands;
+    trust::Commands m_trustCommands;
 };
 
 } // namespace app

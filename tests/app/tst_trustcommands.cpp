@@ -1,0 +1,248 @@
+#include "app/datasheet.h"
+#include "app/parameterpanel.h"
+#include "app/resultstable.h"
+#include "fit/numbertext.h"
+#include "tests/support/application.h"
+#include "ui/clipboard.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+
+#include <cmath>
+
+namespace
+{
+
+// Acridone quenched by iodide in water: conc. in M, lifetimes in ns, intensities as printed (CC0 teaching workshop,
+// github.com/chemfd/PhotochemistryWorkshopAnswers).
+const QList<QStringList> kAcridone{
+    {"0", "1", "1", "17.6", "", "", "", "", "16580"}, {"0.04", "1", "1", "3.9", "", "", "", "", "3753"},
+    {"0.1", "1", "1", "1.8", "", "", "", "", "1566"}, {"0.2", "1", "1", "0.95", "", "", "", "", "721"},
+    {"0.3", "1", "1", "0.64", "", "", "", "", "446"}, {"0.5", "1", "1", "0.39", "", "", "", "", "242"},
+    {"0.8", "1", "1", "0.25", "", "", "", "", "121"}};
+
+// Optima of an independent least-squares program.
+constexpr double kSumOfModel1 = 473.808, kSumOfModel3 = 4.05796;
+constexpr double kWithin = 2e-3; // a tenth of a percent of the search, and the digits shown
+
+struct Program : support::Application {
+    Program()
+    {
+        for (int column = 1; column <= kAcridone.size(); ++column)
+            for (int row = 1; row <= kAcridone[column - 1].size(); ++row)
+                program.MainWindow.sheet().SetSheetText(row, column, kAcridone[column - 1][row - 1]);
+    }
+    void choose(int model) { control<QRadioButton>(QString("opnModel%1").arg(model)).click(); }
+    void run(const char* menuItem) { control<QAction>(menuItem).trigger(); }
+    QString box(const char* name) { return control<QLineEdit>(name).text(); }
+    double number(const char* name) { return fit::numberFrom(box(name).toStdString()); }
+    QListWidget& solutions() { return *program.startValues.findChild<QListWidget*>("lstSolutions"); }
+    QString found() { return program.startValues.findChild<QPlainTextEdit*>("txtFound")->toPlainText(); }
+    QString verdict() { return program.fitDetails.findChild<QLabel*>("lblVerdict")->text(); }
+    QTableWidget& details(const char* name) { return *program.fitDetails.findChild<QTableWidget*>(name); }
+    QAbstractItemModel& models() { return *program.modelComparison.findChild<QTableView*>("grdModels")->model(); }
+};
+
+} // namespace
+
+class TestTrustCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void menuItemsStandBelowASeparator();
+    void foundStartLeadsTheAnalysis_data();
+    void foundStartLeadsTheAnalysis();
+    void backRestoresWhatWasTyped();
+    void anotherSolutionCanBeChosen();
+    void complainsAsTheAnalysisDoes();
+    void searchesDecayCurves();
+    void detailsFollowEachAnalysis();
+    void decayDetailsHaveNoErrors();
+    void comparisonLeavesTheRestAlone();
+    void closingTheProgramEndsASearch();
+};
+
+void TestTrustCommands::menuItemsStandBelowASeparator()
+{
+    Program p;
+    auto& last = p.control<QAction>("mnuCalcSternVolmer");
+    const QMenu* calc = qobject_cast<QMenu*>(last.associatedObjects().constFirst());
+    QVERIFY(calc);
+    const auto at = calc->actions().indexOf(&last);
+    QVERIFY(calc->actions()[at + 1]->isSeparator());
+    QCOMPARE(calc->actions()[at + 2]->text().remove('&'), QString("Find Start Values"));
+    QCOMPARE(calc->actions().mid(at + 3),
+             (QList<QAction*>{&p.control<QAction>("mnuFitDetails"), &p.control<QAction>("mnuCompareModels")}));
+}
+
+void TestTrustCommands::foundStartLeadsTheAnalysis_data()
+{
+    QTest::addColumn<int>("logMode");
+    QTest::newRow("normal") << 0;
+    QTest::newRow("log mode") << 1;
+}
+
+void TestTrustCommands::foundStartLeadsTheAnalysis()
+{
+    QFETCH(int, logMode);
+    Program p;
+    p.program.shared.settings.LogMode = logMode;
+    p.choose(3);
+    const app::PanelState before = p.program.MainWindow.panel().panelState();
+    p.run("mnuFindSternVolmerStart");
+    QVERIFY(p.program.startValues.isVisible());
+    app::PanelState after = p.program.MainWindow.panel().panelState();
+    QVERIFY(after.K != before.K && after.kq2 != before.kq2);
+    after.K = before.K;
+    after.kq2 = before.kq2;
+    QCOMPARE(after, before); // nothing else has changed
+    QCOMPARE(p.program.shared.results.ResultCursor, 1);
+    p.run("mnuSternVolmerAnalysis");
+    QVERIFY2(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin,
+             QByteArray::number(p.program.SVAnalyzer.getXaisqr()));
+    QVERIFY(p.found().contains("ends at this minimum"));
+}
+
+void TestTrustCommands::backRestoresWhatWasTyped()
+{
+    Program p;
+    p.choose(3);
+    p.control<QLineEdit>("txtK").setText(" 2 M-1");
+    p.run("mnuFindSternVolmerStart");
+    QVERIFY(p.box("txtK") != " 2 M-1");
+    p.control<QLineEdit>("txtS").setText("0.9");
+    p.program.startValues.findChild<QPushButton*>("cmdBack")->click();
+    QCOMPARE(p.box("txtK"), QString(" 2 M-1"));
+    QCOMPARE(p.box("txtkq2"), QString("1e+6"));
+    QCOMPARE(p.box("txtS"), QString("0.9"));
+}
+
+void TestTrustCommands::anotherSolutionCanBeChosen()
+{
+    Program p;
+    p.choose(3);
+    p.run("mnuFindSternVolmerStart");
+    QCOMPARE(p.solutions().count(), 2);
+    QVERIFY(p.found().contains("2 different solutions are equally good"));
+    const double K = p.number("txtK");
+    p.solutions().setCurrentRow(1);
+    QVERIFY(p.number("txtK") > 10 * K);
+    p.program.startValues.findChild<QPushButton*>("cmdCopyFound")->click();
+    QVERIFY(ui::clipboardText().contains(p.solutions().item(1)->text()));
+}
+
+void TestTrustCommands::complainsAsTheAnalysisDoes()
+{
+    Program p;
+    p.program.MainWindow.sheet().SetSheetText(1, 1, "0.01");
+    for (const char* command : {"mnuFindSternVolmerStart", "mnuCompareModels", "mnuSternVolmerAnalysis"}) {
+        p.prompter.shown.clear();
+        p.run(command);
+        QCOMPARE(p.prompter.shown, (QStringList{"Please input the 0moldm-3 data in the left of column.",
+                                                "You must input intensity data."}));
+    }
+    for (const char* command : {"mnuFindDecayStart", "mnuDecayCurveAnalysis"}) {
+        p.prompter.shown.clear();
+        p.run(command);
+        QCOMPARE(p.prompter.shown, QStringList{"Please Normalize the data."});
+    }
+    QVERIFY(!p.program.startValues.isVisible());
+}
+
+void TestTrustCommands::searchesDecayCurves()
+{
+    Program p;
+    p.run("mnuNormalization");
+    p.run("mnuFindDecayStart");
+    QVERIFY(p.program.startValues.isVisible());
+    // the lifetimes give kq tau0 = 87.3 by an independent program; grid and short lifetimes leave some percent
+    constexpr double kFromLifetimes = 87.3 / 17.6e-9, kGrid = 0.05;
+    QVERIFY2(std::abs(p.number("txtkq2") / kFromLifetimes - 1) < kGrid, p.box("txtkq2").toUtf8());
+    QVERIFY(p.program.shared.DataNormalized);
+}
+
+void TestTrustCommands::detailsFollowEachAnalysis()
+{
+    Program p;
+    p.run("mnuFitDetails");
+    QVERIFY(p.program.fitDetails.isVisible());
+    p.run("mnuSternVolmerAnalysis"); // default panel, log mode: ends where the engine sees no slope
+    QCOMPARE(p.verdict(), QString("not a minimum: try other start values"));
+    p.run("mnuFindSternVolmerStart");
+    p.run("mnuSternVolmerAnalysis");
+    QCOMPARE(p.verdict(), QString("at a minimum"));
+    QCOMPARE(p.details("grdConstants").item(0, 0)->text(), QString("kq2 /M-1 s-1"));
+    QCOMPARE(p.details("grdResiduals").rowCount(), 7);
+    p.program.fitDetails.findChild<QPushButton*>("cmdCopyDetails")->click();
+    QVERIFY(ui::clipboardText().startsWith("Stern-Volmer Analysis, Model 1\r\nat a minimum\r\n"));
+    QVERIFY(ui::clipboardText().contains("\r\nkq2 /M-1 s-1\t"));
+
+    p.control<QCheckBox>("Check1").click();
+    p.choose(3);
+    p.run("mnuCalcSternVolmer");
+    QCOMPARE(p.details("grdConstants").item(1, 2)->text(), QString("fixed"));
+    QCOMPARE(p.verdict(), QString("not a minimum: try other start values"));
+}
+
+void TestTrustCommands::decayDetailsHaveNoErrors()
+{
+    Program p;
+    p.program.shared.settings.LogMode = 0; // in log mode the engine stops 0.12 percent above the least sum
+    p.run("mnuNormalization");
+    p.run("mnuFindDecayStart");
+    p.run("mnuDecayCurveAnalysis");
+    p.run("mnuFitDetails");
+    QCOMPARE(p.verdict(), QString("at a minimum"));
+    QCOMPARE(p.details("grdConstants").columnCount(), 2);
+    QVERIFY(p.program.fitDetails.findChild<QLabel*>("lblRemarks")->text().contains("carry no noise"));
+}
+
+void TestTrustCommands::comparisonLeavesTheRestAlone()
+{
+    Program p;
+    p.run("mnuSternVolmerAnalysis");
+    const double sum = p.program.SVAnalyzer.getXaisqr();
+    const int cursor = p.program.shared.results.ResultCursor;
+    const app::PanelState panel = p.program.MainWindow.panel().panelState();
+    p.run("mnuCompareModels");
+    QCOMPARE(p.models().rowCount(), 13);
+    QCOMPARE(p.program.SVAnalyzer.getXaisqr(), sum);
+    QCOMPARE(p.program.shared.results.ResultCursor, cursor);
+    QCOMPARE(p.program.MainWindow.panel().panelState(), panel);
+
+    auto* table = p.program.modelComparison.findChild<QTableView*>("grdModels");
+    constexpr int kModel = 0, kSum = 5;
+    table->sortByColumn(kModel, Qt::AscendingOrder);
+    QCOMPARE(p.models().index(9, kModel).data().toString(), QString("10")); // by number, not by text
+    QVERIFY(std::abs(p.models().index(0, kSum).data().toDouble() / kSumOfModel1 - 1) < kWithin);
+    emit table->doubleClicked(p.models().index(2, kModel));
+    QCOMPARE(p.program.MainWindow.panel().panelState().Model, 3);
+    p.run("mnuSternVolmerAnalysis");
+    QVERIFY(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin);
+    p.program.modelComparison.findChild<QPushButton*>("cmdCopyModels")->click();
+    QCOMPARE(ui::clipboardText().count("\r\n"), 14);
+}
+
+void TestTrustCommands::closingTheProgramEndsASearch()
+{
+    Program p;
+    QTimer::singleShot(0, &p.program.MainWindow, &QWidget::close);
+    p.run("mnuCompareModels");
+    QVERIFY(!p.program.modelComparison.isVisible());
+    QCOMPARE(p.models().rowCount(), 0);
+}
+
+QTEST_MAIN(TestTrustCommands)
+#include "tst_trustcommands.moc"

@@ -1,0 +1,208 @@
+#include "trust/commands.h"
+
+#include "analysis/messages.h"
+#include "decay/decayproblem.h"
+#include "trust/panelstarts.h"
+#include "ui/twips.h"
+
+#include <QScopedValueRollback>
+
+namespace trust
+{
+namespace
+{
+
+// twips
+constexpr int kStartsTop = 2000, kStartsLeft = 3000, kStartsHeight = 5400, kStartsWidth = 7200;
+constexpr int kDetailsTop = 1000, kDetailsLeft = 2000, kDetailsHeight = 9000, kDetailsWidth = 8400;
+constexpr int kComparisonTop = 1500, kComparisonLeft = 2500, kComparisonHeight = 6600, kComparisonWidth = 13500;
+
+/// Places a window when it is not yet there; in front it comes always.
+void showInFront(QWidget& window, int top, int left, int height, int width)
+{
+    if (!window.isVisible())
+        ui::placeAndShow(window, top, left, height, width);
+    ui::bringToFront(window);
+}
+
+FinishedFit finishedFit(const analysis::FinishedRun& run, app::Analysis analysis)
+{
+    const bool calculated = run.kind == analysis::Kind::Calculation;
+    return {.options = run.options,
+            .start = calculated ? run.values : app::startParameters(run.panel, analysis).values,
+            .values = run.values,
+            .iterations = run.iterations,
+            .calculated = calculated};
+}
+
+} // namespace
+
+Commands::Commands(const analysis::CommandContext& context, app::PanelEditor& panel, const Windows& windows)
+    : m_context(context), m_panel(panel), m_windows(windows)
+{
+    StartValuesWindow& starts = m_windows.startValues;
+    QObject::connect(&starts, &StartValuesWindow::startChosen, &starts,
+                     [this](const fit::Parameters& values) { typeFound(values); });
+    QObject::connect(&starts, &StartValuesWindow::backChosen, &starts, [this] { typeBack(); });
+    ModelComparisonWindow& comparison = m_windows.comparison;
+    QObject::connect(&comparison, &ModelComparisonWindow::modelChosen, &comparison,
+                     [this](int model, const fit::Parameters& values) { chooseModel(model, values); });
+}
+
+void Commands::findSternVolmerStart()
+{
+    const std::optional<RatioInput> input = checkedRatios();
+    if (!input)
+        return;
+    sternvolmer::RatioProblem problem = input->problem();
+    const app::PanelState& panel = input->panel;
+    search({problem, panel.Model, app::startParameters(panel, app::Analysis::SternVolmer), kUncountedRatios}, panel,
+           app::Analysis::SternVolmer);
+}
+
+void Commands::findDecayStart()
+{
+    const app::PanelState panel = m_panel.panelState();
+    if (const auto complaint = analysis::decayComplaint(m_context.shared.DataNormalized, panel.Model)) {
+        m_context.prompter.message(QString::fromStdString(*complaint));
+        return;
+    }
+    decay::DecayProblem problem(m_context.shared.samples, panel.Model, 0, app::panelValues(panel).Cp);
+    if (problem.pointCount() == 0) {
+        m_context.prompter.message(analysis::kArithmeticFault);
+        return;
+    }
+    search({problem, panel.Model, app::startParameters(panel, app::Analysis::Decay)}, panel, app::Analysis::Decay);
+}
+
+std::optional<RatioInput> Commands::checkedRatios()
+{
+    RatioInput input{.data = sternvolmer::readSternVolmerData(app::cellsOf(m_context.sheet)),
+                     .panel = m_panel.panelState(),
+                     .logMode = m_context.shared.settings.LogMode};
+    const auto found = sternvolmer::complaints(input.data, app::panelValues(input.panel).Cp);
+    for (const std::string& complaint : found)
+        m_context.prompter.message(QString::fromStdString(complaint));
+    if (!found.empty())
+        return std::nullopt;
+    sternvolmer::computeRatios(input.data);
+    if (sternvolmer::allFinite(input.data))
+        return input;
+    m_context.prompter.message(analysis::kArithmeticFault);
+    return std::nullopt;
+}
+
+void Commands::search(const Task& task, const app::PanelState& panel, app::Analysis analysis)
+{
+    if (m_searching)
+        return;
+    const QScopedValueRollback searching(m_searching, true);
+    StartValuesWindow& window = m_windows.startValues;
+    const QString of = analysis == app::Analysis::Decay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
+    m_typed = panel;
+    m_searched = task.free();
+    ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(task.model));
+    showInFront(window, kStartsTop, kStartsLeft, kStartsHeight, kStartsWidth);
+    double done = 0;
+    const SearchResult found = searchStart(task, [&](double share) { return progress(done = share); });
+    const std::vector<FoundStart> starts = startsFor(task, panel, analysis, found, [&] { return progress(done); });
+    if (fit::StopRequested)
+        return;
+    if (found.cancelled || !progress(done))
+        window.showNothingFound("The search was cancelled. The boxes hold what was typed.");
+    else if (starts.empty())
+        window.showNothingFound("The model has no value for any start tried. The boxes hold what was typed.");
+    else
+        window.showFound(task.model, found.typedSum, starts);
+}
+
+std::vector<FoundStart> Commands::startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
+                                            const SearchResult& found, const KeepGoing& keepGoing) const
+{
+    const fit::Options options = engineOptions(panel, analysis, m_context.shared.settings.LogMode);
+    std::vector<FoundStart> starts;
+    for (const Solution& solution : found.solutions)
+        starts.push_back({solution, engineStart(task.problem, options, task.free(),
+                                                {solution.values, solution.sumOfSquares}, keepGoing)});
+    return starts;
+}
+
+void Commands::typeFound(const fit::Parameters& values)
+{
+    app::PanelState panel = m_panel.panelState();
+    typeStart(panel, m_typed.Model, m_searched, values);
+    m_panel.setPanelState(panel);
+}
+
+void Commands::typeBack()
+{
+    app::PanelState panel = m_panel.panelState();
+    restoreStart(panel, m_typed.Model, m_typed);
+    m_panel.setPanelState(panel);
+}
+
+void Commands::chooseModel(int model, const fit::Parameters& values)
+{
+    app::PanelState panel = m_panel.panelState();
+    panel.Model = model;
+    const app::StartParameters start = app::startParameters(panel, app::Analysis::SternVolmer);
+    typeStart(panel, model, freeSlots(start.count, start.fix), values);
+    m_panel.setPanelState(panel);
+}
+
+void Commands::compareAllModels()
+{
+    if (m_searching)
+        return;
+    const std::optional<RatioInput> input = checkedRatios();
+    if (!input)
+        return;
+    const QScopedValueRollback searching(m_searching, true);
+    ModelComparisonWindow& window = m_windows.comparison;
+    ProgressBarProgress progress = window.begin();
+    showInFront(window, kComparisonTop, kComparisonLeft, kComparisonHeight, kComparisonWidth);
+    const std::vector<ComparedModel> models = compareModels(*input, [&](double share) { return progress(share); });
+    if (!fit::StopRequested)
+        window.showModels(models);
+}
+
+void Commands::showFitDetails()
+{
+    showInFront(m_windows.fitDetails, kDetailsTop, kDetailsLeft, kDetailsHeight, kDetailsWidth);
+    refreshDetails();
+}
+
+void Commands::ratiosAnalysed(const sternvolmer::RatioData& data, const analysis::FinishedRun& run)
+{
+    m_details = [this, run, input = RatioInput{.data = data, .panel = run.panel}] {
+        sternvolmer::RatioProblem problem = input.problem();
+        const std::vector<double> observed = input.observed();
+        FitLabels labels{.analysis = app::Analysis::SternVolmer, .model = run.panel.Model, .conc = {}};
+        for (std::size_t i = 1; i <= observed.size(); ++i)
+            labels.conc.push_back(input.data.samples.SampleData[i].Conc);
+        const FinishedFit finished = finishedFit(run, app::Analysis::SternVolmer);
+        m_windows.fitDetails.showDetails(fitDetails(problem, finished, observed, kUncountedRatios), labels);
+    };
+    if (m_windows.fitDetails.isVisible())
+        refreshDetails();
+}
+
+void Commands::decaysAnalysed(const decay::SampleTable& samples, const analysis::FinishedRun& run)
+{
+    m_details = [this, run, samples] {
+        decay::DecayProblem problem(samples, run.panel.Model, 0, app::panelValues(run.panel).Cp);
+        const FinishedFit finished = finishedFit(run, app::Analysis::Decay);
+        m_windows.fitDetails.showDetails(fitDetails(problem, finished, {}, 0),
+                                         {.analysis = app::Analysis::Decay, .model = run.panel.Model, .conc = {}});
+    };
+    if (m_windows.fitDetails.isVisible())
+        refreshDetails();
+}
+
+void Commands::refreshDetails()
+{
+    if (m_details)
+        m_details();
+}
+
+} // namespace trust

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "analysis/commandcontext.h"
+#include "analysis/fitter.h"
+#include "sternvolmer/ratiodata.h"
+#include "trust/fitdetailswindow.h"
+#include "trust/modelcomparisonwindow.h"
+#include "trust/ratiotask.h"
+#include "trust/startvalueswindow.h"
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace trust
+{
+
+/// The commands that look after start values and fits. They leave analyzers, results and sample table alone.
+class Commands
+{
+public:
+    struct Windows {
+        StartValuesWindow& startValues;
+        FitDetailsWindow& fitDetails;
+        ModelComparisonWindow& comparison;
+    };
+    Commands(const analysis::CommandContext& context, app::PanelEditor& panel, const Windows& windows);
+
+    void findSternVolmerStart();
+    void findDecayStart();
+    void showFitDetails();
+    void compareAllModels();
+
+    // Told of every analysis and calculation that has come to its end.
+    void ratiosAnalysed(const sternvolmer::RatioData& data, const analysis::FinishedRun& run);
+    void decaysAnalysed(const decay::SampleTable& samples, const analysis::FinishedRun& run);
+
+private:
+    std::optional<RatioInput> checkedRatios();
+    void search(const Task& task, const app::PanelState& panel, app::Analysis analysis);
+    std::vector<FoundStart> startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
+                                      const SearchResult& found, const KeepGoing& keepGoing) const;
+    void typeFound(const fit::Parameters& values);
+    void typeBack();
+    void chooseModel(int model, const fit::Parameters& values);
+    void refreshDetails();
+
+    analysis::CommandContext m_context;
+    app::PanelEditor& m_panel;
+    Windows m_windows;
+    bool m_searching = false;        // one search at a time: it has one window to show itself in
+    app::PanelState m_typed;         // the panel when the last search started
+    FreeSlots m_searched;            // what it looked for
+    std::function<void()> m_details; // brings the window of fit details up to date; empty before any analysis
+};
+
+} // namespace trust

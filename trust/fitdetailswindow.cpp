@@ -1,0 +1,87 @@
+#include "trust/fitdetailswindow.h"
+
+#include "trust/residualplot.h"
+#include "trust/tables.h"
+#include "ui/clipboard.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace trust
+{
+namespace
+{
+
+QLabel* namedLabel(const char* name, QWidget* parent)
+{
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return label;
+}
+
+} // namespace
+
+FitDetailsWindow::FitDetailsWindow()
+    : m_heading(namedLabel("lblFit", this)), m_verdict(namedLabel("lblVerdict", this)),
+      m_remarks(namedLabel("lblRemarks", this)), m_constants(makeTable("grdConstants", tr("Constants"), this)),
+      m_figures(makeTable("grdFigures", tr("Figures of the fit"), this)),
+      m_correlations(makeTable("grdCorrelations", tr("Correlations of the constants"), this)),
+      m_residuals(makeTable("grdResiduals", tr("Residuals"), this)), m_plot(new ResidualPlot(this)),
+      m_copy(new QPushButton(tr("&Copy"), this))
+{
+    setWindowTitle(tr("Fit Details"));
+    m_heading->setText(tr("No analysis has been run yet."));
+    m_copy->setObjectName("cmdCopyDetails");
+    m_copy->setEnabled(false);
+    QFont bold = m_verdict->font();
+    bold.setBold(true);
+    m_verdict->setFont(bold);
+    layOut();
+    connect(m_copy, &QPushButton::clicked, this, [this] { ui::copyText(qtText(plainText(m_text))); });
+}
+
+void FitDetailsWindow::layOut()
+{
+    auto* residuals = new QHBoxLayout;
+    residuals->addWidget(m_residuals, 1);
+    residuals->addWidget(m_plot, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(m_copy);
+    auto* layout = new QVBoxLayout(this);
+    for (QLabel* label : {m_heading, m_verdict, m_remarks})
+        layout->addWidget(label);
+    layout->addWidget(m_constants, 3);
+    layout->addWidget(m_figures, 5);
+    layout->addWidget(m_correlations, 3);
+    layout->addLayout(residuals, 5);
+    layout->addLayout(buttons);
+}
+
+void FitDetailsWindow::showDetails(const FitDetails& details, const FitLabels& labels)
+{
+    m_text = detailsText(details, labels);
+    m_heading->setText(qtText(m_text.heading));
+    m_verdict->setText(qtText(m_text.verdict));
+    m_remarks->setText(qtText(m_text.remarks));
+    m_remarks->setVisible(!m_text.remarks.empty());
+    fillTable(*m_constants, m_text.constants);
+    fillTable(*m_figures, m_text.figures);
+    fillTable(*m_correlations, m_text.correlations);
+    fillTable(*m_residuals, m_text.residuals);
+    m_correlations->setVisible(!m_text.correlations.empty());
+    m_residuals->setVisible(!m_text.residuals.empty());
+    m_plot->setVisible(!m_text.residuals.empty());
+    QVector<QPointF> points;
+    for (std::size_t i = 0; i < std::min(labels.conc.size(), details.residuals.size()); ++i)
+        points << QPointF(labels.conc[i], details.residuals[i]);
+    m_plot->setPoints(points);
+    m_copy->setEnabled(true);
+}
+
+} // namespace trust

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "trust/detailstext.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace trust
+{
+
+class ResidualPlot;
+
+/// Fit details in tables; shows what it is given.
+class FitDetailsWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    FitDetailsWindow();
+
+    void showDetails(const FitDetails& details, const FitLabels& labels);
+
+private:
+    void layOut();
+
+    QLabel *m_heading, *m_verdict, *m_remarks;
+    QTableWidget *m_constants, *m_figures, *m_correlations, *m_residuals;
+    ResidualPlot* m_plot;
+    QPushButton* m_copy;
+    DetailsText m_text;
+};
+
+} // namespace trust

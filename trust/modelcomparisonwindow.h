@@ -1,0 +1,46 @@
+#pragma once
+
+#include "trust/modelcomparison.h"
+#include "trust/searchprogress.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+class QStandardItemModel;
+class QTableView;
+
+namespace trust
+{
+
+/// All models on the same data, to be sorted by any column.
+class ModelComparisonWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ModelComparisonWindow();
+
+    /// Shows that a comparison begins; the progress to hand to it.
+    ProgressBarProgress begin();
+    /// Shows the models as far as there are any.
+    void showModels(const std::vector<ComparedModel>& models);
+
+signals:
+    void modelChosen(int model, const fit::Parameters& start);
+
+private:
+    void layOut();
+    void announceRow(const QModelIndex& index);
+    void copy();
+
+    QLabel* m_hint;
+    QProgressBar* m_progress;
+    QTableView* m_table;
+    QStandardItemModel* m_cells;
+    QPushButton *m_cancel, *m_copy;
+    std::vector<ComparedModel> m_models;
+    bool m_cancelled = false;
+};
+
+} // namespace trust

@@ -1,0 +1,113 @@
+#include "trust/startvalueswindow.h"
+
+#include "trust/tables.h"
+#include "ui/clipboard.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace trust
+{
+
+StartValuesWindow::StartValuesWindow()
+    : m_heading(new QLabel(this)), m_progress(new QProgressBar(this)), m_solutions(new QListWidget(this)),
+      m_text(new QPlainTextEdit(this)), m_cancel(new QPushButton(tr("C&ancel"), this)),
+      m_back(new QPushButton(tr("&Back"), this)), m_copy(new QPushButton(tr("&Copy"), this))
+{
+    setWindowTitle(tr("Start Values"));
+    m_heading->setObjectName("lblSearch");
+    m_progress->setObjectName("barSearch");
+    m_progress->setAccessibleName(tr("Progress of the search"));
+    m_solutions->setObjectName("lstSolutions");
+    m_text->setObjectName("txtFound");
+    m_text->setAccessibleName(tr("What was found"));
+    m_text->setReadOnly(true);
+    m_text->setTabChangesFocus(true);
+    m_cancel->setObjectName("cmdCancelSearch");
+    m_back->setObjectName("cmdBack");
+    m_back->setToolTip(tr("Puts the typed values back into the boxes"));
+    m_copy->setObjectName("cmdCopyFound");
+    layOut();
+    connect(m_cancel, &QPushButton::clicked, this, [this] { m_cancelled = true; });
+    connect(m_back, &QPushButton::clicked, this, &StartValuesWindow::backChosen);
+    connect(m_copy, &QPushButton::clicked, this, &StartValuesWindow::copy);
+    connect(m_solutions, &QListWidget::currentRowChanged, this, &StartValuesWindow::showChoice);
+}
+
+void StartValuesWindow::layOut()
+{
+    auto* caption = new QLabel(tr("&Solutions, the best one first:"), this);
+    caption->setBuddy(m_solutions);
+    m_solutions->setMaximumHeight(4 * m_solutions->fontMetrics().lineSpacing() + 12);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {m_cancel, m_back, m_copy})
+        buttons->addWidget(button);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_heading);
+    layout->addWidget(m_progress);
+    layout->addWidget(caption);
+    layout->addWidget(m_solutions);
+    layout->addWidget(m_text);
+    layout->addLayout(buttons);
+}
+
+ProgressBarProgress StartValuesWindow::begin(const QString& heading)
+{
+    m_cancelled = false;
+    m_heading->setText(heading);
+    m_starts.clear();
+    {
+        const QSignalBlocker filling(m_solutions);
+        m_solutions->clear();
+    }
+    m_text->setPlainText(tr("Searching..."));
+    m_cancel->setEnabled(true);
+    m_back->setEnabled(false);
+    m_copy->setEnabled(false);
+    return {*m_progress, m_cancelled};
+}
+
+void StartValuesWindow::showFound(int model, double typedSum, std::vector<FoundStart> starts)
+{
+    m_model = model;
+    m_typedSum = typedSum;
+    m_starts = std::move(starts);
+    m_progress->setValue(m_progress->maximum());
+    m_cancel->setEnabled(false);
+    m_back->setEnabled(true);
+    m_copy->setEnabled(true);
+    for (const FoundStart& found : m_starts)
+        m_solutions->addItem(qtText(valuesText(model, found.solution.values)));
+    m_solutions->setCurrentRow(0); // which chooses it
+}
+
+void StartValuesWindow::showNothingFound(const QString& reason)
+{
+    m_cancel->setEnabled(false);
+    m_text->setPlainText(reason);
+}
+
+void StartValuesWindow::showChoice(int row)
+{
+    const auto chosen = static_cast<std::size_t>(row);
+    if (row < 0 || chosen >= m_starts.size())
+        return;
+    m_text->setPlainText(qtText(foundText(m_model, m_typedSum, m_starts, chosen)));
+    emit startChosen(m_starts[chosen].start.values);
+}
+
+void StartValuesWindow::copy()
+{
+    QString text = m_heading->text() + "\r\n";
+    for (int row = 0; row < m_solutions->count(); ++row)
+        text += m_solutions->item(row)->text() + "\r\n";
+    ui::copyText(text + m_text->toPlainText());
+}
+
+} // namespace trust

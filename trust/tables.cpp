@@ -1,0 +1,42 @@
+#include "trust/tables.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+
+namespace trust
+{
+
+QString qtText(const std::string& text) { return QString::fromStdString(text); }
+
+QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent)
+{
+    auto* table = new QTableWidget(parent);
+    table->setObjectName(name);
+    table->setAccessibleName(accessibleName);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->setStretchLastSection(true);
+    return table;
+}
+
+void fillTable(QTableWidget& table, const TextTable& rows)
+{
+    table.clear();
+    table.setRowCount(rows.empty() ? 0 : static_cast<int>(rows.size()) - 1);
+    table.setColumnCount(rows.empty() ? 0 : static_cast<int>(rows[0].size()));
+    for (int row = 0; row < static_cast<int>(rows.size()); ++row)
+        for (int column = 0; column < table.columnCount(); ++column) {
+            const auto& cells = rows[static_cast<std::size_t>(row)];
+            const auto index = static_cast<std::size_t>(column);
+            auto* item = new QTableWidgetItem(index < cells.size() ? qtText(cells[index]) : QString());
+            if (row == 0)
+                table.setHorizontalHeaderItem(column, item);
+            else
+                table.setItem(row - 1, column, item);
+        }
+    table.resizeColumnsToContents();
+    table.resizeRowsToContents();
+}
+
+} // namespace trust

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "trust/texttable.h"
+
+class QString;
+class QTableWidget;
+class QWidget;
+
+namespace trust
+{
+
+/// A read-only table with a name for tests and one for screen readers; Tab leaves it.
+QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent);
+
+/// Shows the rows below the titles, columns as wide as their texts.
+void fillTable(QTableWidget& table, const TextTable& rows);
+
+QString qtText(const std::string& text);
+
+} // namespace trust
