@@ -22,13 +22,27 @@ QWidget& focused()
     giveUp("nothing has the keyboard");
 }
 
-/// The menu of the menu bar that holds an item.
-QAction* titleOf(const QMenuBar& bar, const QAction* item)
+/// The menu that an item or a submenu's title stands in.
+QMenu* menuOf(const QAction& action)
 {
-    for (QAction* title : bar.actions())
-        if (title->menu() && title->menu()->actions().contains(item))
-            return title;
+    for (QObject* holder : action.associatedObjects())
+        if (auto* menu = qobject_cast<QMenu*>(holder))
+            return menu;
     return nullptr;
+}
+
+/// Clicks through the titles that lead to a menu.
+void openMenu(QMenuBar& bar, QMenu& menu)
+{
+    QAction* title = menu.menuAction();
+    if (bar.actions().contains(title)) {
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(title).center());
+    } else if (QMenu* parent = menuOf(*title)) {
+        openMenu(bar, *parent);
+        QTest::mouseClick(parent, Qt::LeftButton, {}, parent->actionGeometry(title).center());
+    }
+    if (!QTest::qWaitFor([&menu] { return menu.isVisible(); })) // a submenu opens after a moment
+        giveUp(QString("the menu %1 does not open").arg(title->text()));
 }
 
 } // namespace
@@ -91,16 +105,11 @@ void chooseItem(QMainWindow& window, const char* item)
 {
     goTo(window);
     auto* action = window.findChild<QAction*>(item);
-    QMenuBar& bar = *window.menuBar();
-    QAction* title = action ? titleOf(bar, action) : nullptr;
-    if (!title)
+    QMenu* menu = action ? menuOf(*action) : nullptr;
+    if (!menu)
         giveUp(QString("there is no menu item %1").arg(item));
-
-    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(title).center());
-    QMenu& menu = *title->menu();
-    if (!menu.isVisible())
-        giveUp(QString("the menu %1 does not open").arg(title->text()));
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+    openMenu(*window.menuBar(), *menu);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
 }
 
 void takePicture(QWidget& window, const QString& path)

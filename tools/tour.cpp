@@ -159,6 +159,21 @@ struct Tour {
         tour::chooseItem(program.MainWindow, "mnuSetParameters");
         picture(program.SettingWindow, "settings.png");
     }
+
+    void trust()
+    {
+        app::frmVorloMain& window = program.MainWindow;
+        say("Start values that work, details of the fit from there, and all models on the same data.");
+        chooseModel(window, 3);
+        tour::chooseItem(window, "mnuFindSternVolmerStart");
+        say(tour::find<QPlainTextEdit>(program.startValues, "txtFound").toPlainText());
+        picture(program.startValues, "start-values.png");
+        tour::chooseItem(window, "mnuSternVolmerAnalysis");
+        tour::chooseItem(window, "mnuFitDetails");
+        picture(program.fitDetails, "fit-details.png");
+        tour::chooseItem(window, "mnuCompareModels");
+        picture(program.modelComparison, "compare-models.png");
+    }
 };
 
 /// What a dark desktop gives its programs.
@@ -188,6 +203,7 @@ int main(int argc, char* argv[])
     tour.sternVolmer();
     tour.decayCurves();
     tour.settings();
+    tour.trust();
     say("One picture of each window is in " + folder.absolutePath());
     return EXIT_SUCCESS;
 }
