@@ -131,12 +131,10 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
         method.diag.setOnes(u.size());
         method.parameters.factor = kFirstStep / std::max(1.0, u.norm());
         method.parameters.ftol = method.parameters.xtol = method.parameters.gtol = kTolerance;
-        auto status = method.minimizeInit(u);
-        for (int step = 0; step < kMaxSteps; ++step) {
-            status = method.minimizeOneStep(u);
-            if (status != Eigen::LevenbergMarquardtSpace::Running)
+        method.minimizeInit(u);
+        for (int step = 0; step < kMaxSteps; ++step)
+            if (method.minimizeOneStep(u) != Eigen::LevenbergMarquardtSpace::Running)
                 break;
-        }
     }
     const fit::Parameters reached = residuals.parameters(u);
     return {reached, sumOfSquares(problem, reached)};
