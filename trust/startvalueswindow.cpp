@@ -25,6 +25,7 @@ StartValuesWindow::StartValuesWindow()
     m_progress->setObjectName("barSearch");
     m_progress->setAccessibleName(tr("Progress of the search"));
     m_solutions->setObjectName("lstSolutions");
+    m_solutions->setAccessibleName(tr("Solutions"));
     m_text->setObjectName("txtFound");
     m_text->setAccessibleName(tr("What was found"));
     m_text->setReadOnly(true);

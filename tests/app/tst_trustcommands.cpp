@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -61,7 +60,6 @@ class TestTrustCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void menuItemsStandBelowASeparator();
     void foundStartLeadsTheAnalysis_data();
     void foundStartLeadsTheAnalysis();
     void backRestoresWhatWasTyped();
@@ -73,19 +71,6 @@ private slots:
     void comparisonLeavesTheRestAlone();
     void closingTheProgramEndsASearch();
 };
-
-void TestTrustCommands::menuItemsStandBelowASeparator()
-{
-    Program p;
-    auto& last = p.control<QAction>("mnuCalcSternVolmer");
-    const QMenu* calc = qobject_cast<QMenu*>(last.associatedObjects().constFirst());
-    QVERIFY(calc);
-    const auto at = calc->actions().indexOf(&last);
-    QVERIFY(calc->actions()[at + 1]->isSeparator());
-    QCOMPARE(calc->actions()[at + 2]->text().remove('&'), QString("Find Start Values"));
-    QCOMPARE(calc->actions().mid(at + 3),
-             (QList<QAction*>{&p.control<QAction>("mnuFitDetails"), &p.control<QAction>("mnuCompareModels")}));
-}
 
 void TestTrustCommands::foundStartLeadsTheAnalysis_data()
 {
