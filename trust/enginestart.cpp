@@ -12,6 +12,8 @@ namespace trust
 namespace
 {
 
+constexpr const char* kAllDigits = "0.000######e+0";
+
 /// A problem in real units as the engine sees it: through logarithms in log mode.
 class EngineView final : public fit::Problem
 {
@@ -71,7 +73,9 @@ public:
     EngineStart result();
 
 private:
-    EngineStart tried(fit::Parameters values);
+    EngineStart tried(const fit::Parameters& values);
+    fit::Parameters rounded(fit::Parameters values, const char* pattern) const;
+    fit::Parameters briefly(const fit::Parameters& exact);
     bool improve(EngineStart& best, double step);
     bool mayTry() const { return m_evaluationsLeft > 0 && (!m_keepGoing || m_keepGoing()); }
 
@@ -86,7 +90,9 @@ private:
 /// Looks around the minimum for a start that ends lower: at first half as large again, then nearer.
 EngineStart Trial::result()
 {
-    const EngineStart atMinimum = tried(m_minimum.values);
+    EngineStart atMinimum = tried(briefly(m_minimum.values));
+    if (!atMinimum.leadsToMinimum)
+        atMinimum = tried(rounded(m_minimum.values, kAllDigits));
     EngineStart best = atMinimum;
     for (double step = 0.5; !best.leadsToMinimum && step > 1e-3 && mayTry();)
         if (!improve(best, step))
@@ -103,23 +109,41 @@ bool Trial::improve(EngineStart& best, double step)
                 return false;
             fit::Parameters moved = centre.values;
             moved[slot] *= factor;
-            const EngineStart trial = tried(moved);
+            const EngineStart trial = tried(rounded(moved, kAllDigits));
             if (trial.reached < best.reached)
                 best = trial;
         }
     return best.reached < centre.reached;
 }
 
-EngineStart Trial::tried(fit::Parameters values)
+EngineStart Trial::tried(const fit::Parameters& values)
 {
-    for (const std::size_t slot : m_free)
-        values[slot] = fit::numberFrom(startText(values[slot]));
     const EngineRun run = runEngine(m_problem, m_options, values, m_evaluationsLeft, m_keepGoing);
     m_evaluationsLeft -= (run.outcome.iterations + 1) * evaluationsPerIteration(m_problem, m_options);
     return {.values = values,
             .sumOfSquares = sumOfSquares(m_problem, values),
             .reached = run.sumOfSquares,
             .leadsToMinimum = equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_problem.pointCount())};
+}
+
+fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) const
+{
+    for (const std::size_t slot : m_free)
+        values[slot] = fit::numberFrom(fit::formatNumber(values[slot], pattern));
+    return values;
+}
+
+/// As few digits as keep the sum of squares: the boxes are narrow.
+fit::Parameters Trial::briefly(const fit::Parameters& exact)
+{
+    constexpr double kShare = 0.1; // of what counts as equally good
+    const double sum = sumOfSquares(m_problem, exact);
+    for (const char* pattern : {"0.000e+0", "0.0000e+0", "0.00000e+0"}) {
+        const fit::Parameters values = rounded(exact, pattern);
+        if (equallyGood(sum + (sumOfSquares(m_problem, values) - sum) / kShare, sum, m_problem.pointCount()))
+            return values;
+    }
+    return rounded(exact, kAllDigits);
 }
 
 } // namespace
@@ -143,6 +167,6 @@ EngineStart engineStart(fit::Problem& problem, const fit::Options& options, cons
     return Trial(problem, options, free, minimum, keepGoing).result();
 }
 
-std::string startText(double value) { return fit::formatNumber(value, "0.000000000e+0"); }
+std::string startText(double value) { return fit::formatNumber(value, kAllDigits); }
 
 } // namespace trust

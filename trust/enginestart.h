@@ -26,7 +26,7 @@ struct EngineRun {
 EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
                     double maxEvaluations = kEvaluations, const KeepGoing& keepGoing = {});
 
-/// Start values, rounded as the boxes show them, and where the analysis ends that is started from them.
+/// Start values, rounded for the boxes, and where the analysis ends that is started from them.
 struct EngineStart {
     fit::Parameters values{};
     double sumOfSquares = 0;     // at the start
@@ -39,7 +39,7 @@ struct EngineStart {
 EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const FreeSlots& free,
                         const Minimum& minimum, const KeepGoing& keepGoing = {});
 
-/// A value as start values are shown, and its text.
+/// The text of a start value for its box.
 std::string startText(double value);
 
 } // namespace trust
