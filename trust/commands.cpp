@@ -6,22 +6,32 @@
 #include "ui/twips.h"
 
 #include <QScopedValueRollback>
+#include <QScreen>
 
 namespace trust
 {
 namespace
 {
 
-// twips
-constexpr int kStartsTop = 2000, kStartsLeft = 3000, kStartsHeight = 5400, kStartsWidth = 7200;
-constexpr int kDetailsTop = 1000, kDetailsLeft = 2000, kDetailsHeight = 9000, kDetailsWidth = 8400;
-constexpr int kComparisonTop = 1500, kComparisonLeft = 2500, kComparisonHeight = 6600, kComparisonWidth = 13500;
+/// Where a window goes, twips: beside the main window, or over it on a screen that has no room there.
+struct Place {
+    int top, left;
+    int crampedTop, crampedLeft;
+    int height, width;
+};
+constexpr Place kStartsPlace{5000, 16350, 2000, 3000, 5400, 7200}; // the boxes stay in view
+constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9000, 7400};
+constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 6600, 17250};
 
 /// Places a window when it is not yet there; in front it comes always.
-void showInFront(QWidget& window, int top, int left, int height, int width)
+void showInFront(QWidget& window, const Place& place)
 {
+    const QSize room = window.screen()->availableSize();
+    const bool fits = ui::toPixels(place.left + place.width) <= room.width() &&
+                      ui::toPixels(place.top + place.height) <= room.height();
     if (!window.isVisible())
-        ui::placeAndShow(window, top, left, height, width);
+        ui::placeAndShow(window, fits ? place.top : place.crampedTop, fits ? place.left : place.crampedLeft,
+                         place.height, place.width);
     ui::bringToFront(window);
 }
 
@@ -102,7 +112,7 @@ void Commands::search(const Task& task, const app::PanelState& panel, app::Analy
     m_typed = panel;
     m_searched = task.free();
     ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(task.model));
-    showInFront(window, kStartsTop, kStartsLeft, kStartsHeight, kStartsWidth);
+    showInFront(window, kStartsPlace);
     double done = 0;
     const SearchResult found = searchStart(task, [&](double share) { return progress(done = share); });
     const std::vector<FoundStart> starts = startsFor(task, panel, analysis, found, [&] { return progress(done); });
@@ -160,7 +170,7 @@ void Commands::compareAllModels()
     const QScopedValueRollback searching(m_searching, true);
     ModelComparisonWindow& window = m_windows.comparison;
     ProgressBarProgress progress = window.begin();
-    showInFront(window, kComparisonTop, kComparisonLeft, kComparisonHeight, kComparisonWidth);
+    showInFront(window, kComparisonPlace);
     const std::vector<ComparedModel> models = compareModels(*input, [&](double share) { return progress(share); });
     if (!fit::StopRequested)
         window.showModels(models);
@@ -168,7 +178,7 @@ void Commands::compareAllModels()
 
 void Commands::showFitDetails()
 {
-    showInFront(m_windows.fitDetails, kDetailsTop, kDetailsLeft, kDetailsHeight, kDetailsWidth);
+    showInFront(m_windows.fitDetails, kDetailsPlace);
     refreshDetails();
 }
 

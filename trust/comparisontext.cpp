@@ -1,5 +1,6 @@
 #include "trust/comparisontext.h"
 
+#include "fit/numbertext.h"
 #include "trust/constants.h"
 
 #include <limits>
@@ -37,9 +38,9 @@ ComparisonCell constantCell(const ComparedModel& compared, app::PanelBox box)
     return {"", kLast};
 }
 
-ComparisonCell optionalCell(const std::optional<double>& value)
+ComparisonCell criterionCell(const std::optional<double>& value)
 {
-    return value ? ComparisonCell{figure(*value), *value} : ComparisonCell{"-", kLast};
+    return value ? ComparisonCell{fit::formatNumber(*value, "0.00"), *value} : ComparisonCell{"-", kLast};
 }
 
 std::string remarksText(const ComparedModel& compared)
@@ -66,7 +67,7 @@ std::string verdictOf(const ComparedModel& compared)
 const std::vector<std::string>& comparisonTitles()
 {
     static const std::vector<std::string> titles{"Model",        "K /M-1", "F",          "kq1",     "kq2 /M-1 s-1",
-                                                 "Residual sum", "AICc",   "Difference", "Verdict", "Implausible"};
+                                                 "Residual sum", "AICc",   "Difference", "Verdict", "Remarks"};
     return titles;
 }
 
@@ -78,8 +79,8 @@ std::vector<ComparisonCell> comparisonRow(const ComparedModel& compared)
             constantCell(compared, app::PanelBox::kq1),
             constantCell(compared, app::PanelBox::kq2),
             {figure(compared.details.sumOfSquares), compared.details.sumOfSquares},
-            optionalCell(compared.details.AICc),
-            optionalCell(compared.differenceToBest),
+            criterionCell(compared.details.AICc),
+            criterionCell(compared.differenceToBest),
             {verdictOf(compared)},
             {remarksText(compared)}};
 }

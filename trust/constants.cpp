@@ -7,20 +7,6 @@ namespace
 
 const app::ModelParameter& parameter(int model, std::size_t slot) { return app::modelRow(model).fitted()[slot - 1]; }
 
-std::string unit(int model, std::size_t slot)
-{
-    switch (parameter(model, slot).box) {
-    case app::PanelBox::K:
-        return " /M-1";
-    case app::PanelBox::F:
-        return "";
-    case app::PanelBox::kq1:
-    case app::PanelBox::kq2:
-        return isCollisional(model, slot) ? " /M-1 s-1" : " /s-1";
-    }
-    return "";
-}
-
 } // namespace
 
 std::string constantName(int model, std::size_t slot)
@@ -29,7 +15,25 @@ std::string constantName(int model, std::size_t slot)
     return std::string(label.substr(0, label.find(' ')));
 }
 
-std::string constantCaption(int model, std::size_t slot) { return constantName(model, slot) + unit(model, slot); }
+std::string constantUnit(int model, std::size_t slot)
+{
+    switch (parameter(model, slot).box) {
+    case app::PanelBox::K:
+        return "M-1";
+    case app::PanelBox::F:
+        return "";
+    case app::PanelBox::kq1:
+    case app::PanelBox::kq2:
+        return isCollisional(model, slot) ? "M-1 s-1" : "s-1";
+    }
+    return "";
+}
+
+std::string constantCaption(int model, std::size_t slot)
+{
+    const std::string unit = constantUnit(model, slot);
+    return constantName(model, slot) + (unit.empty() ? "" : " /") + unit;
+}
 
 bool isCollisional(int model, std::size_t slot)
 {

@@ -12,6 +12,9 @@ namespace trust
 /// "K", "kq1", ...
 std::string constantName(int model, std::size_t slot);
 
+/// "M-1 s-1"; empty for a plain number.
+std::string constantUnit(int model, std::size_t slot);
+
 /// The name with its unit: "kq2 /M-1 s-1".
 std::string constantCaption(int model, std::size_t slot);
 

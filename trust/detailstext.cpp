@@ -46,6 +46,7 @@ private:
     std::vector<std::string> errorCells(std::size_t slot) const;
     TextTable figures() const;
     std::string runsText() const;
+    std::string chanceText() const;
     TextTable correlations() const;
     TextTable residuals() const;
 
@@ -127,7 +128,8 @@ TextTable Writer::figures() const
     table.push_back({"Root mean square error", dof > 0 ? figure(m_details.rootMeanSquareError) : std::string("-")});
     table.push_back({"R2 over the points", figure(m_details.R2)});
     table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
-    table.push_back({"Runs test of the residuals", runsText()});
+    table.push_back({"Runs of residuals of one sign", runsText()});
+    table.push_back({"Probability of so few runs", chanceText()});
     return table;
 }
 
@@ -135,10 +137,15 @@ std::string Writer::runsText() const
 {
     const RunsTest& runs = m_details.runs;
     if (runs.above == 0 || runs.below == 0)
-        return "not possible, all residuals have one sign";
-    return std::to_string(runs.runs) + " runs (" + std::to_string(runs.above) + " points above, " +
-           std::to_string(runs.below) + " below), so few by chance in " +
-           fit::formatNumber(100 * runs.probability, "0.0") + " %";
+        return "no runs test, all have one sign";
+    return std::to_string(runs.runs) + " (" + std::to_string(runs.above) + " points above, " +
+           std::to_string(runs.below) + " below)";
+}
+
+std::string Writer::chanceText() const
+{
+    const RunsTest& runs = m_details.runs;
+    return runs.above == 0 || runs.below == 0 ? "-" : fit::formatNumber(100 * runs.probability, "0.0") + " %";
 }
 
 TextTable Writer::correlations() const

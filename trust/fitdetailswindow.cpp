@@ -31,6 +31,7 @@ FitDetailsWindow::FitDetailsWindow()
       m_remarks(namedLabel("lblRemarks", this)), m_constants(makeTable("grdConstants", tr("Constants"), this)),
       m_figures(makeTable("grdFigures", tr("Figures of the fit"), this)),
       m_correlations(makeTable("grdCorrelations", tr("Correlations of the constants"), this)),
+      m_residualsCaption(new QLabel(tr("&Residuals, also drawn against Qtotal:"), this)),
       m_residuals(makeTable("grdResiduals", tr("Residuals"), this)), m_plot(new ResidualPlot(this)),
       m_copy(new QPushButton(tr("&Copy"), this))
 {
@@ -53,14 +54,33 @@ void FitDetailsWindow::layOut()
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_copy);
+    m_residualsCaption->setBuddy(m_residuals);
     auto* layout = new QVBoxLayout(this);
     for (QLabel* label : {m_heading, m_verdict, m_remarks})
         layout->addWidget(label);
     layout->addWidget(m_constants, 3);
     layout->addWidget(m_figures, 5);
     layout->addWidget(m_correlations, 3);
+    layout->addWidget(m_residualsCaption);
     layout->addLayout(residuals, 5);
     layout->addLayout(buttons);
+    layout->addStretch();
+    showTables({});
+}
+
+/// Those that there is something in.
+void FitDetailsWindow::showTables(const DetailsText& text)
+{
+    const std::pair<QTableWidget*, const TextTable&> tables[]{{m_constants, text.constants},
+                                                              {m_figures, text.figures},
+                                                              {m_correlations, text.correlations},
+                                                              {m_residuals, text.residuals}};
+    for (const auto& [table, rows] : tables) {
+        fillTable(*table, rows);
+        table->setVisible(!rows.empty());
+    }
+    for (QWidget* beside : std::initializer_list<QWidget*>{m_residualsCaption, m_plot})
+        beside->setVisible(!text.residuals.empty());
 }
 
 void FitDetailsWindow::showDetails(const FitDetails& details, const FitLabels& labels)
@@ -70,13 +90,7 @@ void FitDetailsWindow::showDetails(const FitDetails& details, const FitLabels& l
     m_verdict->setText(qtText(m_text.verdict));
     m_remarks->setText(qtText(m_text.remarks));
     m_remarks->setVisible(!m_text.remarks.empty());
-    fillTable(*m_constants, m_text.constants);
-    fillTable(*m_figures, m_text.figures);
-    fillTable(*m_correlations, m_text.correlations);
-    fillTable(*m_residuals, m_text.residuals);
-    m_correlations->setVisible(!m_text.correlations.empty());
-    m_residuals->setVisible(!m_text.residuals.empty());
-    m_plot->setVisible(!m_text.residuals.empty());
+    showTables(m_text);
     QVector<QPointF> points;
     for (std::size_t i = 0; i < std::min(labels.conc.size(), details.residuals.size()); ++i)
         points << QPointF(labels.conc[i], details.residuals[i]);

@@ -25,9 +25,12 @@ public:
 
 private:
     void layOut();
+    void showTables(const DetailsText& text);
 
     QLabel *m_heading, *m_verdict, *m_remarks;
-    QTableWidget *m_constants, *m_figures, *m_correlations, *m_residuals;
+    QTableWidget *m_constants, *m_figures, *m_correlations;
+    QLabel* m_residualsCaption;
+    QTableWidget* m_residuals;
     ResidualPlot* m_plot;
     QPushButton* m_copy;
     DetailsText m_text;

@@ -20,6 +20,7 @@ namespace
 
 constexpr int kSortRole = Qt::UserRole;
 constexpr int kModelColumn = 0, kDifferenceColumn = 7;
+constexpr int kWidestColumn = 240; // pixels; longer texts take several lines
 
 /// Columns of words sort by their text, columns of numbers by the number.
 class Cell final : public QStandardItem
@@ -54,6 +55,7 @@ ModelComparisonWindow::ModelComparisonWindow()
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setTabKeyNavigation(false);
     m_table->verticalHeader()->hide();
+    m_table->horizontalHeader()->setMaximumSectionSize(kWidestColumn);
     m_cancel->setObjectName("cmdCancelComparison");
     m_copy->setObjectName("cmdCopyModels");
     layOut();
@@ -82,6 +84,7 @@ ProgressBarProgress ModelComparisonWindow::begin()
     m_cells->clear();
     m_cancel->setEnabled(true);
     m_copy->setEnabled(false);
+    m_cancel->setFocus();
     return {*m_progress, m_cancelled};
 }
 
@@ -107,6 +110,13 @@ void ModelComparisonWindow::showModels(const std::vector<ComparedModel>& models)
     m_table->sortByColumn(kDifferenceColumn, Qt::AscendingOrder);
     m_table->resizeColumnsToContents();
     m_table->resizeRowsToContents();
+    m_table->setFocus();
+}
+
+void ModelComparisonWindow::closeEvent(QCloseEvent* event)
+{
+    m_cancelled = true;
+    QWidget::closeEvent(event);
 }
 
 void ModelComparisonWindow::announceRow(const QModelIndex& index)

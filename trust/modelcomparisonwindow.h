@@ -29,6 +29,9 @@ public:
 signals:
     void modelChosen(int model, const fit::Parameters& start);
 
+protected:
+    void closeEvent(QCloseEvent* event) override; // ends a comparison
+
 private:
     void layOut();
     void announceRow(const QModelIndex& index);

@@ -32,9 +32,9 @@ std::string valuesText(int model, const fit::Parameters& values)
 {
     std::string text;
     for (std::size_t slot = 1; slot <= app::modelRow(model).fitted().size(); ++slot) {
-        const std::string name = constantName(model, slot);
-        text += (slot > 1 ? ", " : "") + name + " = " + figure(values[slot]) +
-                constantCaption(model, slot).substr(name.size());
+        const std::string unit = constantUnit(model, slot);
+        text += (slot > 1 ? ", " : "") + constantName(model, slot) + " = " + figure(values[slot]) +
+                (unit.empty() ? "" : " ") + unit;
     }
     return text;
 }

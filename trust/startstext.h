@@ -14,7 +14,7 @@ struct FoundStart {
     EngineStart start;
 };
 
-/// "K 1.2413 /M-1, kq2 4.7976e+9 /M-1 s-1": the constants of a model, in fitting order.
+/// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1 s-1": the constants of a model, in fitting order.
 std::string valuesText(int model, const fit::Parameters& values);
 
 /// What a search found, in words. starts: best first; chosen: the one whose values are in the boxes.

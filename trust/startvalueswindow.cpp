@@ -36,7 +36,7 @@ StartValuesWindow::StartValuesWindow()
     m_copy->setObjectName("cmdCopyFound");
     layOut();
     connect(m_cancel, &QPushButton::clicked, this, [this] { m_cancelled = true; });
-    connect(m_back, &QPushButton::clicked, this, &StartValuesWindow::backChosen);
+    connect(m_back, &QPushButton::clicked, this, &StartValuesWindow::goBack);
     connect(m_copy, &QPushButton::clicked, this, &StartValuesWindow::copy);
     connect(m_solutions, &QListWidget::currentRowChanged, this, &StartValuesWindow::showChoice);
 }
@@ -71,6 +71,7 @@ ProgressBarProgress StartValuesWindow::begin(const QString& heading)
     m_cancel->setEnabled(true);
     m_back->setEnabled(false);
     m_copy->setEnabled(false);
+    m_cancel->setFocus();
     return {*m_progress, m_cancelled};
 }
 
@@ -86,6 +87,7 @@ void StartValuesWindow::showFound(int model, double typedSum, std::vector<FoundS
     for (const FoundStart& found : m_starts)
         m_solutions->addItem(qtText(valuesText(model, found.solution.values)));
     m_solutions->setCurrentRow(0); // which chooses it
+    m_solutions->setFocus();
 }
 
 void StartValuesWindow::showNothingFound(const QString& reason)
@@ -101,6 +103,19 @@ void StartValuesWindow::showChoice(int row)
         return;
     m_text->setPlainText(qtText(foundText(m_model, m_typedSum, m_starts, chosen)));
     emit startChosen(m_starts[chosen].start.values);
+}
+
+void StartValuesWindow::goBack()
+{
+    m_solutions->setCurrentRow(-1); // so that each can be chosen again
+    m_text->setPlainText(tr("The boxes hold what was typed. Choose a solution above to have its values."));
+    emit backChosen();
+}
+
+void StartValuesWindow::closeEvent(QCloseEvent* event)
+{
+    m_cancelled = true;
+    QWidget::closeEvent(event);
 }
 
 void StartValuesWindow::copy()

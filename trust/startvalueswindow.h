@@ -31,9 +31,13 @@ signals:
     void startChosen(const fit::Parameters& values);
     void backChosen(); // to the typed values
 
+protected:
+    void closeEvent(QCloseEvent* event) override; // ends a search
+
 private:
     void layOut();
     void showChoice(int row);
+    void goBack();
     void copy();
 
     QLabel* m_heading;
