@@ -18,10 +18,15 @@ QFont fontFor(const QWidget& widget, const QString& text, const QRect& area)
     return fittingFont(widget.font(), text, area.width() - 2 * kTextMargin);
 }
 
+void drawFrame(QPainter& painter, const QRect& area, const QColor& color)
+{
+    painter.setPen(QPen(color, kFramePen));
+    painter.drawRect(area.adjusted(1, 1, -kFramePen, -kFramePen));
+}
+
 void drawCurrentFrame(QPainter& painter, const QRect& section, const QPalette& palette)
 {
-    painter.setPen(QPen(palette.color(QPalette::Highlight), kFramePen));
-    painter.drawRect(section.adjusted(1, 1, -kFramePen, -kFramePen));
+    drawFrame(painter, section, palette.color(QPalette::Highlight));
 }
 
 } // namespace
@@ -48,6 +53,14 @@ void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
     QStyledItemDelegate::initStyleOption(option, cell);
     option->font = fittingFont(option->font, option->text, option->rect.width() - 2 * kTextMargin);
     option->fontMetrics = QFontMetrics(option->font);
+}
+
+// Styles hardly mark it, and two grids stand on one window.
+void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const
+{
+    QStyledItemDelegate::paint(painter, option, cell);
+    if (option.state & QStyle::State_HasFocus)
+        drawFrame(*painter, option.rect, option.palette.color(QPalette::Text));
 }
 
 TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeaderView(orientation, parent)

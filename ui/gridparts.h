@@ -18,10 +18,12 @@ public:
     Qt::ItemFlags flags(const QModelIndex&) const override { return Qt::ItemIsEnabled | Qt::ItemIsSelectable; }
 };
 
+/// Draws the cells; the one that keys go to has a frame.
 class FittingDelegate final : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const override;

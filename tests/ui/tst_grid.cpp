@@ -22,6 +22,7 @@ private slots:
     void keysOfOthersAreLeftToThem();
     void longTextsAreCondensed();
     void looksTheSameRightToLeft();
+    void theCellThatKeysGoToIsFramed();
 
 private:
     QPoint centreOf(int row, int column) const
@@ -169,6 +170,18 @@ void TestGrid::looksTheSameRightToLeft()
     const QImage rightToLeft = m_grid->grab().toImage();
     QGuiApplication::setLayoutDirection(usual);
     QCOMPARE(rightToLeft, leftToRight);
+}
+
+void TestGrid::theCellThatKeysGoToIsFramed()
+{
+    m_grid->selectCell(2, 2);
+    const QRect cell = m_grid->visualRect(m_grid->currentIndex());
+    const auto edge = [&] {
+        return m_grid->viewport()->grab().toImage().pixelColor(cell.center().x(), cell.top() + 1);
+    };
+    QCOMPARE(edge(), m_grid->palette().color(QPalette::Text));
+    m_next->setFocus();
+    QCOMPARE(edge(), m_grid->palette().color(QPalette::Highlight));
 }
 
 QTEST_MAIN(TestGrid)
