@@ -133,6 +133,7 @@ void TestMonkey::stopFits()
 
 QWidget* TestMonkey::anyWidget()
 {
+    m_vorlo->program.MainWindow.show(); // a click in its menu may have hit Quit
     QWidgetList shown;
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (!window->isVisible())
