@@ -10,7 +10,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
 #include <functional>
+#include <sys/resource.h>
 
 namespace
 {
@@ -92,7 +94,8 @@ private slots:
     void stopEndsAfterTheIteration();
     void arithmeticFaultsLoseNothing_data();
     void arithmeticFaultsLoseNothing();
-    void forbiddenFoldersAreNamed();
+    void failedSavesLoseNothing_data();
+    void failedSavesLoseNothing();
     void filesCutOffAnywhereOpen();
     void pastingWithoutTextChangesNothing();
 };
@@ -244,20 +247,48 @@ void TestFaults::arithmeticFaultsLoseNothing()
     QVERIFY(vorlo.program.GraphWindow2.isVisible() && vorlo.program.OutputTable2.isVisible());
 }
 
-void TestFaults::forbiddenFoldersAreNamed()
+void TestFaults::failedSavesLoseNothing_data()
 {
+    QTest::addColumn<QString>("fault");
+    for (const char* fault : {"disk full", "folder gone", "no permission"})
+        QTest::newRow(fault) << fault;
+}
+
+void TestFaults::failedSavesLoseNothing()
+{
+    QFETCH(const QString, fault);
     QTemporaryDir folder;
-    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
-    const bool superuser = QFileInfo(folder.path()).isWritable(); // who may write anywhere but there
-    const QString target = superuser ? "/proc/session.vrl" : folder.filePath("session.vrl");
+    const QString path = folder.filePath("session.vrl");
     Program vorlo;
+    vorlo.save(path);
+    const QByteArray before = contents(path);
+
+    QString target = path;
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    if (fault == "disk full") { // a disk with room for 100 bytes
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{100, limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    } else if (fault == "folder gone") {
+        target = folder.filePath("gone/session.vrl");
+    } else {
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+        if (QFileInfo(folder.path()).isWritable()) // the superuser may write anywhere but there
+            target = "/proc/session.vrl";
+    }
+    vorlo.type("txtK", "77");
     vorlo.save(target);
+    setrlimit(RLIMIT_FSIZE, &limit);
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QCOMPARE(vorlo.prompter.shown.size(), 1);
     QVERIFY(vorlo.prompter.shown[0].startsWith(target + " cannot be saved:\r\n"));
-    QVERIFY(QDir(folder.path()).isEmpty());
-    vorlo.save(folder.filePath("session.vrl"));
+    QCOMPARE(contents(path), before);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("session.vrl"));
+
+    vorlo.save(path);
     QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QVERIFY(contents(path).contains("K=77\r\n"));
 }
 
 void TestFaults::filesCutOffAnywhereOpen()
