@@ -1,7 +1,6 @@
 #include "trust/enginestart.h"
 #include "trust/startsearch.h"
 
-#include "fit/numbertext.h"
 #include "tests/support/ratiosets.h"
 
 #include <QTest>
@@ -15,12 +14,11 @@ namespace
 
 constexpr double kPublishedDigits = 2e-4; // the independent optima are given with five digits or so
 
-SearchResult searched(const RatioInput& input, const SearchProgress& progress = {})
+SearchResult searched(const RatioInput& input)
 {
     sternvolmer::RatioProblem problem = input.problem();
     return searchStart(
-        {problem, input.panel.Model, app::startParameters(input.panel, app::Analysis::SternVolmer), kUncountedRatios},
-        progress);
+        {problem, input.panel.Model, app::startParameters(input.panel, app::Analysis::SternVolmer), kUncountedRatios});
 }
 
 EngineStart startFor(const RatioInput& input, const Solution& solution)
@@ -42,13 +40,11 @@ private slots:
     void findsPublishedOptima();
     void leadsTheEngineToTheOptimum_data();
     void leadsTheEngineToTheOptimum();
-    void mendsAStartThatEndsAnywhere();
     void saysWhereTheEngineCannotStay();
     void givesEverySolutionThatIsEquallyGood();
     void oneSolutionStandsForWhatIsNotDetermined();
     void keepsFixedConstants();
     void startsFromValuesWithoutLogarithm();
-    void canBeCancelled();
 };
 
 // Optima found by an independent least-squares program, as dynamic constant kq tau0 and K.
@@ -124,24 +120,6 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
     QCOMPARE(determined == 0, model == 11);
 }
 
-// The default panel in log mode: the engine calls it converged at a sum of squares thousands of times the least.
-void TestStartSearch::mendsAStartThatEndsAnywhere()
-{
-    RatioInput input = support::acridone(1);
-    input.logMode = 1;
-    sternvolmer::RatioProblem problem = input.problem();
-    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, 1);
-    const EngineRun asTyped = runEngine(problem, options, {0, 1e6, 0, 0});
-    QVERIFY(asTyped.outcome.ending == fit::Ending::Converged);
-    const Solution best = searched(input).solutions.front();
-    QVERIFY(asTyped.sumOfSquares > 10 * best.sumOfSquares);
-    const EngineStart start = startFor(input, best);
-    QVERIFY(start.leadsToMinimum);
-    QVERIFY(start.reached <= best.sumOfSquares * (1 + kEquallyGood));
-    // typed into the box, the value is the same
-    QCOMPARE(fit::numberFrom(startText(start.values[1])), start.values[1]);
-}
-
 // With the last constant held off its optimum the engine's triangular steps miss that of the others.
 void TestStartSearch::saysWhereTheEngineCannotStay()
 {
@@ -209,18 +187,6 @@ void TestStartSearch::startsFromValuesWithoutLogarithm()
     QVERIFY(std::abs(found.solutions.front().sumOfSquares / 4.05796 - 1) < kPublishedDigits);
     input.panel.K = "0"; // the law of the complex has no value there
     QVERIFY(std::isinf(searched(input).typedSum));
-}
-
-void TestStartSearch::canBeCancelled()
-{
-    double last = 0;
-    const SearchResult found = searched(support::acridone(3), [&last](double done) {
-        const bool onwards = done >= last && done <= 1;
-        last = done;
-        return onwards && done < 0.5;
-    });
-    QVERIFY(found.cancelled && found.solutions.empty());
-    QVERIFY(last >= 0.5 && last < 0.6);
 }
 
 QTEST_APPLESS_MAIN(TestStartSearch)
