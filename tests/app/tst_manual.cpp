@@ -1,6 +1,7 @@
 #include "app/modelguide.h"
 #include "tests/support/application.h"
 #include "tests/support/manual.h"
+#include "ui/clipboard.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
@@ -33,7 +34,7 @@ public:
             for (const QStringList& row : step.rows)
                 set(row.at(0), row.at(1));
     }
-    QString report() const { return support::Application::reportOf(*m_analyzer).trimmed(); }
+    QString report() const { return support::Application::reportOf(*m_window).trimmed(); }
     QStringList lastResult(const QStringList& titles)
     {
         QStringList texts;
@@ -41,6 +42,18 @@ public:
             if (titles.contains(vorlo.result(0, column)))
                 texts << vorlo.result(vorlo.program.shared.results.ResultCursor - 1, column).trimmed();
         return texts;
+    }
+
+    /// What the last window's "Copy" gives, as lines of cells.
+    QList<QStringList> copied()
+    {
+        for (auto* button : m_window->findChildren<QPushButton*>())
+            if (caption(button->text()) == "Copy")
+                button->click();
+        QList<QStringList> lines;
+        for (const QString& line : ui::clipboardText().split('\n'))
+            lines << QString(line).remove('\r').split('\t');
+        return lines;
     }
 
     support::Application vorlo;
@@ -69,8 +82,12 @@ private:
 
     void choose(const QString& item)
     {
-        m_analyzer = item.contains("Decay") ? static_cast<QWidget*>(&vorlo.program.DecayAnalyzer)
-                                            : static_cast<QWidget*>(&vorlo.program.SVAnalyzer);
+        app::VorloMain& program = vorlo.program;
+        m_window = item.startsWith("for ")    ? static_cast<QWidget*>(&program.startValues)
+                   : item == "Fit Details"    ? static_cast<QWidget*>(&program.fitDetails)
+                   : item == "Compare Models" ? static_cast<QWidget*>(&program.modelComparison)
+                   : item.contains("Decay")   ? static_cast<QWidget*>(&program.DecayAnalyzer)
+                                              : static_cast<QWidget*>(&program.SVAnalyzer);
         for (QAction* action : vorlo.program.MainWindow.findChildren<QAction*>())
             if (caption(action->text()) == item)
                 return action->trigger();
@@ -110,7 +127,7 @@ private:
         return false;
     }
 
-    QWidget* m_analyzer = nullptr;
+    QWidget* m_window = nullptr; // that the last command filled
 };
 
 } // namespace
@@ -156,6 +173,11 @@ void TestManual::examplesComeOutAsPrinted()
             ++compared;
         } else if (step.kind == support::ManualStep::Kind::Result) {
             QCOMPARE(reader.lastResult(step.rows.at(0)), step.rows.at(1));
+        } else if (step.kind == support::ManualStep::Kind::Copied) {
+            const QList<QStringList> copied = reader.copied();
+            for (const QStringList& line : step.rows)
+                QVERIFY2(copied.contains(line), qPrintable(line.join(' ')));
+            ++compared;
         } else {
             reader.doStep(step);
         }
@@ -170,7 +192,7 @@ void TestManual::hasAnExamplePerFamily()
     for (const support::ManualExample& example : m_manual.examples)
         ids << example.id;
     QCOMPARE(ids, QSet<QString>({"first-analysis", "example-dynamic", "example-one-step", "example-multi-step",
-                                 "example-two-site", "example-decay", "example-decays"}));
+                                 "example-two-site", "example-decay", "example-decays", "example-trust"}));
 }
 
 void TestManual::explainsEveryModelAndParameter()

@@ -11,7 +11,7 @@ namespace support
 
 /// One step of a worked example: a table, or the report that is to come out of what was done so far.
 struct ManualStep {
-    enum class Kind { Sheet, Run, Report, Result } kind;
+    enum class Kind { Sheet, Run, Report, Result, Copied } kind;
     QList<QStringList> rows; // of a table: all cells of each row, the title first
     QString text;            // of a report
 };
@@ -74,6 +74,8 @@ private:
             add({ManualStep::Kind::Run, table(), {}});
         else if (element == u"table" && use == "result")
             add({ManualStep::Kind::Result, table(), {}});
+        else if (element == u"table" && use == "copied")
+            add({ManualStep::Kind::Copied, table(), {}});
         else if (element == u"pre" && use == "report")
             add({ManualStep::Kind::Report, {}, words().trimmed()});
     }
