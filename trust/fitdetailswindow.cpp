@@ -43,6 +43,7 @@ FitDetailsWindow::FitDetailsWindow()
     bold.setBold(true);
     m_verdict->setFont(bold);
     layOut();
+    m_heading->setFocus(); // keys have nothing else to go to before the first fit
     connect(m_copy, &QPushButton::clicked, this, [this] { ui::copyText(qtText(plainText(m_text))); });
 }
 

@@ -23,13 +23,6 @@ QColor colorAt(const QImage& picture, int x, int y)
     return picture.pixelColor(QPoint(x, y) * picture.devicePixelRatio());
 }
 
-QImage around(const QImage& picture, const QPoint& centre)
-{
-    const QRect square(centre - QPoint(10, 10), QSize(20, 20));
-    const qreal ratio = picture.devicePixelRatio();
-    return picture.copy(QRect(square.topLeft() * ratio, square.size() * ratio));
-}
-
 } // namespace
 
 class TestGraph : public QObject
