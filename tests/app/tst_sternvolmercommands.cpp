@@ -1,6 +1,7 @@
 #include "tests/support/application.h"
 
 #include <QTest>
+#include <QTimer>
 
 #include <cmath>
 
@@ -23,6 +24,18 @@ const QString kArithmeticFault = "The Gauss-Newton calculation stopped with an a
                                  "Please change the initial values and run again.";
 const QString kIncomplete = "You must input intensity data.";
 
+struct Program : Application {
+    void analyse() { run("mnuSternVolmerAnalysis"); }
+    void startNearAcridone()
+    {
+        fill(kAcridone);
+        choose(3);
+        for (const auto& [box, text] :
+             {std::pair{"txtK", "2"}, {"txtkq2", "5e9"}, {"txtIteration", "1000"}, {"txtTolerance", "1e-9"}})
+            type(box, text);
+    }
+};
+
 } // namespace
 
 class TestSternVolmerCommands : public QObject
@@ -33,17 +46,14 @@ private slots:
     void fitsPublishedDataFromSheetToStoredResult();
     void refusesIncompleteSheets();
     void refusesNumbersBeyondTheRange();
+    void keepsToWhatItStartedWith();
 };
 
 void TestSternVolmerCommands::fitsPublishedDataFromSheetToStoredResult()
 {
-    Application vorlo;
-    vorlo.fill(kAcridone);
-    vorlo.choose(3);
-    for (const auto& [box, text] :
-         {std::pair{"txtK", "2"}, {"txtkq2", "5e9"}, {"txtIteration", "1000"}, {"txtTolerance", "1e-9"}})
-        vorlo.type(box, text);
-    vorlo.run("mnuSternVolmerAnalysis");
+    Program vorlo;
+    vorlo.startNearAcridone();
+    vorlo.analyse();
 
     QCOMPARE(vorlo.prompter.shown, QStringList());
     QCOMPARE(vorlo.result(1, 0), "SV");
@@ -70,10 +80,10 @@ void TestSternVolmerCommands::refusesIncompleteSheets()
         {{reference, {"1e-3", "1", "1", "5"}}, "1e-5", {kIncomplete}},
         {{reference}, "zero", {"Please Input Cp value above zero."}}};
     for (const auto& [samples, probe, messages] : cases) {
-        Application vorlo;
+        Program vorlo;
         vorlo.fill(samples);
         vorlo.type("txtConcProbe", probe);
-        vorlo.run("mnuSternVolmerAnalysis");
+        vorlo.analyse();
         QCOMPARE(vorlo.prompter.shown, messages);
         QCOMPARE(vorlo.result(1, 0), "");
         QVERIFY(!vorlo.program.GraphWindow2.isVisible());
@@ -85,20 +95,39 @@ void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
     const QList<Column> sphereOfAction{{"0", "1", "1", "10", "", "", "", "", "10"},
                                        {"0.1", "", "", "", "", "", "", "", "8"},
                                        {"0.2", "", "", "", "", "", "", "", "7"}};
-    Application vorlo;
+    Program vorlo;
     vorlo.fill(sphereOfAction);
     vorlo.choose(9);
     vorlo.type("txtK", "2");
-    vorlo.run("mnuSternVolmerAnalysis");
+    vorlo.analyse();
     QCOMPARE(vorlo.prompter.shown, QStringList());
     vorlo.type("txtS", "1e200");
-    vorlo.run("mnuSternVolmerAnalysis");
+    vorlo.analyse();
     QCOMPARE(vorlo.prompter.shown, QStringList{kArithmeticFault});
     vorlo.fill({sphereOfAction[0], {"0.1", "", "", "", "", "", "", "", "1e400"}});
     vorlo.run("mnuCalcSternVolmer");
     QCOMPARE(vorlo.prompter.shown, QStringList({kArithmeticFault, kArithmeticFault}));
     QCOMPARE(vorlo.result(1, 0), "SV");
     QCOMPARE(vorlo.result(2, 0), "");
+}
+
+void TestSternVolmerCommands::keepsToWhatItStartedWith()
+{
+    Program alone, vorlo;
+    alone.startNearAcridone();
+    alone.analyse();
+    vorlo.startNearAcridone();
+    QTimer::singleShot(0, &vorlo.program, [&] { // during the fit below
+        vorlo.fill({{"0", "1", "1", "50", "", "", "", "", "3"}, {"0.5", "", "", "", "", "", "", "", "1"}});
+        vorlo.choose(5);
+        vorlo.type("txtConcProbe", "1e-3");
+        vorlo.analyse();
+    });
+    vorlo.analyse();
+    const auto& stored = vorlo.program.shared.results.ResultData;
+    QCOMPARE(stored[1].Model, 5);
+    QCOMPARE(stored[2], alone.program.shared.results.ResultData[1]);
+    QCOMPARE(vorlo.reportOf(vorlo.program.SVAnalyzer), alone.reportOf(alone.program.SVAnalyzer));
 }
 
 QTEST_MAIN(TestSternVolmerCommands)
