@@ -12,13 +12,13 @@ ProgressBarProgress::ProgressBarProgress(QProgressBar& bar, const bool& cancelle
 {
     m_bar.setRange(0, 1000);
     m_bar.setValue(0);
-    m_sinceEvents.start();
 }
 
 bool ProgressBarProgress::operator()(double done)
 {
     constexpr qint64 kYieldMilliseconds = 10; // short enough for "Cancel" to feel immediate
-    if (m_sinceEvents.hasExpired(kYieldMilliseconds)) {
+    const bool first = !m_sinceEvents.isValid(); // the windows show at once that a search runs
+    if (first || m_sinceEvents.hasExpired(kYieldMilliseconds)) {
         m_bar.setValue(static_cast<int>(done * m_bar.maximum()));
         QCoreApplication::processEvents();
         m_sinceEvents.start();
