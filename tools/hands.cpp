@@ -31,15 +31,25 @@ QMenu* menuOf(const QAction& action)
     return nullptr;
 }
 
-/// Clicks through the titles that lead to a menu.
-void openMenu(QMenuBar& bar, QMenu& menu)
+/// Goes down to an item by the keys and chooses it.
+void chooseFrom(QMenu& menu, const QAction& item)
+{
+    for (qsizetype left = menu.actions().size(); left > 0 && menu.activeAction() != &item; --left)
+        QTest::keyClick(&menu, Qt::Key_Down);
+    if (menu.activeAction() != &item)
+        giveUp(QString("the item %1 cannot be chosen").arg(item.text()));
+    QTest::keyClick(&menu, Qt::Key_Return);
+}
+
+/// Opens the menus that lead to a menu, and the menu itself.
+void openMenu(QMenuBar& bar, const QMenu& menu)
 {
     QAction* title = menu.menuAction();
     if (bar.actions().contains(title)) {
         QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(title).center());
     } else if (QMenu* parent = menuOf(*title)) {
         openMenu(bar, *parent);
-        QTest::mouseClick(parent, Qt::LeftButton, {}, parent->actionGeometry(title).center());
+        chooseFrom(*parent, *title);
     }
     if (!QTest::qWaitFor([&menu] { return menu.isVisible(); })) // a submenu opens after a moment
         giveUp(QString("the menu %1 does not open").arg(title->text()));
@@ -109,7 +119,7 @@ void chooseItem(QMainWindow& window, const char* item)
     if (!menu)
         giveUp(QString("there is no menu item %1").arg(item));
     openMenu(*window.menuBar(), *menu);
-    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+    chooseFrom(*menu, *action);
 }
 
 void takePicture(QWidget& window, const QString& path)
