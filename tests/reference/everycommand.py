@@ -380,24 +380,29 @@ def sv_output(model, p):
     x_max, y_max = max(CONC), max(RATIOS)
     view = (-x_max / 5, 1.1 * y_max, 1.1 * x_max, -y_max / 2)
     curve = [(x_max / 20 * i, ratio(model, x_max / 20 * i, p)) for i in range(22)]
-    rows, x, row = [], 0.0, 0
-    while x <= x_max:
-        row += 1
-        rows += [[row, 0, pattern_text(x, "#.###e+#")], [row, 1, pattern_text(ratio(model, x, p), "#.###e+#")]]
-        x += axis_step(x_max / 10)
+    step = axis_step(x_max / 10)
+    last = round(x_max / step)  # the greatest concentration is a whole number of steps and has a row
+    rows = [[last + 2, 0, ""]]
+    for i in range(last + 1):
+        rows += [[i + 1, 0, pattern_text(step * i, "#.###e+#")],
+                 [i + 1, 1, pattern_text(ratio(model, step * i, p), "#.###e+#")]]
     red = "#ff0000"
     return rows, {"GraphWindow2": marks(zip(CONC, RATIOS), view, red) + marks(curve, view, red)}
+
+
+def decay_table(logs):
+    """Some rows of the table of decays that logs(sample, time index) gives."""
+    rows = [[0, s + 1, pattern_text(CONC[s], "0.#####")] for s in range(N)] + [[0, N + 1, ""], [51, 0, ""]]
+    for j in (0, 1, 12, 37, 49):
+        rows.append([j + 1, 0, pattern_text(GRID[j] * 1e9, "####0.##")])
+        rows += [[j + 1, s + 1, pattern_text(10 ** logs(s, j), "0.###e+#")] for s in range(N)]
+    return rows
 
 
 def decay_output(model, p):
     shown = LAST[0]
     logs = [[log10(intensity(model, t, q, p)) for t in GRID[:shown]] for q in CONC]
-    rows = [[0, s + 1, pattern_text(CONC[s], "0.#####")] for s in range(N)]
-    for j in (0, 1, 12, 37, 49):
-        rows.append([j + 1, 0, pattern_text(GRID[j] * 1e9, "####0.##")])
-        for s in range(N):
-            fitted = logs[s][j] if 1 <= j < shown else 0.0
-            rows.append([j + 1, s + 1, pattern_text(10 ** fitted, "0.###e+#")])
+    rows = decay_table(lambda s, j: logs[s][j] if 1 <= j < shown else 0.0)
     start = -TIME_MAX / 10
     curves = (start, 0.0, TIME_MAX, log10(LEVEL))
     percent = (start, 100.0, TIME_MAX, -100.0)
@@ -460,6 +465,7 @@ def sensible_case(*arguments):
 def main():
     print('{"samples": %s,' % json.dumps(SAMPLES))
     print('"typed": %s,' % json.dumps(TYPED))
+    print('"normalized": %s,' % json.dumps(decay_table(lambda s, j: log10(IEXP[s][j]))))
     print('"cases": [')
     cases = []
     for analysis, fitting, calculating in (("SV", "mnuSternVolmerAnalysis", "mnuCalcSternVolmer"),
@@ -473,7 +479,7 @@ def main():
             cases += [sensible_case(analysis, model, mode, False, command)
                       for mode in (0, 1) for command in (calculating, fitting)]
             if any(box in ("kq2", "F") for box, _, _ in MODELS[model]):
-                cases.append(sensible_case(analysis, model, 1, True, fitting))
+                cases += [sensible_case(analysis, model, mode, True, fitting) for mode in (0, 1)]
     print(",\n".join(json.dumps(c, ensure_ascii=False) for c in cases))
     print("]}")
 
