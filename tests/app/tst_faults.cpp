@@ -111,7 +111,7 @@ void TestFaults::interruptedFitsReportTheirOwnOutcome_data()
     for (const QAction* action : vorlo.program.MainWindow.findChildren<QAction*>(QRegularExpression("^mnu")))
         actions << action->objectName();
     for (const QWidget* window : QApplication::topLevelWidgets())
-        if (window->windowType() == Qt::Window)
+        if (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)
             actions << window->windowTitle();
     QVERIFY(actions.size() > 20);
     for (const char* fit : {"mnuSternVolmerAnalysis", "mnuDecayCurveAnalysis"})
