@@ -101,8 +101,10 @@ void Graph::beginSample(int number, double Conc) { m_legend.beginSample(number, 
 void Graph::VCircle(double x, double y, double R, Color c, Fill f)
 {
     m_legend.addMarker({VtoWX(x), VtoWY(y)}, c);
-    if (!m_legend.entries().empty() && m_legend.entries().back().markers.size() == 1)
+    if (!m_legend.entries().empty() && m_legend.entries().back().markers.size() == 1) {
         m_samples->addSample(m_legend.entries().back());
+        placeChildren(); // the list may have become wider
+    }
     m_surface->drawCircle(VtoWX(x), VtoWY(y), R, color(c), f == Fill::Solid ? QBrush(color(c)) : QBrush(Qt::NoBrush));
 }
 

@@ -2,6 +2,7 @@
 
 #include "plot/legend.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 
 namespace plot
@@ -26,6 +27,7 @@ SampleList::SampleList(QWidget* parent) : QComboBox(parent)
     setObjectName("cboSamples");
     setAccessibleName("Samples of the plot");
     setAccessibleDescription("Choosing a sample puts rings around its points.");
+    setSizeAdjustPolicy(AdjustToContents);
     setToolTip("Samples by number and quencher concentration. Choose one to put rings around its points.");
     connect(this, &QComboBox::currentIndexChanged, this, [this] { emit sampleChosen(currentData().toInt()); });
     removeSamples();
@@ -44,6 +46,7 @@ void SampleList::addSample(const LegendEntry& entry)
         text.insert(text.indexOf(':'), QChar(0x200e));
     addItem(swatch(entry.color, iconSize().height()), text, entry.number);
     setMaxVisibleItems(count()); // the whole legend at a glance
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + 2 * view()->frameWidth());
 }
 
 } // namespace plot
