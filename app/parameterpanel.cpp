@@ -4,6 +4,7 @@
 #include "app/panelrules.h"
 #include "app/sharedstate.h"
 #include "fit/numbertext.h"
+#include "ui/fittingfont.h"
 #include "ui/optiongroup.h"
 
 #include <QButtonGroup>
@@ -46,6 +47,13 @@ void explain(QWidget& control, const std::string& text)
 {
     control.setToolTip(QString::fromStdString(text));
     control.setAccessibleDescription(QString::fromStdString(text));
+}
+
+/// A text that is too long for its box shows its first digits, not its last.
+void showText(QLineEdit& box, const QString& text)
+{
+    box.setText(text);
+    box.setCursorPosition(0);
 }
 
 void tighten(QLayout& layout)
@@ -133,6 +141,10 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel
     auto* edit = named(new QLineEdit(this), QString::fromLatin1(name));
     // Wide enough for a restored rate constant.
     edit->setFixedWidth(edit->fontMetrics().horizontalAdvance("1.235e+7") + kBoxPadding);
+    // Start values that were found may have more digits: one sees them all, or else the power of ten is hidden.
+    connect(edit, &QLineEdit::textChanged, this, [this, edit](const QString& text) {
+        edit->setFont(ui::fittingFont(font(), text, edit->width() - kBoxPadding));
+    });
     label->setBuddy(edit);
     grid.addWidget(label, row, column);
     grid.addWidget(edit, row, column + 1);
@@ -193,15 +205,15 @@ PanelState ParameterPanel::panelState() const
 
 void ParameterPanel::setPanelState(const PanelState& panel)
 {
-    m_kq1->setText(QString::fromStdString(panel.kq1));
-    m_kq2->setText(QString::fromStdString(panel.kq2));
-    m_K->setText(QString::fromStdString(panel.K));
-    m_F->setText(QString::fromStdString(panel.F));
-    m_s->setText(QString::fromStdString(panel.s));
-    m_Cp->setText(QString::fromStdString(panel.Cp));
-    m_tolerance->setText(QString::fromStdString(panel.tolerance));
-    m_iteration->setText(QString::fromStdString(panel.iteration));
-    m_fitRegion->setText(QString::fromStdString(panel.fitRegion));
+    showText(*m_kq1, QString::fromStdString(panel.kq1));
+    showText(*m_kq2, QString::fromStdString(panel.kq2));
+    showText(*m_K, QString::fromStdString(panel.K));
+    showText(*m_F, QString::fromStdString(panel.F));
+    showText(*m_s, QString::fromStdString(panel.s));
+    showText(*m_Cp, QString::fromStdString(panel.Cp));
+    showText(*m_tolerance, QString::fromStdString(panel.tolerance));
+    showText(*m_iteration, QString::fromStdString(panel.iteration));
+    showText(*m_fitRegion, QString::fromStdString(panel.fitRegion));
     chooseModel(panel.Model);
     m_fixKq2->setChecked(panel.FixKq2 != 0);
     m_fixF->setChecked(panel.FixF != 0);
@@ -265,7 +277,7 @@ void ParameterPanel::restore(const QStringList& resultRow)
     chooseModel(model);
     for (const ModelParameter& parameter : modelRow(model).fitted())
         if (parameter.restored)
-            box(parameter.box)->setText(resultRow.value(resultColumn(parameter.reported)));
+            showText(*box(parameter.box), resultRow.value(resultColumn(parameter.reported)));
 }
 
 } // namespace app
