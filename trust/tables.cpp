@@ -15,6 +15,7 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
     table->setAccessibleName(accessibleName);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false);
+    table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setStretchLastSection(true);
     return table;
