@@ -1,7 +1,6 @@
 #include "analysis/fitter.h"
 
 #include "fit/realparameters.h"
-
 #include "fit/report.h"
 
 #include <cmath>
@@ -70,13 +69,19 @@ fit::Ending Fitter::run(fit::Observer& observer)
     State own = m_state;
     const std::shared_ptr<fit::Problem> ownProblem = problem();
     detach();
-    const fit::Outcome outcome = fit::gaussNewton(*ownProblem, own.options, own.parameters, observer);
+    const fit::Outcome outcome = solve(*ownProblem, own.options, own.parameters, observer);
     adopt(ownProblem);
     own.parameters = outcome.parameters;
     own.iterations = outcome.iterations;
     own.status = static_cast<int>(outcome.status);
     m_state = own;
     return outcome.ending;
+}
+
+fit::Outcome Fitter::solve(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
+                           fit::Observer& observer) const
+{
+    return fit::gaussNewton(problem, options, start, observer);
 }
 
 FinishedRun finishedRun(const Fitter& fitter, const app::PanelState& panel, Kind kind)

@@ -59,6 +59,9 @@ protected:
     /// disturbs this run nor outlives it.
     fit::Ending run(fit::Observer& observer);
 
+    /// Fits a problem of problem(); by itself this is the engine's fit.
+    virtual fit::Outcome solve(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
+                               fit::Observer& observer) const;
     /// The problem as configured.
     virtual std::shared_ptr<fit::Problem> problem() = 0;
     /// Statistics at the current parameters.

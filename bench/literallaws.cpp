@@ -27,20 +27,25 @@ double freeQuencher(double Q, double K, double Cp)
 }
 
 /// Both Poisson laws differ in the decay of probes without a quencher and in where the series stops.
-double poissonTerms(double K, double kq1, double addedWithoutQuencher, double untilShare, double t, double Q, double A,
-                    double Rate)
+double poissonTerms(double K, double kq1, double addedWithoutQuencher, double untilShare, double t, double Q,
+                    const decay::SampleRecord& reference)
 {
     const double m = K * Q;
-    const double p0 = std::exp(-m);
-    double sum = p0 * A * std::exp(-(Rate + addedWithoutQuencher) * t);
-    double S = p0;
-    double j = 1;
-    do {
-        const double pj = std::pow(m, j) * std::exp(-K * Q) / Factorial(j);
-        sum += pj * A * std::exp(-(Rate + j * kq1) * t);
-        S += pj;
-        j += 1;
-    } while (std::pow(m, j) < 1e200 && S < untilShare);
+    double sum = 0;
+    for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.NComp); ++k) {
+        const double A = reference.A[k];
+        const double Rate = reference.Rate[k];
+        const double p0 = std::exp(-m);
+        sum += p0 * A * std::exp(-(Rate + addedWithoutQuencher) * t);
+        double S = p0;
+        double j = 1;
+        do {
+            const double pj = std::pow(m, j) * std::exp(-K * Q) / Factorial(j);
+            sum += pj * A * std::exp(-(Rate + j * kq1) * t);
+            S += pj;
+            j += 1;
+        } while (std::pow(m, j) < 1e200 && S < untilShare);
+    }
     return sum;
 }
 
@@ -71,10 +76,6 @@ double component(int model, double t, double Q, double A, double Rate, double Cp
         const double p0 = std::exp(-p[1] * Q);
         return A * (p0 * e(0) + (1 - p0) * e(p[2]));
     }
-    case 10:
-        return poissonTerms(p[1], p[2], p[3] * (std::exp(-p[1] * Q) * Q), 0.99, t, Q, A, Rate);
-    case 11:
-        return poissonTerms(p[1], p[2], 0, 0.95, t, Q, A, Rate);
     case 14: {
         const double f1 = 1 / (1 + p[1]);
         return A * (f1 * e(p[2] * Q) + (1 - f1) * e(p[3] * Q));
@@ -107,6 +108,10 @@ double decayIntensity(int model, double t, double Q, const decay::SampleRecord& 
         return twoSites(t, Q, reference, p[1], p[2], p[3]);
     if (model == 13)
         return twoSites(t, Q, reference, p[1], p[2], 0);
+    if (model == 10)
+        return poissonTerms(p[1], p[2], p[3] * (std::exp(-p[1] * Q) * Q), 0.99, t, Q, reference);
+    if (model == 11)
+        return poissonTerms(p[1], p[2], 0, 0.95, t, Q, reference);
     double sum = 0;
     for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.NComp); ++k)
         sum += component(model, t, Q, reference.A[k], reference.Rate[k], Cp, p);

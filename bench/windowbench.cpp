@@ -1,7 +1,7 @@
 #include "app/sessiontext.h"
 #include "bench/jobs.h"
 #include "decay/analyzerwindow.h"
-#include "decay/decayproblem.h"
+#include "decay/curvefit.h"
 #include "plot/decaycharts.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
@@ -68,7 +68,7 @@ void fitBesideWindow(benchmark::State& state, int number, bool endless)
     decay::DecayProblem problem(job.samples, job.model, 0, bench::kProbe);
     EventLoopObserver observer;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(fit::gaussNewton(problem, job.options, job.start, observer));
+        benchmark::DoNotOptimize(decay::fitCurves(problem, job.options, job.start, observer));
         benchmark::DoNotOptimize(problem.statistics(job.start));
     }
 }

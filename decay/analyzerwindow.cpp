@@ -1,5 +1,7 @@
 #include "decay/analyzerwindow.h"
 
+#include "decay/curvefit.h"
+
 namespace decay
 {
 
@@ -23,6 +25,12 @@ void frmDecayCurveAnalyzer::CalcFity(int model)
 double frmDecayCurveAnalyzer::getfvalue(double t, double Q) { return configured().value(t, Q, parameters()); }
 
 fit::Statistics frmDecayCurveAnalyzer::statistics() { return configured().statistics(parameters()); }
+
+fit::Outcome frmDecayCurveAnalyzer::solve(fit::Problem& problem, const fit::Options& options,
+                                          const fit::Parameters& start, fit::Observer& observer) const
+{
+    return fitCurves(static_cast<DecayProblem&>(problem), options, start, observer);
+}
 
 std::shared_ptr<fit::Problem> frmDecayCurveAnalyzer::problem()
 {

@@ -23,6 +23,8 @@ public:
     const SampleTable& sampleData() const { return m_problem->samples(); }
 
 private:
+    fit::Outcome solve(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
+                       fit::Observer& observer) const override;
     std::shared_ptr<fit::Problem> problem() override;
     fit::Statistics statistics() override;
     void detach() override;

@@ -35,12 +35,24 @@ double slowestRate(const Reference& reference)
     return *std::min_element(reference.Rate.begin() + 1, reference.Rate.begin() + 1 + reference.components);
 }
 
+/// Enough for what one iteration has of different rates in a sample, or of those that the samples share.
+std::size_t mostRates(Evaluation evaluation, Composition composition)
+{
+    if (evaluation == Evaluation::Fast)
+        return 8;                                               // two for each of four vectors
+    return composition == Composition::PoissonSeries ? 64 : 24; // three components; of Poisson terms not too many
+}
+
 } // namespace
 
-CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference)
-    : m_model(model), m_logMode(logMode), m_Cp(Cp), m_reference(referenceOf(reference)), m_t(reference.T),
-      m_evenPoints(evenPoints(m_t)), m_slowest(slowestRate(m_reference))
+CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, Evaluation evaluation)
+    : m_model(model), m_logMode(logMode), m_Cp(Cp), m_evaluation(evaluation), m_reference(referenceOf(reference)),
+      m_t(reference.T)
 {
+    if (evaluation == Evaluation::AsWritten)
+        return;
+    m_evenPoints = evenPoints(m_t);
+    m_slowest = slowestRate(m_reference);
     MultiExponential components;
     for (std::size_t k = 1; k <= static_cast<std::size_t>(m_reference.components); ++k)
         components.push_back({m_reference.A[k], m_reference.Rate[k] - m_slowest});
@@ -57,35 +69,56 @@ const Grid& CurveEvaluator::calculated(std::size_t sample, const fit::Parameters
     curve.a = a;
     Grid& sum = curve.intensity;
     std::fill_n(sum.begin(), count, 0.0);
-    const Populations populations = populationsOf(m_model, Q, m_Cp, fit::realParameters(m_logMode, a));
+    const Populations populations = populationsOf(m_model, Q, m_Cp, fit::realParameters(m_logMode, a), m_evaluation);
     const Composition composition = compositionOf(m_model);
-    if (composition == Composition::Sites) {
-        addSites(sum, count, populations);
-        return sum;
-    }
-    // Powers of a factor above 1 could overflow where the exponentials do not.
-    if (composition == Composition::PoissonSeries && populations[1].addedRate >= 0) {
-        addPopulation(sum, count, populations[0]);
-        addPoissonTerms(sum, count, populations);
-    } else {
-        for (const Population& population : populations)
-            addPopulation(sum, count, population);
-    }
-    for (std::size_t i = 0; i < count; ++i)
-        sum[i] *= m_components[i];
+    if (m_evaluation == Evaluation::Fast && composition != Composition::Sites)
+        addFactored(sum, count, populations);
+    else
+        addBrackets(sum, count, bracketsOf(composition, populations, m_reference));
     return sum;
 }
 
-void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const Population& population)
+void CurveEvaluator::addBrackets(Grid& sum, std::size_t count, const Brackets& brackets)
 {
+    for (const Bracket& bracket : brackets) {
+        Grid inner;
+        std::fill_n(inner.begin(), count, 0.0);
+        for (const Exponential& term : bracket.sum) {
+            const Grid& e = exponentials(term.rate, count);
+            for (std::size_t i = 0; i < count; ++i)
+                inner[i] += term.amplitude * e[i];
+        }
+        for (std::size_t i = 0; i < count; ++i)
+            sum[i] += bracket.factor * inner[i];
+    }
+}
+
+void CurveEvaluator::addFactored(Grid& sum, std::size_t count, const Populations& populations)
+{
+    const std::vector<Population>& members = populations.members;
+    // Powers of a factor above 1 could overflow where the exponentials do not.
+    if (compositionOf(m_model) == Composition::PoissonSeries && members[1].addedRate >= 0) {
+        addPopulation(sum, count, members[0], populations.total);
+        addPoissonTerms(sum, count, members);
+    } else {
+        for (const Population& population : members)
+            addPopulation(sum, count, population, populations.total);
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        sum[i] *= m_components[i];
+}
+
+void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const Population& population, double total)
+{
+    const double share = population.weight / total;
     const Grid& e = exponentials(m_slowest + population.addedRate, count);
     for (std::size_t i = 0; i < count; ++i)
-        sum[i] += population.share * e[i];
+        sum[i] += share * e[i];
 }
 
 /// Population j = 1, 2, ... has j times the added rate of the first, so that its exponential is the first one's times
 /// a power of exp(-addedRate t): a polynomial, summed from its highest power.
-void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const Populations& populations)
+void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const std::vector<Population>& populations)
 {
     const double addedRate = populations[1].addedRate;
     const Grid& first = exponentials(m_slowest + addedRate, count);
@@ -94,34 +127,35 @@ void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const Populat
     std::fill_n(series.begin(), count, 0.0);
     for (std::size_t j = populations.size() - 1; j >= 1; --j)
         for (std::size_t i = 0; i < count; ++i)
-            series[i] = series[i] * factor[i] + populations[j].share;
+            series[i] = series[i] * factor[i] + populations[j].weight;
     for (std::size_t i = 0; i < count; ++i)
         sum[i] += first[i] * series[i];
 }
 
-void CurveEvaluator::addSites(Grid& sum, std::size_t count, const Populations& sites)
-{
-    for (const Exponential& term : siteComponents(m_reference, sites)) {
-        const Grid& e = exponentials(term.rate, count);
-        for (std::size_t i = 0; i < count; ++i)
-            sum[i] += term.amplitude * e[i];
-    }
-}
-
 const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
 {
-    const auto same = [rate](const Exponentials& e) { return e.count > 0 && e.rate == rate; };
-    auto found = std::find_if(m_exponentials.begin(), m_exponentials.end(), same);
-    if (found == m_exponentials.end()) {
-        const auto earlier = [](const Exponentials& a, const Exponentials& b) { return a.lastUse < b.lastUse; };
-        found = std::min_element(m_exponentials.begin(), m_exponentials.end(), earlier);
-        found->rate = rate;
-        found->count = 0;
-    }
-    if (found->count < count)
-        extend(*found, count);
-    found->lastUse = ++m_uses;
-    return found->values;
+    const auto same = [rate](const Exponentials& e) { return e.rate == rate; };
+    const auto found = std::find_if(m_exponentials.begin(), m_exponentials.end(), same);
+    Exponentials& e = found == m_exponentials.end() ? placeFor(rate) : *found;
+    if (e.count < count)
+        extend(e, count);
+    e.lastUse = ++m_uses;
+    return e.values;
+}
+
+/// A new place for exponentials, or that of those not used for longest. At once not more than two are in use, which
+/// stay where they are.
+CurveEvaluator::Exponentials& CurveEvaluator::placeFor(double rate)
+{
+    const std::size_t most = mostRates(m_evaluation, compositionOf(m_model));
+    m_exponentials.reserve(most);
+    const auto earlier = [](const Exponentials& a, const Exponentials& b) { return a.lastUse < b.lastUse; };
+    Exponentials& e = m_exponentials.size() < most
+                          ? m_exponentials.emplace_back()
+                          : *std::min_element(m_exponentials.begin(), m_exponentials.end(), earlier);
+    e.rate = rate;
+    e.count = 0;
+    return e;
 }
 
 void CurveEvaluator::extend(Exponentials& e, std::size_t count) const

@@ -12,16 +12,15 @@ namespace decay
 /// through the points of a sample with the same few vectors in turn, so that a whole curve is worked out at a time, and
 /// exponentials are kept by their rate for the next sample or vector that has it as well.
 ///
-/// A curve is the law's sum over populations of share * sum over k of A(k) exp(-(Rate(k) + addedRate) t). All
-/// components have exp(-(slowest + addedRate) t) in common, which leaves one exponential for each population; Poisson
-/// terms are powers of one, and on an even grid most exponentials are products of two. Values are those of intensity()
-/// but for the last digits: 1e-13 of the value as long as no exponent is beyond 50.
+/// As written, every exponential of the formula is a call of exp. The fast way takes exp(-(slowest + addedRate) t) out
+/// of the components' sum, which leaves one exponential for each population; Poisson terms are powers of one, and on an
+/// even grid most exponentials are products of two.
 class CurveEvaluator
 {
 public:
     CurveEvaluator() = default;
     /// reference: the sample without quencher, with its components and its time grid.
-    CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference);
+    CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, Evaluation evaluation);
 
     /// The decay of a sample for parameters as the engine holds them, if it has been kept, otherwise nullptr. Keyed on
     /// the exact vector: the engine restores a parameter by subtraction, which may move it by a rounding.
@@ -44,23 +43,26 @@ private:
     };
 
     const Grid& exponentials(double rate, std::size_t count);
+    Exponentials& placeFor(double rate);
     void extend(Exponentials& e, std::size_t count) const;
-    void addPopulation(Grid& sum, std::size_t count, const Population& population);
-    void addPoissonTerms(Grid& sum, std::size_t count, const Populations& populations);
-    void addSites(Grid& sum, std::size_t count, const Populations& sites);
+    void addBrackets(Grid& sum, std::size_t count, const Brackets& brackets);
+    void addFactored(Grid& sum, std::size_t count, const Populations& populations);
+    void addPopulation(Grid& sum, std::size_t count, const Population& population, double total);
+    void addPoissonTerms(Grid& sum, std::size_t count, const std::vector<Population>& populations);
 
     int m_model = 0;
     int m_logMode = 0;
     double m_Cp = 0;
+    Evaluation m_evaluation = Evaluation::AsWritten;
     Reference m_reference;
     Grid m_t{};
-    std::size_t m_evenPoints = 0; // leading points of the grid in even steps
+    std::size_t m_evenPoints = 0; // leading points of the grid in even steps; none when not to be made use of
     double m_slowest = 0;         // smallest rate of the reference, s^-1
     Grid m_components{};          // the reference's decay, with the slowest exponential taken out
     std::size_t m_sample = 0;     // whose curves are kept; 0: none yet
     std::size_t m_curveCount = 0;
     std::array<Curve, 8> m_curves{}; // a base vector, three shifted ones, and as many that differ by a rounding
-    std::array<Exponentials, 8> m_exponentials{};
+    std::vector<Exponentials> m_exponentials;
     unsigned m_uses = 0;
 };
 

@@ -45,21 +45,31 @@ void DecayProblem::setSampleData(const SampleTable& samples)
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
             m_points.push_back({s, i, m_samples.SampleData[s].IExp[i]});
-    setLaw(m_model, m_logMode, m_Cp);
+    renewEvaluators();
 }
 
 void DecayProblem::setLaw(int model, int logMode, double Cp)
 {
+    if (model == m_model && logMode == m_logMode && Cp == m_Cp)
+        return; // what has been worked out stays good
     m_model = model;
     m_logMode = logMode;
     m_Cp = Cp;
-    m_evaluator = CurveEvaluator(model, logMode, Cp, m_samples.SampleData[1]);
+    renewEvaluators();
+}
+
+void DecayProblem::renewEvaluators()
+{
+    const SampleRecord& reference = m_samples.SampleData[1];
+    for (const Evaluation evaluation : {Evaluation::AsWritten, Evaluation::Fast})
+        m_evaluators[static_cast<std::size_t>(evaluation)] =
+            CurveEvaluator(m_model, m_logMode, m_Cp, reference, evaluation);
 }
 
 double DecayProblem::residual(int point, const fit::Parameters& a)
 {
     const Point& data = m_points[slot(point - 1)];
-    if (const Grid* kept = m_evaluator.kept(data.sample, a))
+    if (const Grid* kept = evaluator().kept(data.sample, a))
         return (*kept)[data.index] - data.observed;
     return residualOfNewCurve(data, a);
 }
@@ -105,10 +115,10 @@ fit::Statistics DecayProblem::statistics(const fit::Parameters& a)
 
 double DecayProblem::fitted(std::size_t sample, std::size_t index, const fit::Parameters& a)
 {
-    if (const Grid* kept = m_evaluator.kept(sample, a))
+    if (const Grid* kept = evaluator().kept(sample, a))
         return (*kept)[index];
     const SampleRecord& record = m_samples.SampleData[sample];
-    const double result = m_evaluator.calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1)[index];
+    const double result = evaluator().calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1)[index];
     announceEvaluation();
     return result;
 }

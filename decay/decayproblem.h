@@ -20,6 +20,8 @@ public:
     void setSampleData(const SampleTable& samples);
     /// Cp: probe concentration, M.
     void setLaw(int model, int logMode, double Cp);
+    /// As written from the beginning.
+    void setEvaluation(Evaluation evaluation) { m_evaluation = evaluation; }
 
     /// Called after every curve or value worked out by the Poisson law with collisions, which may take long; may be
     /// empty. Points of a curve that is kept do not call it.
@@ -49,6 +51,8 @@ private:
     };
 
     double fitted(std::size_t sample, std::size_t index, const fit::Parameters& a);
+    void renewEvaluators();
+    CurveEvaluator& evaluator() { return m_evaluators[static_cast<std::size_t>(m_evaluation)]; }
     double residualOfNewCurve(const Point& data, const fit::Parameters& a);
     void announceEvaluation() const;
 
@@ -56,8 +60,9 @@ private:
     int m_model = 0;
     int m_logMode = 0;
     double m_Cp = 0; // M
-    CurveEvaluator m_evaluator;
-    std::vector<Point> m_points; // point i stands at i - 1
+    Evaluation m_evaluation = Evaluation::AsWritten;
+    std::array<CurveEvaluator, 2> m_evaluators; // one for each evaluation
+    std::vector<Point> m_points;                // point i stands at i - 1
 };
 
 } // namespace decay

@@ -8,18 +8,17 @@
 namespace decay
 {
 
-Populations dynamicDecay(double Q, double kq2) { return {{1.0, kq2 * Q}}; }
+Populations dynamicDecay(double Q, double kq2) { return {{{1.0, kq2 * Q}}}; }
 
 Populations complexAndDynamicDecay(double Q, double Cp, double K, double kq1, double kq2)
 {
     const double Qf = FreeQuencher(Q, K, Cp);
-    const double free = 1.0 / (1.0 + K * Qf);
-    return {{free, kq2 * Qf}, {free * K * Qf, kq1}};
+    return {{{1.0, kq2 * Qf}, {K * Qf, kq1}}, 1.0 + K * Qf};
 }
 
 Populations darkComplexDecay(double Q, double Cp, double K, double kq2)
 {
-    return {{1.0, kq2 * FreeQuencher(Q, K, Cp)}};
+    return {{{1.0, kq2 * FreeQuencher(Q, K, Cp)}}};
 }
 
 Populations complexDecay(double Q, double Cp, double K, double kq1)
@@ -30,10 +29,10 @@ Populations complexDecay(double Q, double Cp, double K, double kq1)
 Populations sphereAndDynamicDecay(double Q, double K, double kq1, double kq2)
 {
     const double p0 = std::exp(-K * Q);
-    return {{p0, kq2 * (p0 * Q)}, {1.0 - p0, kq1}};
+    return {{{p0, kq2 * (p0 * Q)}, {1.0 - p0, kq1}}};
 }
 
-Populations darkSphereDecay(double Q, double K, double kq2) { return {{1.0, kq2 * (std::exp(-K * Q) * Q)}}; }
+Populations darkSphereDecay(double Q, double K, double kq2) { return {{{1.0, kq2 * (std::exp(-K * Q) * Q)}}}; }
 
 Populations sphereDecay(double Q, double K, double kq1) { return sphereAndDynamicDecay(Q, K, kq1, 0.0); }
 
@@ -50,45 +49,47 @@ namespace
 
 /// Poisson populations with mean m up to a cumulative probability. Numbers of quenchers whose m^j reaches 1e200 are
 /// left out, so that m^j does not overflow; a mean that is not a number ends the series after its second term.
-Populations poissonPopulations(double m, double kq1, double rateWithoutQuencher, double cumulativeProbability)
+Populations poissonPopulations(double m, double kq1, double rateWithoutQuencher, double cumulativeProbability,
+                               Evaluation evaluation)
 {
     constexpr double kLargestPower = 1e200;
     const double p0 = std::exp(-m);
     Populations populations;
-    populations.reserve(32);
-    populations.push_back({p0, rateWithoutQuencher});
+    populations.members.reserve(32);
+    populations.members.push_back({p0, rateWithoutQuencher});
     double sum = p0;
     double j = 1.0;
     double power = m; // m^j
     double factorial = 1.0;
     do {
         const double pj = power * p0 / factorial;
-        populations.push_back({pj, j * kq1});
+        populations.members.push_back({pj, j * kq1});
         sum += pj;
         j += 1.0;
-        power *= m;
         factorial *= j;
+        power = evaluation == Evaluation::Fast ? power * m : std::pow(m, j);
     } while (power < kLargestPower && sum < cumulativeProbability);
     return populations;
 }
 
 } // namespace
 
-Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2)
+Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2, Evaluation evaluation)
 {
     const double p0 = std::exp(-K * Q);
-    return poissonPopulations(K * Q, kq1, kq2 * (p0 * Q), 0.99);
+    return poissonPopulations(K * Q, kq1, kq2 * (p0 * Q), 0.99, evaluation);
 }
 
-Populations poissonDecay(double Q, double K, double kq1)
+Populations poissonDecay(double Q, double K, double kq1, Evaluation evaluation)
 {
-    return poissonPopulations(K * Q, kq1, 0.0, 0.95); // a lower cut-off than with collisions, on purpose
+    constexpr double kShare = 0.95; // lower than with collisions, on purpose
+    return poissonPopulations(K * Q, kq1, 0.0, kShare, evaluation);
 }
 
 Populations twoSiteDecay(double Q, double F, double kq2, double kq22)
 {
     const double f1 = 1.0 / (1.0 + F);
-    return {{f1, kq2 * Q}, {1.0 - f1, kq22 * Q}};
+    return {{{f1, kq2 * Q}, {1.0 - f1, kq22 * Q}}};
 }
 
 Populations oneOfTwoSitesDecay(double Q, double F, double kq2) { return twoSiteDecay(Q, F, kq2, 0.0); }
@@ -100,6 +101,7 @@ struct Arguments {
     double Q;
     double Cp;
     double p1, p2, p3;
+    Evaluation evaluation;
 };
 
 struct LawRow {
@@ -126,8 +128,9 @@ constexpr std::array<LawRow, 16> kLaws{{
     {[](const Arguments& v) { return darkSphereDecay(v.Q, v.p1, v.p2); }, Composition::Shared},
     {[](const Arguments& v) { return sphereDecay(v.Q, v.p1, v.p2); }, Composition::Shared},
     {},
-    {[](const Arguments& v) { return poissonAndDynamicDecay(v.Q, v.p1, v.p2, v.p3); }, Composition::PoissonSeries},
-    {[](const Arguments& v) { return poissonDecay(v.Q, v.p1, v.p2); }, Composition::PoissonSeries},
+    {[](const Arguments& v) { return poissonAndDynamicDecay(v.Q, v.p1, v.p2, v.p3, v.evaluation); },
+     Composition::PoissonSeries},
+    {[](const Arguments& v) { return poissonDecay(v.Q, v.p1, v.p2, v.evaluation); }, Composition::PoissonSeries},
     {kTwoSites, Composition::Sites},
     {kOneOfTwoSites, Composition::Sites},
     {kTwoSites, Composition::Shared},
@@ -141,34 +144,63 @@ const LawRow& lawOf(int model)
     return model >= 0 && row < kLaws.size() ? kLaws[row] : kLaws[0];
 }
 
-MultiExponential sharedComponents(const Reference& reference, const Populations& populations)
+/// One pair of brackets for each component, with all populations in it.
+Brackets sharedComponents(const Populations& populations, const Reference& reference)
 {
-    MultiExponential decay;
+    Brackets brackets;
+    for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.components); ++k) {
+        Bracket& bracket = brackets.emplace_back(Bracket{reference.A[k] / populations.total, {}});
+        for (const Population& population : populations.members)
+            bracket.sum.push_back({population.weight, reference.Rate[k] + population.addedRate});
+    }
+    return brackets;
+}
+
+Brackets poissonTerms(const Populations& populations, const Reference& reference)
+{
+    Brackets brackets;
     for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.components); ++k)
-        for (const Population& population : populations)
-            decay.push_back({population.share * reference.A[k], reference.Rate[k] + population.addedRate});
-    return decay;
+        for (const Population& population : populations.members)
+            brackets.push_back({population.weight * reference.A[k], {{1.0, reference.Rate[k] + population.addedRate}}});
+    return brackets;
+}
+
+Brackets siteTerms(const Populations& sites, const Reference& reference)
+{
+    if (reference.components != 1 && reference.components != 2)
+        return {};
+    const auto last = static_cast<std::size_t>(reference.components);
+    const Population& first = sites.members[0];
+    const Population& second = sites.members[1];
+    return {Bracket{first.weight, {{1.0, reference.Rate[1] + first.addedRate}}},
+            Bracket{second.weight, {{1.0, reference.Rate[last] + second.addedRate}}}};
 }
 
 } // namespace
 
 Composition compositionOf(int model) { return lawOf(model).composition; }
 
-Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p)
+Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p, Evaluation evaluation)
 {
     const LawRow& law = lawOf(model);
-    return law.populations == nullptr ? Populations{} : law.populations({Q, Cp, p[1], p[2], p[3]});
+    return law.populations == nullptr ? Populations{} : law.populations({Q, Cp, p[1], p[2], p[3], evaluation});
 }
 
 Reference referenceOf(const SampleRecord& record) { return {record.NComp, record.A, record.Rate}; }
 
-MultiExponential siteComponents(const Reference& reference, const Populations& sites)
+Brackets bracketsOf(Composition composition, const Populations& populations, const Reference& reference)
 {
-    if (reference.components != 1 && reference.components != 2)
-        return {};
-    const auto last = static_cast<std::size_t>(reference.components);
-    return {{sites[0].share, reference.Rate[1] + sites[0].addedRate},
-            {sites[1].share, reference.Rate[last] + sites[1].addedRate}};
+    switch (composition) {
+    case Composition::Shared:
+        return sharedComponents(populations, reference);
+    case Composition::PoissonSeries:
+        return poissonTerms(populations, reference);
+    case Composition::Sites:
+        return siteTerms(populations, reference);
+    case Composition::None:
+        break;
+    }
+    return {};
 }
 
 double intensityAt(const MultiExponential& decay, double t)
@@ -179,16 +211,31 @@ double intensityAt(const MultiExponential& decay, double t)
     return sum;
 }
 
+namespace
+{
+
+Brackets bracketsOf(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
+{
+    return bracketsOf(compositionOf(model), populationsOf(model, Q, Cp, p), reference);
+}
+
+} // namespace
+
 MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
 {
-    const Populations populations = populationsOf(model, Q, Cp, p);
-    return compositionOf(model) == Composition::Sites ? siteComponents(reference, populations)
-                                                      : sharedComponents(reference, populations);
+    MultiExponential decay;
+    for (const auto& [factor, sum] : bracketsOf(model, Q, reference, Cp, p))
+        for (const Exponential& term : sum)
+            decay.push_back({factor * term.amplitude, term.rate});
+    return decay;
 }
 
 double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
 {
-    return intensityAt(quenchedDecay(model, Q, reference, Cp, p), t);
+    double total = 0;
+    for (const auto& [factor, sum] : bracketsOf(model, Q, reference, Cp, p))
+        total += factor * intensityAt(sum, t);
+    return total;
 }
 
 } // namespace decay

@@ -10,12 +10,23 @@
 namespace decay
 {
 
-/// Some of the excited probes: their share, and what quenching adds to each of their decay rates, s^-1.
+/// Some of the excited probes: their weight, and what quenching adds to each of their decay rates, s^-1.
 struct Population {
-    double share = 0;
+    double weight = 0;
     double addedRate = 0;
 };
-using Populations = std::vector<Population>;
+
+/// All of them. The share of a population is its weight over the total, which is 1 where the weights are shares.
+struct Populations {
+    std::vector<Population> members;
+    double total = 1;
+};
+
+/// How a law is worked out.
+enum class Evaluation {
+    AsWritten, // to the last bit as its formula is written
+    Fast,      // several times faster; the last digits differ: 1e-13 of the value unless an exponent is beyond 50
+};
 
 // In all laws: Q total quencher, M. K association constant, M^-1. Cp total probe, M. kq1 rate constant through the
 // complex, s^-1. kq2 collisional rate constant, M^-1 s^-1. Without quencher every law leaves the decay as it is.
@@ -47,10 +58,11 @@ Populations sphereDecay(double Q, double K, double kq1);
 /// Quenchers in Poisson numbers beside the probe, mean K Q; each adds kq1, and probes without one collide.
 /// The series stops at a cumulative probability of 0.99. kq1 -> infinity: only the probes without a quencher emit.
 /// Law: P. P. Infelta, M. Graetzel, J. K. Thomas, J. Phys. Chem. 78 (1974) 190.
-Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2);
+Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2,
+                                   Evaluation evaluation = Evaluation::AsWritten);
 
 /// The Poisson law without collisions; its series stops at 0.95.
-Populations poissonDecay(double Q, double K, double kq1);
+Populations poissonDecay(double Q, double K, double kq1, Evaluation evaluation = Evaluation::AsWritten);
 
 /// Two sites, populated 1 : F, that collide with kq2 and kq22. F = 0: all probes are in the first.
 /// Law: S. S. Lehrer, Biochemistry 10 (1971) 3254.
@@ -67,13 +79,14 @@ enum class Composition {
     None,          // the model has no decay law
     Shared,        // every population has all components of the reference
     PoissonSeries, // likewise; from the second population on added rates are 1, 2, 3, ... times that of the second
-    Sites,         // population i has component i, or the only one, and its share stands for the amplitude
+    Sites,         // population i has component i, or the only one, and its weight stands for the amplitude
 };
 Composition compositionOf(int model);
 
 /// The populations of a model 1..15 at quencher concentration Q, with real parameter values in slots 1..3 in the
-/// model's fitting order; empty without a decay law. 14 and 15 are 12 and 13 with sites that share all components.
-Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p);
+/// model's fitting order; none without a decay law. 14 and 15 are 12 and 13 with sites that share all components.
+Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p,
+                          Evaluation evaluation = Evaluation::AsWritten);
 
 /// The decay without quencher: components as in SampleRecord.
 struct Reference {
@@ -89,17 +102,26 @@ struct Exponential {
 };
 using MultiExponential = std::vector<Exponential>;
 
-/// Site i decays with component i, or with the only one; empty for three components, which two sites cannot tell apart.
-MultiExponential siteComponents(const Reference& reference, const Populations& sites);
-
 /// Intensity at time t, s.
 double intensityAt(const MultiExponential& decay, double t);
 
-/// The reference decay as a model's law changes it at quencher concentration Q; arguments as for populationsOf. Empty
-/// (0 at all times) without a decay law and for separate sites with three components.
+/// factor * (sum of exponentials): what a law's formula has in one pair of brackets.
+struct Bracket {
+    double factor = 1;
+    MultiExponential sum;
+};
+using Brackets = std::vector<Bracket>;
+
+/// The decay of a model's populations as its formula has it, whose value is the sum of all brackets from the first to
+/// the last. Multiplied out it would be the same but for the last digits. Empty (0 at all times) without a decay law
+/// and for separate sites with three components, which two sites cannot tell apart.
+Brackets bracketsOf(Composition composition, const Populations& populations, const Reference& reference);
+
+/// The reference decay as a model's law changes it at quencher concentration Q, multiplied out; arguments as for
+/// populationsOf.
 MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
 
-/// The same at one time t, s.
+/// The law of a model at one time t, s, calculated as its formula is written.
 double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
 
 } // namespace decay

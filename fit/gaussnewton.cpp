@@ -85,6 +85,7 @@ void Run::linearise()
         sum += addPoint(i, h);
     m_ratio = sum / m_previousSum;
     m_previousSum = sum;
+    m_outcome.residualSum = sum;
 }
 
 /// An eighth of each parameter at first, halved with every iteration down to 1/128.

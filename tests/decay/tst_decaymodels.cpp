@@ -31,8 +31,8 @@ double unquenched(const decay::Reference& reference, double t)
 double sumOfShares(const decay::Populations& populations)
 {
     double sum = 0;
-    for (const decay::Population& population : populations)
-        sum += population.share;
+    for (const decay::Population& population : populations.members)
+        sum += population.weight / populations.total;
     return sum;
 }
 
@@ -79,13 +79,13 @@ void TestDecayModels::stopThePoissonSeriesAtItsShare()
     for (const auto& [mean, termsWithCollisions, terms] : kCases) {
         const auto full = decay::poissonAndDynamicDecay(0.01, mean / 0.01, 1e7, 1e6);
         const auto plain = decay::poissonDecay(0.01, mean / 0.01, 1e7);
-        QCOMPARE(full.size(), termsWithCollisions);
-        QCOMPARE(plain.size(), terms);
+        QCOMPARE(full.members.size(), termsWithCollisions);
+        QCOMPARE(plain.members.size(), terms);
         QVERIFY(sumOfShares(full) >= 0.99 && sumOfShares(full) < 1 + kFewUlps);
         QVERIFY(sumOfShares(plain) >= 0.95 && sumOfShares(plain) < 1 + kFewUlps);
-        QCOMPARE(full[0].addedRate, 1e6 * std::exp(-mean) * 0.01);
-        QCOMPARE(plain[0].addedRate, 0.0);
-        QCOMPARE(full.back().addedRate, static_cast<double>(termsWithCollisions - 1) * 1e7);
+        QCOMPARE(full.members[0].addedRate, 1e6 * std::exp(-mean) * 0.01);
+        QCOMPARE(plain.members[0].addedRate, 0.0);
+        QCOMPARE(full.members.back().addedRate, static_cast<double>(termsWithCollisions - 1) * 1e7);
     }
 }
 
@@ -95,9 +95,9 @@ void TestDecayModels::endThePoissonSeriesForAnyMean()
     constexpr std::size_t kLongest = 200;
     for (double mean : {1e-300, 1.0000001, 5.0, 15.0, 80.0, 1e3, 1e30, 1e250, -1e-9, -0.999, -1.01, -12.0, -15.0, -80.0,
                         -1e9, -1e250, kInfinity, -kInfinity, kNaN})
-        QVERIFY2(decay::poissonAndDynamicDecay(1.0, mean, 1e7, 1e6).size() <= kLongest,
+        QVERIFY2(decay::poissonAndDynamicDecay(1.0, mean, 1e7, 1e6).members.size() <= kLongest,
                  qPrintable(QString::number(mean)));
-    QCOMPARE(decay::poissonDecay(1.0, 100.0, 1e7).size(), std::size_t{100}); // 100^100 is 1e200
+    QCOMPARE(decay::poissonDecay(1.0, 100.0, 1e7).members.size(), std::size_t{100}); // 100^100 is 1e200
 }
 
 QTEST_APPLESS_MAIN(TestDecayModels)
