@@ -26,8 +26,13 @@ OutputWindow::OutputWindow(QWidget* parent) : QWidget(parent, Qt::Window)
 
 void OutputWindow::SetSize(std::int16_t pTop, std::int16_t pLeft, std::int16_t pWidth, std::int16_t pHeight)
 {
-    resize(ui::toPixels(pWidth), ui::toPixels(pHeight + kBarTwips));
+    resizeSurface(pWidth, pHeight);
     SetPosition(pTop, pLeft);
+}
+
+void OutputWindow::resizeSurface(std::int16_t pWidth, std::int16_t pHeight)
+{
+    resize(ui::toPixels(pWidth), ui::toPixels(pHeight + kBarTwips));
 }
 
 void OutputWindow::SetPosition(std::int16_t pTop, std::int16_t pLeft) { ui::placeFrame(*this, pTop, pLeft); }

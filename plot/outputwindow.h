@@ -20,6 +20,8 @@ public:
 
     /// The height grows by the bar, so that getSize reports more than was set.
     void SetSize(std::int16_t pTop, std::int16_t pLeft, std::int16_t pWidth, std::int16_t pHeight);
+    /// Sizes the surface as SetSize does, and the window stays where it is, also farther away than 16 bits can tell.
+    void resizeSurface(std::int16_t pWidth, std::int16_t pHeight);
     void SetPosition(std::int16_t pTop, std::int16_t pLeft);
     void getPosition(std::int16_t& Top, std::int16_t& Left) const;
     void getSize(std::int16_t& Width, std::int16_t& Height) const;

@@ -2,8 +2,6 @@
 
 #include "ui/twips.h"
 
-#include <cstdint>
-
 namespace sternvolmer
 {
 namespace
@@ -100,9 +98,7 @@ std::optional<Commands::Curves> Commands::evaluate(const Run& run)
 void Commands::show(const Run& run, const Curves& curves)
 {
     plot::Graph& graph = m_context.GraphWindow2;
-    std::int16_t top = 0, left = 0;
-    graph.getPosition(top, left);
-    graph.SetSize(top, left, analysis::kSurfaceSize, analysis::kSurfaceSize);
+    graph.resizeSurface(analysis::kSurfaceSize, analysis::kSurfaceSize);
     plot::PlotSternVolmer(graph, run.data.samples, run.data.Xmax, run.data.Ymax);
     plot::PlotSternVolmerFit(graph, curves.plotted);
     graph.showFilled();

@@ -73,6 +73,10 @@ void TestGraph::sizesIncludeTheBar()
     m_graph->resize(20, 5000); // 75000 twips
     m_graph->getSize(width, height);
     QCOMPARE(height, 32767);
+    m_graph->move(3000, 200); // on a second screen
+    m_graph->resizeSurface(6000, 4000);
+    QVERIFY(m_graph->x() >= 3000);
+    QCOMPARE(m_graph->size(), QSize(400, 292));
 }
 
 void TestGraph::drawsInWorldCoordinates()
