@@ -78,6 +78,9 @@ void writeDecayTable(TableSink& table, const decay::SampleTable& samples, const 
     }
 }
 
+/// How far an observed intensity lies above the fitted one, percent.
+double deviation(double observedLog, double fittedLog) { return std::pow(10.0, observedLog - fittedLog + 2) - 100; }
+
 } // namespace
 
 std::optional<FittedCurves> evaluateFitted(const decay::SampleTable& samples, const DecayCurve& fitted)
@@ -87,9 +90,10 @@ std::optional<FittedCurves> evaluateFitted(const decay::SampleTable& samples, co
         const decay::SampleRecord& sample = samples.SampleData[slot(i)];
         for (std::size_t p = 0; p < fittedPoints(samples); ++p) {
             const double intensity = fitted(sample.T[p], sample.Conc);
-            if (!std::isfinite(intensity))
+            const double fittedLog = fit::SafeLog10(intensity).value_or(0);
+            if (!std::isfinite(intensity) || !std::isfinite(deviation(sample.observedLog[p], fittedLog)))
                 return std::nullopt;
-            curves[slot(i)].push_back(fit::SafeLog10(intensity).value_or(0));
+            curves[slot(i)].push_back(fittedLog);
         }
     }
     return curves;
@@ -128,7 +132,7 @@ void PlotDecayDeviation(Canvas& canvas, decay::SampleTable& samples, const Fitte
     for (int i = 1; i <= samples.SampleCount; ++i) {
         decay::SampleRecord& sample = samples.SampleData[slot(i)];
         const std::vector<double>& logs = fitted[slot(i)];
-        const auto percent = [&](std::size_t p) { return std::pow(10.0, sample.observedLog[p] - logs[p] + 2) - 100; };
+        const auto percent = [&](std::size_t p) { return deviation(sample.observedLog[p], logs[p]); };
         sample.observedLog[0] = percent(0); // stored there instead of drawn, on purpose
         canvas.beginSample(i, sample.Conc);
         for (std::size_t p = 1; p < logs.size(); ++p)

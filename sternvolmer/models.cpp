@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 namespace sternvolmer
 {
@@ -13,6 +14,13 @@ namespace
 
 /// Total over free binding sites when each probe takes up quencher with constant K.
 double dilution(double Cp, double K) { return Cp * K + 1.0; }
+
+/// exp(y) for a denominator, where an overflow would vanish in the quotient: not a number instead of infinity.
+double expBelow(double y)
+{
+    const double e = std::exp(y);
+    return std::isinf(e) ? std::numeric_limits<double>::quiet_NaN() : e;
+}
 
 } // namespace
 
@@ -42,7 +50,7 @@ double darkComplexRatio(double x, double Cp, double K) { return K * decay::FreeQ
 double sphereAndDynamicRatio(double x, double tau0, double Cp, double K, double kq1, double kq2)
 {
     const double D = dilution(Cp, K);
-    const double E = std::exp(-K * x / D);
+    const double E = expBelow(-K * x / D);
     const double T = kq2 * tau0;
     return (x * T + D) * (tau0 * kq1 + 1.0) / ((D * kq1 - x * kq2) * tau0 * E + x * T + D);
 }
@@ -55,7 +63,7 @@ double darkSphereAndDynamicRatio(double x, double tau0, double Cp, double K, dou
 
 double sphereRatio(double x, double tau0, double Cp, double K, double kq1)
 {
-    const double E = std::exp(-K * x / dilution(Cp, K));
+    const double E = expBelow(-K * x / dilution(Cp, K));
     return (tau0 * kq1 + 1.0) / (tau0 * kq1 * E + 1.0);
 }
 
@@ -64,7 +72,7 @@ double darkSphereRatio(double x, double Cp, double K) { return std::exp(K * x / 
 double poissonAndDynamicRatio(double x, double tau0, double Cp, double K, double kq1, double kq2)
 {
     const double D = dilution(Cp, K);
-    const double E = std::exp(-K * x / D);
+    const double E = expBelow(-K * x / D);
     const double collisions = tau0 * kq2 * x / D;
     return (collisions + 1.0) / (tau0 * kq2 * x * (1.0 - E) / D + 1.0 - kq1 * tau0 * K * x / D);
 }

@@ -168,6 +168,7 @@ void TestCharts::decayFaultsAndEmptyLogarithms()
 {
     decay::SampleTable samples = twoSamples();
     QVERIFY(!plot::evaluateFitted(samples, [](double t, double) { return 1 / (t - 3 * kGridStep); }));
+    QVERIFY(!plot::evaluateFitted(samples, [](double, double) { return 1e-320; })); // its deviation overflows
     const auto dark = plot::evaluateFitted(samples, [](double, double) { return -1.0; });
     QVERIFY(dark);
     QCOMPARE(dark->at(2).back(), 0.0);
