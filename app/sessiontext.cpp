@@ -57,7 +57,7 @@ void readModel(Session& session, std::string_view value)
         session.panel.Model = model;
 }
 
-/// In the order of writing; the tolerance has always been filed as "residual".
+/// In the order of writing; the tolerance is filed as "residual".
 constexpr std::array<Key, 14> kKeys{
     textKey<&PanelState::kq1>("kq1"),
     textKey<&PanelState::kq2>("kq2"),

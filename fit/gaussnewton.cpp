@@ -109,7 +109,7 @@ double Run::addPoint(int point, const Vector7& h)
     for (int j = 1; j <= parameterCount(); ++j) {
         a[j] += h[j];
         const double shifted = m_problem.residual(point, a);
-        a[j] -= h[j]; // not from a copy: earlier versions carry the rounding of this on, too
+        a[j] -= h[j]; // not from a copy: the rounding of this is carried on, on purpose
         J[j] = (shifted - r) / h[j];
     }
     for (int j = 1; j <= parameterCount(); ++j) {

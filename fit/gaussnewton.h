@@ -71,7 +71,7 @@ struct Outcome {
 };
 
 /// Minimises the sum of squared residuals from `start`. Each step solves the upper triangle of the normal
-/// equations only, which is deliberate and keeps results comparable with earlier versions.
+/// equations only, which is deliberate.
 Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& start, Observer& observer);
 
 } // namespace fit

@@ -16,7 +16,7 @@ struct StatusRow {
     std::string_view warning; // at the end of the report
 };
 
-// the spelling of the warnings is what earlier versions print
+// the spelling of the warnings is deliberate
 constexpr StatusRow kStatusRows[] = {
     {},
     {"OK", ""},

@@ -16,7 +16,7 @@ double slot(std::span<const double> values, int i)
 
 double totalSum(std::span<const double> observed, double mean)
 {
-    constexpr int kSlots = 50; // always fifty, unused ones as 0: results stay comparable with earlier versions
+    constexpr int kSlots = 50; // always fifty, unused ones as 0, on purpose
     double sum = 0;
     for (int i = 0; i < kSlots; ++i)
         sum += std::pow(slot(observed, i) - mean, 2);

@@ -26,7 +26,7 @@ private slots:
     void menus();
     void mnemonicsDoNotClash();
     void tabFollowsTheReadingOrder();
-    void fitsItsPrescribedSize();
+    void fitsItsUsualSize();
     void editKeysStayInATextBox();
     void calculationAndHelpKeysWorkFromEverywhere();
     void closingStopsRunsAndAnnouncesIt();
@@ -109,7 +109,7 @@ void TestMainWindow::mnemonicsDoNotClash()
     QVERIFY2(mnemonicsDiffer(everywhere), qPrintable(everywhere.join(' ')));
 }
 
-void TestMainWindow::fitsItsPrescribedSize()
+void TestMainWindow::fitsItsUsualSize()
 {
     showActive();
     QCOMPARE(m_window->windowTitle(), QString("Vorlo G4 2002.01.18"));

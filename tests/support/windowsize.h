@@ -9,9 +9,9 @@ namespace support
 /// Desktops that are set to large texts have windows as much larger as these need.
 inline bool hasLargeFont() { return QApplication::font().pointSizeF() > 12; }
 
-inline QSize expectedSize(const QWidget& window, const QSize& prescribed)
+inline QSize expectedSize(const QWidget& window, const QSize& usual)
 {
-    return hasLargeFont() ? prescribed.expandedTo(window.minimumSizeHint()) : prescribed;
+    return hasLargeFont() ? usual.expandedTo(window.minimumSizeHint()) : usual;
 }
 
 } // namespace support
