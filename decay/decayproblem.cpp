@@ -45,7 +45,7 @@ void DecayProblem::setSampleData(const SampleTable& samples)
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
             m_points.push_back({s, i, m_samples.SampleData[s].IExp[i]});
-    renewEvaluators();
+    forgetCurves();
 }
 
 void DecayProblem::setLaw(int model, int logMode, double Cp)
@@ -55,11 +55,19 @@ void DecayProblem::setLaw(int model, int logMode, double Cp)
     m_model = model;
     m_logMode = logMode;
     m_Cp = Cp;
-    renewEvaluators();
+    forgetCurves();
 }
 
-void DecayProblem::renewEvaluators()
+void DecayProblem::setEvaluation(Evaluation evaluation)
 {
+    m_evaluation = evaluation;
+    m_fittedWith.reset();
+}
+
+void DecayProblem::forgetCurves()
+{
+    m_fittedWith.reset();
+    m_decay.reset();
     const SampleRecord& reference = m_samples.SampleData[1];
     for (const Evaluation evaluation : {Evaluation::AsWritten, Evaluation::Fast})
         m_evaluators[static_cast<std::size_t>(evaluation)] =
@@ -77,19 +85,26 @@ double DecayProblem::residual(int point, const fit::Parameters& a)
 /// Apart from residual(), so that the many points of a kept curve do not pay for the calls made here.
 double DecayProblem::residualOfNewCurve(const Point& data, const fit::Parameters& a)
 {
-    return fitted(data.sample, data.index, a) - data.observed;
+    const double result = fitted(data.sample, data.index, a) - data.observed;
+    if (m_model == kYieldingModel && modelEvaluated)
+        modelEvaluated();
+    return result;
 }
 
-double DecayProblem::value(double t, double Q, const fit::Parameters& a) const
+double DecayProblem::value(double t, double Q, const fit::Parameters& a)
 {
-    const fit::Parameters p = fit::realParameters(m_logMode, a);
-    const double result = intensity(m_model, t, Q, referenceOf(m_samples.SampleData[1]), m_Cp, p);
-    announceEvaluation();
-    return result;
+    if (!m_decay || m_decay->Q != Q || !fit::sameBits(m_decay->a, a))
+        m_decay = {
+            Q, a,
+            bracketsOf(m_model, Q, referenceOf(m_samples.SampleData[1]), m_Cp, fit::realParameters(m_logMode, a))};
+    return intensityAt(m_decay->brackets, t);
 }
 
 void DecayProblem::CalcFity(const fit::Parameters& a)
 {
+    if (m_fittedWith && fit::sameBits(*m_fittedWith, a))
+        return;
+    m_fittedWith = a;
     // The sums run on from sample to sample, so that the last one holds those of all.
     double sumOfIntensities = 0;
     double sumOfSquares = 0;
@@ -118,15 +133,7 @@ double DecayProblem::fitted(std::size_t sample, std::size_t index, const fit::Pa
     if (const Grid* kept = evaluator().kept(sample, a))
         return (*kept)[index];
     const SampleRecord& record = m_samples.SampleData[sample];
-    const double result = evaluator().calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1)[index];
-    announceEvaluation();
-    return result;
-}
-
-void DecayProblem::announceEvaluation() const
-{
-    if (m_model == kYieldingModel && modelEvaluated)
-        modelEvaluated();
+    return evaluator().calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1)[index];
 }
 
 } // namespace decay

@@ -4,6 +4,7 @@
 #include "fit/statistics.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace decay
@@ -21,20 +22,20 @@ public:
     /// Cp: probe concentration, M.
     void setLaw(int model, int logMode, double Cp);
     /// As written from the beginning.
-    void setEvaluation(Evaluation evaluation) { m_evaluation = evaluation; }
+    void setEvaluation(Evaluation evaluation);
 
-    /// Called after every curve or value worked out by the Poisson law with collisions, which may take long; may be
-    /// empty. Points of a curve that is kept do not call it.
+    /// Called after every curve that a fit needs of the Poisson law with collisions, which may take long; may be empty.
+    /// Points of a curve that is kept do not call it.
     std::function<void()> modelEvaluated;
 
     int pointCount() const override { return static_cast<int>(m_points.size()); }
     double residual(int point, const fit::Parameters& a) override;
 
-    /// Model intensity (linear) at time t, s, and quencher concentration Q, M.
-    double value(double t, double Q, const fit::Parameters& a) const;
+    /// Model intensity (linear) at time t, s, and quencher concentration Q, M. Many times of one decay take little.
+    double value(double t, double Q, const fit::Parameters& a);
 
     /// Fills IFit of every sample, the reference included, up to its LastFitIndex, and the running mean and
-    /// residualSum.
+    /// residualSum, unless that has been done for the same parameters.
     void CalcFity(const fit::Parameters& a);
 
     /// Brings the fitted curves up to date; residualSum and R2 then cover the points of all samples.
@@ -50,19 +51,27 @@ private:
         double observed = 0;
     };
 
+    /// The decay that value() was last asked for.
+    struct Decay {
+        double Q = 0; // M
+        fit::Parameters a{};
+        Brackets brackets;
+    };
+
     double fitted(std::size_t sample, std::size_t index, const fit::Parameters& a);
-    void renewEvaluators();
+    void forgetCurves();
     CurveEvaluator& evaluator() { return m_evaluators[static_cast<std::size_t>(m_evaluation)]; }
     double residualOfNewCurve(const Point& data, const fit::Parameters& a);
-    void announceEvaluation() const;
 
     SampleTable m_samples;
     int m_model = 0;
     int m_logMode = 0;
     double m_Cp = 0; // M
     Evaluation m_evaluation = Evaluation::AsWritten;
-    std::array<CurveEvaluator, 2> m_evaluators; // one for each evaluation
-    std::vector<Point> m_points;                // point i stands at i - 1
+    std::array<CurveEvaluator, 2> m_evaluators;  // one for each evaluation
+    std::vector<Point> m_points;                 // point i stands at i - 1
+    std::optional<fit::Parameters> m_fittedWith; // what the samples' fitted curves are those of
+    std::optional<Decay> m_decay;
 };
 
 } // namespace decay

@@ -211,15 +211,18 @@ double intensityAt(const MultiExponential& decay, double t)
     return sum;
 }
 
-namespace
+double intensityAt(const Brackets& decay, double t)
 {
+    double total = 0;
+    for (const auto& [factor, sum] : decay)
+        total += factor * intensityAt(sum, t);
+    return total;
+}
 
 Brackets bracketsOf(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
 {
     return bracketsOf(compositionOf(model), populationsOf(model, Q, Cp, p), reference);
 }
-
-} // namespace
 
 MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
 {
@@ -232,10 +235,7 @@ MultiExponential quenchedDecay(int model, double Q, const Reference& reference, 
 
 double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p)
 {
-    double total = 0;
-    for (const auto& [factor, sum] : bracketsOf(model, Q, reference, Cp, p))
-        total += factor * intensityAt(sum, t);
-    return total;
+    return intensityAt(bracketsOf(model, Q, reference, Cp, p), t);
 }
 
 } // namespace decay

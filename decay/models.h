@@ -112,10 +112,15 @@ struct Bracket {
 };
 using Brackets = std::vector<Bracket>;
 
-/// The decay of a model's populations as its formula has it, whose value is the sum of all brackets from the first to
-/// the last. Multiplied out it would be the same but for the last digits. Empty (0 at all times) without a decay law
-/// and for separate sites with three components, which two sites cannot tell apart.
+/// The decay of a model's populations as its formula has it. Multiplied out it would be the same but for the last
+/// digits. Empty (0 at all times) without a decay law and for separate sites with three components, which two sites
+/// cannot tell apart.
 Brackets bracketsOf(Composition composition, const Populations& populations, const Reference& reference);
+/// The same of a model's law; arguments as for populationsOf.
+Brackets bracketsOf(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
+
+/// Intensity at time t, s: the sum of all brackets from the first to the last.
+double intensityAt(const Brackets& decay, double t);
 
 /// The reference decay as a model's law changes it at quencher concentration Q, multiplied out; arguments as for
 /// populationsOf.

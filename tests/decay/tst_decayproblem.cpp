@@ -47,7 +47,7 @@ class TestDecayProblem : public QObject
 private slots:
     void fitsAllButTheReferencePointByPoint();
     void sumsOnFromSampleToSample();
-    void announcesThePoissonLawOnly();
+    void announcesEveryCurveOfAPoissonFit();
     void hasNoPointsWithoutQuencher();
 };
 
@@ -90,7 +90,7 @@ void TestDecayProblem::sumsOnFromSampleToSample()
     QVERIFY(std::abs(statistics.R2 - (1 - statistics.residualSum / (squares - sum * sum / 101))) < kFewUlps);
 }
 
-void TestDecayProblem::announcesThePoissonLawOnly()
+void TestDecayProblem::announcesEveryCurveOfAPoissonFit()
 {
     for (int model : {10, 11}) {
         DecayProblem problem(quenchedTable(), model, 0, kProbe);
@@ -98,11 +98,10 @@ void TestDecayProblem::announcesThePoissonLawOnly()
         problem.residual(1, p); // nobody listens
         int calls = 0;
         problem.modelEvaluated = [&calls] { ++calls; };
-        problem.residual(1, p);
-        problem.residual(2, p);
-        problem.value(kTau, 1e-3, p);
-        problem.CalcFity(p);
-        QCOMPARE(calls, model == 10 ? 1 + 3 : 0); // a value and three curves; the first curve was kept
+        for (int point = 1; point <= problem.pointCount(); ++point)
+            for (double factor : {1.0, 1.1})
+                problem.residual(point, {0, 60 * factor, 1e7, 1e6});
+        QCOMPARE(calls, model == 10 ? 2 * 2 : 0); // of two samples for two vectors
     }
 }
 
