@@ -6,6 +6,7 @@
 #include "ui/picturesurface.h"
 #include "ui/twips.h"
 
+#include <QEvent>
 #include <QPushButton>
 
 #include <algorithm>
@@ -101,10 +102,8 @@ void Graph::beginSample(int number, double Conc) { m_legend.beginSample(number, 
 void Graph::VCircle(double x, double y, double R, Color c, Fill f)
 {
     m_legend.addMarker({VtoWX(x), VtoWY(y)}, c);
-    if (!m_legend.entries().empty() && m_legend.entries().back().markers.size() == 1) {
+    if (!m_legend.entries().empty() && m_legend.entries().back().markers.size() == 1)
         m_samples->addSample(m_legend.entries().back());
-        placeChildren(); // the list may have become wider
-    }
     m_surface->drawCircle(VtoWX(x), VtoWY(y), R, color(c), f == Fill::Solid ? QBrush(color(c)) : QBrush(Qt::NoBrush));
 }
 
@@ -116,6 +115,13 @@ void Graph::VBox(double x1, double y1, double x2, double y2, Color c)
 void Graph::VFill(double x1, double y1, double x2, double y2, Color c)
 {
     m_surface->fillBox(VtoWX(x1), VtoWY(y1), VtoWX(x2), VtoWY(y2), color(c));
+}
+
+bool Graph::event(QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
+        placeChildren(); // the list of samples may have become wider
+    return OutputWindow::event(event);
 }
 
 void Graph::resizeEvent(QResizeEvent*) { placeChildren(); }

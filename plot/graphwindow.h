@@ -43,6 +43,7 @@ public:
     void VFill(double x1, double y1, double x2, double y2, Color c) override;
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -46,7 +46,12 @@ void SampleList::addSample(const LegendEntry& entry)
         text.insert(text.indexOf(':'), QChar(0x200e));
     addItem(swatch(entry.color, iconSize().height()), text, entry.number);
     setMaxVisibleItems(count()); // the whole legend at a glance
+}
+
+void SampleList::showPopup()
+{
     view()->setMinimumWidth(view()->sizeHintForColumn(0) + 2 * view()->frameWidth());
+    QComboBox::showPopup();
 }
 
 } // namespace plot

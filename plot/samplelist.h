@@ -19,6 +19,8 @@ public:
     void removeSamples();
     void addSample(const LegendEntry& entry);
 
+    void showPopup() override; // as wide as the longest text
+
 signals:
     void sampleChosen(int number); // 0: none
 };
