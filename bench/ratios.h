@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <map>
+#include <optional>
 #include <string>
 
 namespace bench
@@ -17,6 +18,8 @@ public:
     bool printRatios() const;
 
 private:
+    std::optional<double> best(const char* name) const;
+
     std::map<std::string, double> m_best;
 };
 
