@@ -14,6 +14,8 @@ namespace
 constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is looked at, by free parameters
 constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best of them, from which a fit descends
 
+constexpr double kSearchShare = 0.4; // of the time, where what was found on some of the points is followed on all
+
 bool isLower(const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
 /// One search on its way.
@@ -36,6 +38,7 @@ private:
     bool sameValley(const Minimum& a, const Minimum& b);
     void refine();
     void stepDone();
+    void report(double done);
 
     const Task& m_task;
     const FreeSlots m_free;
@@ -43,7 +46,7 @@ private:
     ThinnedProblem m_thinned; // all points when these are few
     const SearchProgress& m_progress;
     std::vector<Minimum> m_minima;
-    double m_stepsDone = 0;
+    int m_stepsDone = 0;
     bool m_cancelled = false;
 };
 
@@ -130,20 +133,20 @@ void Search::refine()
         return;
     const double lowest = std::min_element(m_minima.begin(), m_minima.end(), isLower)->sumOfSquares;
     std::erase_if(m_minima, [=](const Minimum& minimum) { return minimum.sumOfSquares > lowest * kWorthFollowing; });
-    for (Minimum& minimum : m_minima) {
-        if (m_cancelled)
-            return;
-        minimum = descend(m_task.problem, minimum.values, m_free, wideRanges());
-        stepDone();
+    const auto count = static_cast<double>(m_minima.size());
+    for (std::size_t i = 0; i < m_minima.size() && !m_cancelled; ++i) {
+        m_minima[i] = descend(m_task.problem, m_minima[i].values, m_free, wideRanges());
+        report(kSearchShare + (1 - kSearchShare) * static_cast<double>(i + 1) / count);
     }
 }
 
-/// Refining is not counted: how many minima there will be is not known before.
 void Search::stepDone()
 {
     const double steps = kLookedAt[m_free.size()] + kDescents[m_free.size()] + 1;
-    m_cancelled = m_progress && !m_progress(std::min(1.0, ++m_stepsDone / steps));
+    report((m_thinned.leavesOut() ? kSearchShare : 1) * ++m_stepsDone / steps);
 }
+
+void Search::report(double done) { m_cancelled = m_progress && !m_progress(std::min(1.0, done)); }
 
 } // namespace
 
