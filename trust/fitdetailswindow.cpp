@@ -61,11 +61,13 @@ void FitDetailsWindow::layOut()
     auto* layout = new QVBoxLayout(this);
     for (QLabel* label : {m_heading, m_verdict, m_remarks})
         layout->addWidget(label);
-    layout->addWidget(m_constants, 3);
-    layout->addWidget(m_figures, 5);
-    layout->addWidget(m_correlations, 3);
+    for (QTableWidget* table : {m_constants, m_figures, m_correlations}) {
+        table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // no higher than its few rows
+        table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+        layout->addWidget(table);
+    }
     layout->addWidget(m_residualsCaption);
-    layout->addLayout(residuals, 5);
+    layout->addLayout(residuals, 1);
     layout->addLayout(buttons);
     layout->addStretch();
     showTables({});

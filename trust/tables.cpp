@@ -17,7 +17,6 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
     table->setTabKeyNavigation(false);
     table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     table->verticalHeader()->hide();
-    table->horizontalHeader()->setStretchLastSection(true);
     return table;
 }
 
@@ -37,6 +36,7 @@ void fillTable(QTableWidget& table, const TextTable& rows)
                 table.setItem(row - 1, column, item);
         }
     table.resizeColumnsToContents();
+    table.horizontalHeader()->setStretchLastSection(true); // each time: new columns are not stretched by themselves
     table.resizeRowsToContents();
 }
 
