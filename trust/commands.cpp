@@ -8,19 +8,21 @@
 #include <QScopedValueRollback>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace trust
 {
 namespace
 {
 
-/// Where a window goes, twips: beside the main window, or over it on a screen that has no room there.
+/// Where a window goes, twips: beside or below the main window, or over it on a screen that is too narrow for that.
 struct Place {
     int top, left;
     int crampedTop, crampedLeft;
     int height, width;
 };
-constexpr Place kStartsPlace{5000, 16350, 2000, 3000, 5400, 7200}; // the boxes stay in view
 constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9000, 7400};
+constexpr Place kStartsPlace{9450, 16350, 2000, 3000, 5400, 7400}; // below the details, beside the boxes
 constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 6600, 17250};
 
 /// Places a window when it is not yet there; in front it comes always.
@@ -30,8 +32,8 @@ void showInFront(QWidget& window, const Place& place)
     const bool fits = ui::toPixels(place.left + place.width) <= room.width() &&
                       ui::toPixels(place.top + place.height) <= room.height();
     if (!window.isVisible())
-        ui::placeAndShow(window, fits ? place.top : place.crampedTop, fits ? place.left : place.crampedLeft,
-                         place.height, place.width);
+        ui::placeAndShow(window, std::min(wide ? place.top : place.crampedTop, roomHigh - height),
+                         std::min(wide ? place.left : place.crampedLeft, roomWide - width), height, width);
     ui::bringToFront(window);
 }
 
