@@ -43,9 +43,9 @@ trust::SearchResult checkSearch(const trust::Task& task)
     return found;
 }
 
-void checkDetails(const trust::RatioInput& input, fit::Problem& problem, trust::FinishedFit finished)
+void checkDetails(const trust::RatioInput& input, const trust::Task& task, const trust::FinishedFit& finished)
 {
-    const trust::FitDetails details = trust::fitDetails(problem, finished, input.observed(), trust::kUncountedRatios);
+    const trust::FitDetails details = trust::fitDetails(task, finished, input.observed());
     check(details.residuals.size() == static_cast<std::size_t>(input.data.samples.SampleCount));
     for (const double error : details.uncertainty.standardError)
         check(error >= 0);
@@ -71,18 +71,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         return 0;
     sternvolmer::computeRatios(input.data);
     sternvolmer::RatioProblem problem = input.problem();
-    const app::StartParameters typed = app::startParameters(input.panel, app::Analysis::SternVolmer);
-    const trust::Task task{problem, input.panel.Model, typed, trust::kUncountedRatios};
+    const trust::Task task = input.task(problem);
     const trust::SearchResult found = checkSearch(task);
 
     trust::FinishedFit fit{.options = trust::engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode)};
-    fit.start = found.solutions.empty() ? typed.values : found.solutions.front().values;
+    fit.start = found.solutions.empty() ? task.typed.values : found.solutions.front().values;
     const trust::EngineRun run = trust::runEngine(problem, fit.options, fit.start);
     fit.values = run.values;
     fit.iterations = run.outcome.iterations;
-    checkDetails(input, problem, fit);
-    fit.values = fit.start = typed.values;
+    checkDetails(input, task, fit);
+    fit.values = fit.start = task.typed.values;
     fit.calculated = true;
-    checkDetails(input, problem, fit);
+    checkDetails(input, task, fit);
     return 0;
 }

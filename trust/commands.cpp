@@ -67,9 +67,7 @@ void Commands::findSternVolmerStart()
     if (!input)
         return;
     sternvolmer::RatioProblem problem = input->problem();
-    const app::PanelState& panel = input->panel;
-    search({problem, panel.Model, app::startParameters(panel, app::Analysis::SternVolmer), kUncountedRatios}, panel,
-           app::Analysis::SternVolmer);
+    search(input->task(problem), input->panel, app::Analysis::SternVolmer);
 }
 
 void Commands::findDecayStart()
@@ -194,7 +192,7 @@ void Commands::ratiosAnalysed(const sternvolmer::RatioData& data, const analysis
         for (std::size_t i = 1; i <= observed.size(); ++i)
             labels.conc.push_back(input.data.samples.SampleData[i].Conc);
         const FinishedFit finished = finishedFit(run, app::Analysis::SternVolmer);
-        m_windows.fitDetails.showDetails(fitDetails(problem, finished, observed, kUncountedRatios), labels);
+        m_windows.fitDetails.showDetails(fitDetails(input.task(problem), finished, observed), labels);
     };
     if (m_windows.fitDetails.isVisible())
         refreshDetails();
@@ -205,7 +203,8 @@ void Commands::decaysAnalysed(const decay::SampleTable& samples, const analysis:
     m_details = [this, run, samples] {
         decay::DecayProblem problem(samples, run.panel.Model, 0, app::panelValues(run.panel).Cp);
         const FinishedFit finished = finishedFit(run, app::Analysis::Decay);
-        m_windows.fitDetails.showDetails(fitDetails(problem, finished, {}, 0),
+        const Task task{problem, run.panel.Model, app::startParameters(run.panel, app::Analysis::Decay)};
+        m_windows.fitDetails.showDetails(fitDetails(task, finished, {}),
                                          {.analysis = app::Analysis::Decay, .model = run.panel.Model, .conc = {}});
     };
     if (m_windows.fitDetails.isVisible())

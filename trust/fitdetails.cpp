@@ -30,25 +30,22 @@ double determination(double residualSum, std::span<const double> observed)
 
 } // namespace
 
-FitDetails fitDetails(fit::Problem& problem, const FinishedFit& finished, std::span<const double> observed,
-                      int uncountedPoints)
+FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed)
 {
-    const FreeSlots free = freeSlots(finished.options.parameterCount, finished.options.fix);
-    const int counted = problem.pointCount() - uncountedPoints;
+    const FreeSlots free = task.free();
     FitDetails details;
     details.fit = finished;
-    details.pointCount = problem.pointCount();
-    details.uncountedPoints = uncountedPoints;
-    details.residuals = residuals(problem, finished.values);
-    details.uncertainty = uncertaintyOf(problem, finished.values, free, counted);
-    details.sumOfSquares = sumOfSquares(problem, finished.values);
+    details.pointCount = task.problem.pointCount();
+    details.residuals = residuals(task.problem, finished.values);
+    details.uncertainty = uncertaintyOf(task.problem, finished.values, free, task.countedPoints());
+    details.sumOfSquares = sumOfSquares(task.problem, finished.values);
     const int dof = details.uncertainty.degreesOfFreedom;
     details.rootMeanSquareError =
         dof > 0 ? std::sqrt(details.sumOfSquares / dof) : std::numeric_limits<double>::infinity();
     details.R2 = determination(details.sumOfSquares, observed);
-    details.AICc = correctedAkaike(details.sumOfSquares, counted, static_cast<int>(free.size()));
+    details.AICc = correctedAkaike(details.sumOfSquares, task.countedPoints(), static_cast<int>(free.size()));
     details.runs = runsTest(details.residuals);
-    details.verdict = judge(problem, finished, details.uncertainty.undetermined);
+    details.verdict = judge(task, finished, details.uncertainty.undetermined);
     return details;
 }
 

@@ -14,8 +14,7 @@ namespace trust
 /// An honest look at one fit of Stern-Volmer ratios or, as far as it goes, of decay curves.
 struct FitDetails {
     FinishedFit fit;
-    int pointCount = 0;      // all points, the reference included
-    int uncountedPoints = 0; // points that cannot deviate: the reference of a Stern-Volmer plot is 1 by definition
+    int pointCount = 0; // all points, the reference included
     Uncertainty uncertainty;
     double sumOfSquares = 0;
     double rootMeanSquareError = 0; // per degree of freedom; infinity without any
@@ -26,9 +25,8 @@ struct FitDetails {
     Verdict verdict = Verdict::NotDefined;
 };
 
-/// observed: of points 1..N, without slots. uncountedPoints: see FitDetails. problem: takes values in their real units.
-FitDetails fitDetails(fit::Problem& problem, const FinishedFit& finished, std::span<const double> observed,
-                      int uncountedPoints);
+/// observed: of points 1..N, without slots.
+FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed);
 
 /// Akaike's criterion for small samples from n points that could deviate and p fitted constants, the variance being one
 /// more; none when n is too small. Source: C. M. Hurvich, C.-L. Tsai, Biometrika 76 (1989) 297.

@@ -24,8 +24,7 @@ Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
 std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgress& progress)
 {
     sternvolmer::RatioProblem problem = input.problem();
-    const Task task{problem, input.panel.Model, app::startParameters(input.panel, app::Analysis::SternVolmer),
-                    kUncountedRatios};
+    const Task task = input.task(problem);
     const SearchResult found = searchStart(task, progress);
     if (found.solutions.empty())
         return std::nullopt;
@@ -44,7 +43,7 @@ std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgr
     result.model = input.panel.Model;
     result.start = start.values;
     result.engineStays = start.leadsToMinimum;
-    result.details = fitDetails(problem, finished, input.observed(), kUncountedRatios);
+    result.details = fitDetails(task, finished, input.observed());
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(options.parameterCount); ++slot)
         result.doubts[slot] = doubtOf(result, slot);
     return result;

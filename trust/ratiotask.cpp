@@ -26,6 +26,11 @@ std::vector<double> RatioInput::observed() const
     return ratios;
 }
 
+Task RatioInput::task(fit::Problem& problem) const
+{
+    return {problem, panel.Model, app::startParameters(panel, app::Analysis::SternVolmer), kUncountedRatios};
+}
+
 fit::Options engineOptions(const app::PanelState& panel, app::Analysis analysis, int logMode)
 {
     const app::StartParameters typed = app::startParameters(panel, analysis);

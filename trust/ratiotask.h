@@ -18,6 +18,8 @@ struct RatioInput {
     /// Of the model that is chosen in the panel, taking values in their real units.
     sternvolmer::RatioProblem problem() const;
     std::vector<double> observed() const;
+    /// The fit of that problem.
+    Task task(fit::Problem& problem) const;
 };
 
 /// The ratio of the reference is 1 by definition, in the data as in every model, and so tells nothing.

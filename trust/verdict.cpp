@@ -1,6 +1,6 @@
 #include "trust/verdict.h"
 
-#include "trust/task.h"
+#include "trust/startsearch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,6 +33,13 @@ double sumOfLongerRun(fit::Problem& problem, const FinishedFit& finished)
     return runEngine(problem, options, finished.start, std::clamp(twice, kEvaluations, 4 * kEvaluations)).sumOfSquares;
 }
 
+/// On a plain, where constants have no effect, no way leads down although the best fit may be far below.
+bool isLowerElsewhere(const Task& task, double sum)
+{
+    const std::vector<Solution> best = searchStart(task).solutions;
+    return !best.empty() && !equallyGood(sum, best.front().sumOfSquares, task.problem.pointCount());
+}
+
 } // namespace
 
 std::string verdictText(Verdict verdict, std::span<const std::string> undetermined)
@@ -52,16 +59,19 @@ std::string verdictText(Verdict verdict, std::span<const std::string> undetermin
     return {};
 }
 
-Verdict judge(fit::Problem& problem, const FinishedFit& finished, const FreeSlots& undetermined)
+Verdict judge(const Task& task, const FinishedFit& finished, const FreeSlots& undetermined)
 {
-    const double sum = sumOfSquares(problem, finished.values);
+    constexpr double kLower = 1 - 1e-6; // a change that is no rounding
+    const double sum = sumOfSquares(task.problem, finished.values);
     if (!std::isfinite(sum))
         return Verdict::NotDefined;
-    const FreeSlots free = freeSlots(finished.options.parameterCount, finished.options.fix);
-    const double lowest = descend(problem, finished.values, free).sumOfSquares;
-    if (equallyGood(sum, lowest, problem.pointCount()))
-        return undetermined.empty() ? Verdict::AtMinimum : Verdict::Undetermined;
-    if (!finished.calculated && equallyGood(sumOfLongerRun(problem, finished) / (1 - kEquallyGood), sum, 0))
+    const double lowest = descend(task.problem, finished.values, task.free()).sumOfSquares;
+    if (equallyGood(sum, lowest, task.problem.pointCount())) {
+        if (undetermined.empty())
+            return Verdict::AtMinimum;
+        return isLowerElsewhere(task, sum) ? Verdict::NotAMinimum : Verdict::Undetermined;
+    }
+    if (!finished.calculated && sumOfLongerRun(task.problem, finished) < sum * kLower)
         return Verdict::StillMoving;
     return Verdict::NotAMinimum;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "trust/enginestart.h"
-#include "trust/uncertainty.h"
+#include "trust/task.h"
 
 #include <span>
 #include <string>
@@ -12,8 +12,8 @@ namespace trust
 enum class Verdict {
     AtMinimum,    // no descent from there lowers the sum of squares noticeably, and all constants are determined
     StillMoving,  // the engine itself gets lower with more iterations and a lower tolerance
-    NotAMinimum,  // there is a lower sum of squares downhill, but the engine does not get there
-    Undetermined, // at a minimum that is flat: some constants may have other values as well
+    NotAMinimum,  // there is a lower sum of squares downhill or across a plain, but the engine does not get there
+    Undetermined, // at the least sum, but that is flat: some constants may have other values as well
     NotDefined,   // the law has no value there
 };
 
@@ -29,7 +29,7 @@ struct FinishedFit {
     bool calculated = false;
 };
 
-/// problem: takes values in their real units. undetermined: those of the values where the fit ended.
-Verdict judge(fit::Problem& problem, const FinishedFit& finished, const FreeSlots& undetermined);
+/// undetermined: those of the values where the fit ended.
+Verdict judge(const Task& task, const FinishedFit& finished, const FreeSlots& undetermined);
 
 } // namespace trust

@@ -25,7 +25,7 @@ FinishedFit ended(const RatioInput& input, const fit::Parameters& start)
 FitDetails detailsOf(const RatioInput& input, const FinishedFit& finished)
 {
     sternvolmer::RatioProblem problem = input.problem();
-    return fitDetails(problem, finished, input.observed(), kUncountedRatios);
+    return fitDetails(input.task(problem), finished, input.observed());
 }
 
 FitDetails detailsAtOptimum(const RatioInput& input, const fit::Parameters& start)
@@ -135,6 +135,10 @@ void TestFitDetails::judgesACalculation()
     QVERIFY(detailsOf(input, finished).verdict == Verdict::AtMinimum);
     finished.start = finished.values = {0, 1e9, 0, 0};
     QVERIFY(detailsOf(input, finished).verdict == Verdict::NotAMinimum);
+    const RatioInput both = support::acridone(3);
+    finished.options = engineOptions(both.panel, app::Analysis::SternVolmer, 0);
+    finished.start = finished.values = {0, 1e-12, 1e-20, 0}; // so small that the law is flat far around
+    QVERIFY(detailsOf(both, finished).verdict == Verdict::NotAMinimum);
     const RatioInput complex = support::acridone(5);
     finished.options = engineOptions(complex.panel, app::Analysis::SternVolmer, 0);
     finished.start = finished.values = {}; // K = 0

@@ -17,8 +17,7 @@ constexpr double kPublishedDigits = 2e-4; // the independent optima are given wi
 SearchResult searched(const RatioInput& input)
 {
     sternvolmer::RatioProblem problem = input.problem();
-    return searchStart(
-        {problem, input.panel.Model, app::startParameters(input.panel, app::Analysis::SternVolmer), kUncountedRatios});
+    return searchStart(input.task(problem));
 }
 
 EngineStart startFor(const RatioInput& input, const Solution& solution)
