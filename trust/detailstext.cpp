@@ -48,6 +48,7 @@ private:
     std::string runsText() const;
     std::string chanceText() const;
     TextTable correlations() const;
+    std::string correlationText(std::size_t row, std::size_t column) const;
     TextTable residuals() const;
 
     const FitDetails& m_details;
@@ -92,6 +93,8 @@ TextTable Writer::constants() const
     TextTable table{{"Constant", "Value"}};
     if (hasErrors())
         table[0].insert(table[0].end(), {"Standard error", "95 % from", "95 % to"});
+    else
+        table[0].push_back("Free or fixed");
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(m_details.fit.options.parameterCount); ++slot) {
         table.push_back({constantCaption(m_labels.model, slot), figure(m_details.fit.values[slot])});
         const auto errors = errorCells(slot);
@@ -104,7 +107,7 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
 {
     const bool isFree = std::find(m_free.begin(), m_free.end(), slot) != m_free.end();
     if (!hasErrors())
-        return isFree ? std::vector<std::string>{} : std::vector<std::string>{"fixed"};
+        return {isFree ? "free" : "fixed"};
     if (!isFree)
         return {"fixed", "", ""};
     const Uncertainty& uncertainty = m_details.uncertainty;
@@ -158,9 +161,17 @@ TextTable Writer::correlations() const
     for (const std::size_t row : m_free) {
         table.push_back({constantName(m_labels.model, row)});
         for (const std::size_t column : m_free)
-            table.back().push_back(figure(m_details.uncertainty.correlation[row][column]));
+            table.back().push_back(correlationText(row, column));
     }
     return table;
+}
+
+std::string Writer::correlationText(std::size_t row, std::size_t column) const
+{
+    const Uncertainty& uncertainty = m_details.uncertainty;
+    const bool known =
+        std::isfinite(uncertainty.standardError[row]) && std::isfinite(uncertainty.standardError[column]);
+    return known ? figure(uncertainty.correlation[row][column]) : "-";
 }
 
 TextTable Writer::residuals() const

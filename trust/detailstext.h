@@ -20,7 +20,7 @@ struct DetailsText {
     std::string heading;    // "Stern-Volmer Analysis, Model 3"
     std::string verdict;    // one of the verdict's phrases
     std::string remarks;    // sentences, may be empty
-    TextTable constants;    // name, value, standard error, 95 % interval
+    TextTable constants;    // name, value, standard error and 95 % interval or "fixed"
     TextTable figures;      // name, value
     TextTable correlations; // names along both sides; empty with fewer than two free constants
     TextTable residuals;    // concentration, residual; empty for decay curves, which have hundreds

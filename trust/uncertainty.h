@@ -12,7 +12,7 @@ struct Uncertainty {
     int degreesOfFreedom = 0;        // below 1: there are no errors
     fit::Parameters standardError{}; // infinity: not determined
     fit::Parameters halfWidth{};     // of the 95 percent interval, same rule
-    Matrix4 correlation{};           // 1 on the diagonal; 0 where a parameter is not determined at all
+    Matrix4 correlation{};           // 1 on the diagonal; 0 where a standard error is infinite
     FreeSlots undetermined;          // see below
 };
 

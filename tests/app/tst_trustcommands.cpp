@@ -176,7 +176,8 @@ void TestTrustCommands::decayDetailsHaveNoErrors()
     p.run("mnuDecayCurveAnalysis");
     p.run("mnuFitDetails");
     QCOMPARE(p.verdict(), QString("at a minimum"));
-    QCOMPARE(p.details("grdConstants").columnCount(), 2);
+    QCOMPARE(p.details("grdConstants").columnCount(), 3);
+    QCOMPARE(p.details("grdConstants").item(0, 2)->text(), QString("free"));
     QVERIFY(p.program.fitDetails.findChild<QLabel*>("lblRemarks")->text().contains("carry no noise"));
 }
 

@@ -1,4 +1,4 @@
-#include "trust/fitdetails.h"
+#include "trust/detailstext.h"
 
 #include "tests/support/ratiosets.h"
 #include "trust/startsearch.h"
@@ -150,6 +150,9 @@ void TestFitDetails::namesWhatTheDataDoNotDetermine()
     const RatioInput input = support::simulatedRatios(11, 1, 8, 0.01).input;
     const FitDetails details = detailsAtOptimum(input, {0, 100, 1e6, 0});
     QVERIFY(details.verdict == Verdict::Undetermined);
+    const DetailsText text = detailsText(details, {app::Analysis::SternVolmer, 11, {}});
+    QCOMPARE(text.constants[1], (std::vector<std::string>{"K /M-1", text.constants[1][1], "not determined", "", ""}));
+    QCOMPARE(text.correlations[1], (std::vector<std::string>{"K", "-", "-"}));
     QCOMPARE(verdictText(details.verdict, std::vector<std::string>{"K", "kq1"}),
              std::string("the data do not determine K and kq1"));
 }
