@@ -116,25 +116,33 @@ void Commands::search(const Task& task, const app::PanelState& panel, app::Analy
     showInFront(window, kStartsPlace);
     double done = 0;
     const SearchResult found = searchStart(task, [&](double share) { return progress(done = share); });
-    const std::vector<FoundStart> starts = startsFor(task, panel, analysis, found, [&] { return progress(done); });
+    const FoundStarts starts = startsFor(task, panel, analysis, found, [&] { return progress(done); });
     if (fit::StopRequested)
         return;
     if (found.cancelled || !progress(done))
         window.showNothingFound("The search was cancelled. The boxes hold what was typed.");
-    else if (starts.empty())
+    else if (m_searched.empty())
+        window.showNothingFound("All constants of this model are fixed. The boxes hold what was typed.");
+    else if (starts.starts.empty())
         window.showNothingFound("The model has no value for any start tried. The boxes hold what was typed.");
     else
-        window.showFound(task.model, found.typedSum, starts);
+        window.showFound(starts);
 }
 
-std::vector<FoundStart> Commands::startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
-                                            const SearchResult& found, const KeepGoing& keepGoing) const
+FoundStarts Commands::startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
+                                const SearchResult& found, const KeepGoing& keepGoing) const
 {
-    const fit::Options options = engineOptions(panel, analysis, m_context.shared.settings.LogMode);
-    std::vector<FoundStart> starts;
-    for (const Solution& solution : found.solutions)
-        starts.push_back({solution, engineStart(task.problem, options, task.free(),
-                                                {solution.values, solution.sumOfSquares}, keepGoing)});
+    const int logMode = m_context.shared.settings.LogMode;
+    const fit::Options options = engineOptions(panel, analysis, logMode);
+    const fit::Options otherMode = engineOptions(panel, analysis, logMode == 1 ? 0 : 1);
+    FoundStarts starts{.model = task.model, .logMode = logMode, .typedSum = found.typedSum, .starts = {}};
+    for (const Solution& solution : found.solutions) {
+        const Minimum minimum{solution.values, solution.sumOfSquares};
+        const EngineStart start = engineStart(task.problem, options, task.free(), minimum, keepGoing);
+        const bool other =
+            !start.leadsToMinimum && leadsToMinimum(task.problem, otherMode, start.values, minimum, keepGoing);
+        starts.starts.push_back({solution, start, other});
+    }
     return starts;
 }
 

@@ -38,8 +38,8 @@ public:
 private:
     std::optional<RatioInput> checkedRatios();
     void search(const Task& task, const app::PanelState& panel, app::Analysis analysis);
-    std::vector<FoundStart> startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
-                                      const SearchResult& found, const KeepGoing& keepGoing) const;
+    FoundStarts startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
+                          const SearchResult& found, const KeepGoing& keepGoing) const;
     void typeFound(const fit::Parameters& values);
     void typeBack();
     void chooseModel(int model, const fit::Parameters& values);

@@ -90,10 +90,10 @@ private:
 /// Looks around the minimum for a start that ends lower: at first half as large again, then nearer.
 EngineStart Trial::result()
 {
-    EngineStart atMinimum = tried(briefly(m_minimum.values));
-    if (!atMinimum.leadsToMinimum)
-        atMinimum = tried(rounded(m_minimum.values, kAllDigits));
+    const EngineStart atMinimum = tried(briefly(m_minimum.values));
     EngineStart best = atMinimum;
+    if (!best.leadsToMinimum)
+        best = tried(rounded(m_minimum.values, kAllDigits));
     for (double step = 0.5; !best.leadsToMinimum && step > 1e-3 && mayTry();)
         if (!improve(best, step))
             step /= 2;
@@ -159,6 +159,13 @@ EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fi
     run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault ? std::numeric_limits<double>::infinity()
                                                                           : sumOfSquares(problem, run.values);
     return run;
+}
+
+bool leadsToMinimum(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
+                    const Minimum& minimum, const KeepGoing& keepGoing)
+{
+    const double reached = runEngine(problem, options, start, kEvaluations, keepGoing).sumOfSquares;
+    return equallyGood(reached, minimum.sumOfSquares, problem.pointCount());
 }
 
 EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const FreeSlots& free,

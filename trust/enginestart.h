@@ -26,6 +26,10 @@ struct EngineRun {
 EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
                     double maxEvaluations = kEvaluations, const KeepGoing& keepGoing = {});
 
+/// True when the engine ends at a sum of squares that is as good as the minimum's.
+bool leadsToMinimum(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
+                    const Minimum& minimum, const KeepGoing& keepGoing = {});
+
 /// Start values, rounded for the boxes, and where the analysis ends that is started from them.
 struct EngineStart {
     fit::Parameters values{};

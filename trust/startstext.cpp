@@ -13,7 +13,7 @@ namespace
 
 std::string sumText(double sum) { return std::isfinite(sum) ? figure(sum) : std::string("not defined"); }
 
-std::string endText(const FoundStart& found)
+std::string endText(const FoundStart& found, int logMode)
 {
     if (found.start.leadsToMinimum)
         return "An analysis started from these values ends at this minimum (sum " + sumText(found.start.reached) + ").";
@@ -23,7 +23,11 @@ std::string endText(const FoundStart& found)
         sumText(found.start.reached);
     if (std::isfinite(found.start.reached))
         text += ", " + figure(100 * (found.start.reached / found.solution.sumOfSquares - 1)) + " % above the least";
-    return text + ". The \"Calc\" command with input parameters shows the minimum itself.";
+    text += ".";
+    if (found.staysInOtherMode)
+        text += std::string(" With \"") + (logMode == 1 ? "normal" : "log mode") +
+                "\" in the output settings it ends at this minimum.";
+    return text + " The \"Calc\" command with input parameters shows the minimum itself.";
 }
 
 } // namespace
@@ -39,22 +43,22 @@ std::string valuesText(int model, const fit::Parameters& values)
     return text;
 }
 
-std::string foundText(int model, double typedSum, const std::vector<FoundStart>& starts, std::size_t chosen)
+std::string foundText(const FoundStarts& found, std::size_t chosen)
 {
-    const FoundStart& found = starts[chosen];
-    std::string text = "Sum of squared residuals at the typed values: " + sumText(typedSum) + "\n" +
-                       "at the values found: " + sumText(found.solution.sumOfSquares) + "\n\n";
-    if (starts.size() > 1)
-        text += std::to_string(starts.size()) +
+    const FoundStart& start = found.starts[chosen];
+    std::string text = "Sum of squared residuals at the typed values: " + sumText(found.typedSum) + "\n" +
+                       "at the values found: " + sumText(start.solution.sumOfSquares) + "\n\n";
+    if (found.starts.size() > 1)
+        text += std::to_string(found.starts.size()) +
                 " different solutions are equally good; the data alone cannot tell them apart. Choose one above by "
                 "what else is known, such as lifetimes.\n\n";
-    if (!found.solution.undetermined.empty()) {
+    if (!start.solution.undetermined.empty()) {
         std::vector<std::string> names;
-        for (const std::size_t slot : found.solution.undetermined)
-            names.push_back(constantName(model, slot));
+        for (const std::size_t slot : start.solution.undetermined)
+            names.push_back(constantName(found.model, slot));
         text += "But " + verdictText(Verdict::Undetermined, names) + ": other values are as good.\n\n";
     }
-    return text + endText(found);
+    return text + endText(start, found.logMode);
 }
 
 } // namespace trust

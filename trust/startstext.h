@@ -12,12 +12,22 @@ namespace trust
 struct FoundStart {
     Solution solution;
     EngineStart start;
+    bool staysInOtherMode =
+        false; // an analysis that leaves the minimum in the present mode ends there in the other one
 };
 
 /// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1 s-1": the constants of a model, in fitting order.
 std::string valuesText(int model, const fit::Parameters& values);
 
-/// What a search found, in words. starts: best first; chosen: the one whose values are in the boxes.
-std::string foundText(int model, double typedSum, const std::vector<FoundStart>& starts, std::size_t chosen);
+/// What a search found.
+struct FoundStarts {
+    int model = 0;
+    int logMode = 0;                // of the engine
+    double typedSum = 0;            // infinity: not defined
+    std::vector<FoundStart> starts; // best first
+};
+
+/// In words. chosen: the start whose values are in the boxes.
+std::string foundText(const FoundStarts& found, std::size_t chosen);
 
 } // namespace trust

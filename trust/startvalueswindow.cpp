@@ -62,7 +62,7 @@ ProgressBarProgress StartValuesWindow::begin(const QString& heading)
 {
     m_cancelled = false;
     m_heading->setText(heading);
-    m_starts.clear();
+    m_found = {};
     {
         const QSignalBlocker filling(m_solutions);
         m_solutions->clear();
@@ -75,17 +75,15 @@ ProgressBarProgress StartValuesWindow::begin(const QString& heading)
     return {*m_progress, m_cancelled};
 }
 
-void StartValuesWindow::showFound(int model, double typedSum, std::vector<FoundStart> starts)
+void StartValuesWindow::showFound(const FoundStarts& found)
 {
-    m_model = model;
-    m_typedSum = typedSum;
-    m_starts = std::move(starts);
+    m_found = found;
     m_progress->setValue(m_progress->maximum());
     m_cancel->setEnabled(false);
     m_back->setEnabled(true);
     m_copy->setEnabled(true);
-    for (const FoundStart& found : m_starts)
-        m_solutions->addItem(qtText(valuesText(model, found.solution.values)));
+    for (const FoundStart& start : m_found.starts)
+        m_solutions->addItem(qtText(valuesText(m_found.model, start.solution.values)));
     m_solutions->setCurrentRow(0); // which chooses it
     m_solutions->setFocus();
 }
@@ -99,10 +97,10 @@ void StartValuesWindow::showNothingFound(const QString& reason)
 void StartValuesWindow::showChoice(int row)
 {
     const auto chosen = static_cast<std::size_t>(row);
-    if (row < 0 || chosen >= m_starts.size())
+    if (row < 0 || chosen >= m_found.starts.size())
         return;
-    m_text->setPlainText(qtText(foundText(m_model, m_typedSum, m_starts, chosen)));
-    emit startChosen(m_starts[chosen].start.values);
+    m_text->setPlainText(qtText(foundText(m_found, chosen)));
+    emit startChosen(m_found.starts[chosen].start.values);
 }
 
 void StartValuesWindow::goBack()

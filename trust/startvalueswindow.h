@@ -24,7 +24,7 @@ public:
     /// Shows that a search begins; the progress to hand to it.
     ProgressBarProgress begin(const QString& heading);
     /// Shows what came of it, with the first solution chosen; none: it was cancelled or found nothing.
-    void showFound(int model, double typedSum, std::vector<FoundStart> starts);
+    void showFound(const FoundStarts& found);
     void showNothingFound(const QString& reason);
 
 signals:
@@ -45,9 +45,7 @@ private:
     QListWidget* m_solutions;
     QPlainTextEdit* m_text;
     QPushButton *m_cancel, *m_back, *m_copy;
-    int m_model = 0;
-    double m_typedSum = 0;
-    std::vector<FoundStart> m_starts;
+    FoundStarts m_found;
     bool m_cancelled = false;
 };
 
