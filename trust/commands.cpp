@@ -28,9 +28,11 @@ constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 6600, 17250};
 /// Places a window when it is not yet there; in front it comes always.
 void showInFront(QWidget& window, const Place& place)
 {
-    const QSize room = window.screen()->availableSize();
-    const bool fits = ui::toPixels(place.left + place.width) <= room.width() &&
-                      ui::toPixels(place.top + place.height) <= room.height();
+    constexpr int kTitleBar = 450, kBorders = 150; // twips, about
+    const QSize screen = window.screen()->availableSize();
+    const int roomWide = ui::toTwips(screen.width()) - kBorders, roomHigh = ui::toTwips(screen.height()) - kTitleBar;
+    const int width = std::min(place.width, roomWide), height = std::min(place.height, roomHigh);
+    const bool wide = place.left + width <= roomWide;
     if (!window.isVisible())
         ui::placeAndShow(window, std::min(wide ? place.top : place.crampedTop, roomHigh - height),
                          std::min(wide ? place.left : place.crampedLeft, roomWide - width), height, width);
@@ -106,9 +108,9 @@ std::optional<RatioInput> Commands::checkedRatios()
 void Commands::search(const Task& task, const app::PanelState& panel, app::Analysis analysis)
 {
     if (m_searching)
-        return;
-    const QScopedValueRollback searching(m_searching, true);
+        return ui::bringToFront(*m_searching);
     StartValuesWindow& window = m_windows.startValues;
+    const QScopedValueRollback<QWidget*> searching(m_searching, &window);
     const QString of = analysis == app::Analysis::Decay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
     m_typed = panel;
     m_searched = task.free();
@@ -172,12 +174,12 @@ void Commands::chooseModel(int model, const fit::Parameters& values)
 void Commands::compareAllModels()
 {
     if (m_searching)
-        return;
+        return ui::bringToFront(*m_searching);
     const std::optional<RatioInput> input = checkedRatios();
     if (!input)
         return;
-    const QScopedValueRollback searching(m_searching, true);
     ModelComparisonWindow& window = m_windows.comparison;
+    const QScopedValueRollback<QWidget*> searching(m_searching, &window);
     ProgressBarProgress progress = window.begin();
     showInFront(window, kComparisonPlace);
     const std::vector<ComparedModel> models = compareModels(*input, [&](double share) { return progress(share); });

@@ -48,7 +48,7 @@ private:
     analysis::CommandContext m_context;
     app::PanelEditor& m_panel;
     Windows m_windows;
-    bool m_searching = false;        // one search at a time: it has one window to show itself in
+    QWidget* m_searching = nullptr;  // shows the search that runs; there is one at a time
     app::PanelState m_typed;         // the panel when the last search started
     FreeSlots m_searched;            // what it looked for
     std::function<void()> m_details; // brings the window of fit details up to date; empty before any analysis

@@ -46,11 +46,15 @@ ComparisonCell criterionCell(const std::optional<double>& value)
 std::string remarksText(const ComparedModel& compared)
 {
     std::string text;
-    for (std::size_t slot = 1; slot < compared.doubts.size(); ++slot)
+    const auto add = [&text](const std::string& remark) { text += (text.empty() ? "" : "; ") + remark; };
+    for (std::size_t slot = 1; slot <= app::modelRow(compared.model).fitted().size(); ++slot) {
+        if (compared.details.fit.options.fix[slot] == 1)
+            add(constantName(compared.model, slot) + " fixed");
         if (const std::string doubt = doubtText(compared.doubts[slot]); !doubt.empty())
-            text += (text.empty() ? "" : "; ") + constantName(compared.model, slot) + " " + doubt;
+            add(constantName(compared.model, slot) + " " + doubt);
+    }
     if (!compared.engineStays)
-        text += std::string(text.empty() ? "" : "; ") + "an analysis does not stay there";
+        add("an analysis does not stay there");
     return text;
 }
 
