@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -63,6 +64,9 @@ ModelComparisonWindow::ModelComparisonWindow()
     connect(m_copy, &QPushButton::clicked, this, &ModelComparisonWindow::copy);
     connect(m_table, &QTableView::activated, this, &ModelComparisonWindow::announceRow);
     connect(m_table, &QTableView::doubleClicked, this, &ModelComparisonWindow::announceRow);
+    auto* sort = new QShortcut(Qt::Key_Space, m_table);
+    sort->setContext(Qt::WidgetShortcut);
+    connect(sort, &QShortcut::activated, this, &ModelComparisonWindow::sortByCurrentColumn);
 }
 
 void ModelComparisonWindow::layOut()
@@ -125,6 +129,16 @@ void ModelComparisonWindow::announceRow(const QModelIndex& index)
     for (const ComparedModel& compared : m_models)
         if (compared.model == model)
             emit modelChosen(model, compared.start);
+}
+
+/// As a click on the column's title does.
+void ModelComparisonWindow::sortByCurrentColumn()
+{
+    const int column = m_table->currentIndex().column();
+    const QHeaderView& titles = *m_table->horizontalHeader();
+    const bool again = titles.sortIndicatorSection() == column && titles.sortIndicatorOrder() == Qt::AscendingOrder;
+    if (column >= 0)
+        m_table->sortByColumn(column, again ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void ModelComparisonWindow::copy()

@@ -35,6 +35,7 @@ protected:
 private:
     void layOut();
     void announceRow(const QModelIndex& index);
+    void sortByCurrentColumn();
     void copy();
 
     QLabel* m_hint;
