@@ -65,7 +65,7 @@ private:
         else if (element == u"a" && m_xml.attributes().hasAttribute("name"))
             m_manual.anchors << attribute("name");
         else if (element == u"a" && attribute("href").startsWith('#'))
-            m_manual.links << attribute("href").mid(1);
+            link(use);
         else if (element == u"img")
             m_manual.pictures << attribute("src");
         else if (element == u"table" && use == "sheet")
@@ -78,6 +78,14 @@ private:
             add({ManualStep::Kind::Copied, table(), {}});
         else if (element == u"pre" && use == "report")
             add({ManualStep::Kind::Report, {}, words().trimmed()});
+    }
+
+    /// An example may refer to the samples of the first one instead of a sheet of its own.
+    void link(const QString& use)
+    {
+        m_manual.links << attribute("href").mid(1);
+        if (use == "samples")
+            add(m_manual.examples.first().steps.first());
     }
 
     void add(const ManualStep& step) { m_manual.examples.last().steps << step; }
