@@ -56,8 +56,6 @@ void FitDetailsWindow::layOut()
     buttons->addStretch();
     buttons->addWidget(m_copy);
     m_residualsCaption->setBuddy(m_residuals);
-    for (QTableWidget* table : {m_constants, m_figures, m_correlations}) // no higher than their rows
-        table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     auto* layout = new QVBoxLayout(this);
     for (QLabel* label : {m_heading, m_verdict, m_remarks})
         layout->addWidget(label);

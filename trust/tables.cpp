@@ -15,7 +15,6 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
     table->setAccessibleName(accessibleName);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false);
-    table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     table->verticalHeader()->hide();
     return table;
 }
