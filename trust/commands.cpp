@@ -212,6 +212,7 @@ void Commands::decaysAnalysed(const decay::SampleTable& samples, const analysis:
 {
     m_details = [this, run, samples] {
         decay::DecayProblem problem(samples, run.panel.Model, 0, app::panelValues(run.panel).Cp);
+        problem.setEvaluation(decay::Evaluation::Fast); // the last digits change no verdict, and a search may be needed
         const FinishedFit finished = finishedFit(run, app::Analysis::Decay);
         const Task task{problem, run.panel.Model, app::startParameters(run.panel, app::Analysis::Decay)};
         m_windows.fitDetails.showDetails(fitDetails(task, finished, {}),
