@@ -177,7 +177,8 @@ void TestGrid::theCellThatKeysGoToIsFramed()
     m_grid->selectCell(2, 2);
     const QRect cell = m_grid->visualRect(m_grid->currentIndex());
     const auto edge = [&] {
-        return m_grid->viewport()->grab().toImage().pixelColor(cell.center().x(), cell.top() + 1);
+        const QImage seen = m_grid->viewport()->grab().toImage();
+        return seen.pixelColor((QPointF(cell.center().x(), cell.top() + 1) * seen.devicePixelRatio()).toPoint());
     };
     QCOMPARE(edge(), m_grid->palette().color(QPalette::Text));
     m_next->setFocus();
