@@ -31,7 +31,10 @@ void showInFront(QWidget& window, const Place& place)
     constexpr int kTitleBar = 450, kBorders = 150; // twips, about
     const QSize screen = window.screen()->availableSize();
     const int roomWide = ui::toTwips(screen.width()) - kBorders, roomHigh = ui::toTwips(screen.height()) - kTitleBar;
-    const int width = std::min(place.width, roomWide), height = std::min(place.height, roomHigh);
+    constexpr double kUsualPoints = 9; // of the texts that the places are made for
+    const double growth = std::max(1.0, window.font().pointSizeF() / kUsualPoints);
+    const int width = std::min(static_cast<int>(growth * place.width), roomWide);
+    const int height = std::min(static_cast<int>(growth * place.height), roomHigh);
     const bool wide = place.left + width <= roomWide;
     if (!window.isVisible())
         ui::placeAndShow(window, std::min(wide ? place.top : place.crampedTop, roomHigh - height),

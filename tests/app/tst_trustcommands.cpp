@@ -2,6 +2,7 @@
 #include "fit/numbertext.h"
 #include "tests/support/application.h"
 #include "ui/clipboard.h"
+#include "ui/twips.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -149,8 +150,12 @@ void TestTrustCommands::searchesDecayCurves()
 void TestTrustCommands::detailsFollowEachAnalysis()
 {
     Program p;
+    QFont large = QApplication::font();
+    large.setPointSize(15);
+    p.program.fitDetails.setFont(large);
     p.run("mnuFitDetails");
-    QVERIFY(p.program.fitDetails.isVisible());
+    const int room = p.program.fitDetails.screen()->availableSize().width() - ui::toPixels(150);
+    QVERIFY(p.program.fitDetails.width() >= std::min(ui::toPixels(1.2 * 7400), room)); // as large texts need
     p.run("mnuSternVolmerAnalysis"); // default panel, log mode: ends where the engine sees no slope
     QCOMPARE(p.verdict(), QString("not a minimum: try other start values"));
     p.run("mnuFindSternVolmerStart");
