@@ -52,6 +52,7 @@ ModelComparisonWindow::ModelComparisonWindow()
     m_progress->setAccessibleName(tr("Progress of the comparison"));
     m_table->setObjectName("grdModels");
     m_table->setAccessibleName(tr("Models"));
+    m_table->setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "-4.1" as "4.1-"
     m_table->setModel(m_cells);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setTabKeyNavigation(false);

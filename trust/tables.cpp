@@ -6,6 +6,11 @@
 namespace trust
 {
 
+namespace
+{
+constexpr QChar kLeftToRightMark(0x200e); // else a right-to-left desktop shows the title "95 % from" as "from % 95"
+} // namespace
+
 QString qtText(const std::string& text) { return QString::fromStdString(text); }
 
 QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent)
@@ -13,6 +18,7 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
     auto* table = new QTableWidget(parent);
     table->setObjectName(name);
     table->setAccessibleName(accessibleName);
+    table->setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "-4.1" as "4.1-"
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false);
     table->verticalHeader()->hide();
@@ -28,11 +34,11 @@ void fillTable(QTableWidget& table, const TextTable& rows)
         for (int column = 0; column < table.columnCount(); ++column) {
             const auto& cells = rows[static_cast<std::size_t>(row)];
             const auto index = static_cast<std::size_t>(column);
-            auto* item = new QTableWidgetItem(index < cells.size() ? qtText(cells[index]) : QString());
+            const QString text = index < cells.size() ? qtText(cells[index]) : QString();
             if (row == 0)
-                table.setHorizontalHeaderItem(column, item);
+                table.setHorizontalHeaderItem(column, new QTableWidgetItem(kLeftToRightMark + text));
             else
-                table.setItem(row - 1, column, item);
+                table.setItem(row - 1, column, new QTableWidgetItem(text));
         }
     table.resizeColumnsToContents();
     table.horizontalHeader()->setStretchLastSection(true); // each time: new columns are not stretched by themselves

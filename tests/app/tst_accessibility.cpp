@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTest>
 
 #include <algorithm>
@@ -98,6 +99,7 @@ private slots:
     void tablesTellTheirTitles();
     void tabReachesEveryControl();
     void followsADarkDesktop();
+    void tablesReadFromTheLeftEverywhere();
 };
 
 void TestAccessibility::everyControlHasAName()
@@ -164,6 +166,22 @@ void TestAccessibility::followsADarkDesktop()
     const QImage plot = vorlo.program.GraphWindow1.findChild<QWidget*>("Picture1")->grab().toImage();
     QCOMPARE(plot.pixelColor(plot.rect().center()), QColor(Qt::white));
     QApplication::setPalette(usual);
+}
+
+// From the right, "-4.1" would be shown as "4.1-".
+void TestAccessibility::tablesReadFromTheLeftEverywhere()
+{
+    const Qt::LayoutDirection usual = QGuiApplication::layoutDirection();
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    const support::Application vorlo;
+    int tables = 0;
+    for (const QWidget* window : windows())
+        for (const auto* table : window->findChildren<QTableView*>()) {
+            QVERIFY2(table->layoutDirection() == Qt::LeftToRight, qPrintable(nameOf(*table)));
+            ++tables;
+        }
+    QCOMPARE(tables, 9); // two in the main window, two of the plots, four of the fit, one of the models
+    QGuiApplication::setLayoutDirection(usual);
 }
 
 QTEST_MAIN(TestAccessibility)
