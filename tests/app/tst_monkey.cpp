@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -38,9 +39,12 @@ const char* const kMenuItems[] = {
     "mnuSternVolmerAnalysis",
 };
 
+// Seldom: while they search only one event comes in 10 ms, and details take a second after each fit that was stopped.
+const char* const kSlowItems[] = {"mnuFindSternVolmerStart", "mnuFindDecayStart", "mnuCompareModels", "mnuFitDetails"};
+
 } // namespace
 
-/// Presses, clicks, types, pastes, opens and runs at random in the real windows, while fits run, too.
+/// Presses, clicks, types, pastes, opens and runs at random in the real windows, while fits and searches run, too.
 /// VORLO_MONKEY_SEED and VORLO_MONKEY_EVENTS set another seed and number of events.
 class TestMonkey : public QObject
 {
@@ -64,15 +68,15 @@ private:
     void click(QWidget& widget);
     void press(QWidget& widget);
     void window(QWidget& widget);
-    void stopFits();
+    void stopRuns();
 
     std::mt19937 m_random;
     QTemporaryDir m_folder;
     std::unique_ptr<support::Application> m_vorlo;
     int m_left = 0;
     int m_depth = 0;
-    int m_fits = 0;
-    int m_during = 0; // events while a fit ran
+    int m_runs = 0;   // fits and searches
+    int m_during = 0; // events while one ran
 };
 
 void TestMonkey::leavesAWorkingProgram()
@@ -90,8 +94,9 @@ void TestMonkey::leavesAWorkingProgram()
     m_left = events;
     next();
     QTRY_VERIFY_WITH_TIMEOUT(m_left == 0 && m_depth == 0, 600'000);
-    qInfo() << m_fits << "fits," << m_during << "events while one ran," << m_vorlo->prompter.shown.size() << "messages";
-    QVERIFY(m_fits > events / 1000 && m_during > events / 100);
+    qInfo() << m_runs << "fits and searches," << m_during << "events while one ran," << m_vorlo->prompter.shown.size()
+            << "messages";
+    QVERIFY(m_runs > events / 1000 && m_during > events / 100);
 
     const QString path = m_folder.filePath("after.vrl");
     m_vorlo->prompter.shown.clear();
@@ -105,28 +110,30 @@ void TestMonkey::leavesAWorkingProgram()
     QCOMPARE(ended.count(), 1);
 }
 
-/// One event after the other, each from the event loop that runs at the time: that of a fit, too. An event that starts
-/// a command returns when the command has ended, and others come meanwhile.
+/// One event after the other, each from the event loop that runs at the time: that of a fit or search, too. An event
+/// that starts a command returns when the command has ended, and others come meanwhile.
 void TestMonkey::next()
 {
     if (m_left == 0)
-        return stopFits();
+        return stopRuns();
     --m_left;
     QMetaObject::invokeMethod(this, &TestMonkey::next, Qt::QueuedConnection);
     ++m_depth;
     m_during += m_depth > 1;
     if (m_depth > kDeepest)
-        stopFits();
+        stopRuns();
     else
         act();
     --m_depth;
 }
 
-void TestMonkey::stopFits()
+void TestMonkey::stopRuns()
 {
-    for (QWidget* analyzer :
-         {static_cast<QWidget*>(&m_vorlo->program.SVAnalyzer), static_cast<QWidget*>(&m_vorlo->program.DecayAnalyzer)})
-        analyzer->findChild<QAbstractButton*>("cmdSTOP")->click();
+    static const QRegularExpression stops("^cmd(STOP|CancelSearch|CancelComparison)$");
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        for (auto* button : window->findChildren<QAbstractButton*>(stops))
+            button->click();
+    m_vorlo->program.fitDetails.close();
     if (m_left == 0 && m_depth > 0)
         QMetaObject::invokeMethod(this, &TestMonkey::next, Qt::QueuedConnection);
 }
@@ -173,9 +180,9 @@ void TestMonkey::act()
     switch (upTo(12)) {
     case 0:
     case 1: {
-        const char* item = pick(kMenuItems);
+        const char* item = upTo(79) == 0 ? pick(kSlowItems) : pick(kMenuItems);
         vorlo.prompter.nextFile = anyFile();
-        m_fits += QString(item).contains("Analysis");
+        m_runs += QString(item).contains(QRegularExpression("Analysis|Start$|Compare"));
         return vorlo.run(item);
     }
     case 2: // something that can be analysed, for a long time
@@ -191,7 +198,7 @@ void TestMonkey::act()
                                         {"txtIteration", "1e30"}})
             vorlo.type(box, text);
         vorlo.run("mnuNormalization");
-        ++m_fits;
+        ++m_runs;
         return vorlo.run(pick(QList<const char*>{"mnuSternVolmerAnalysis", "mnuDecayCurveAnalysis"}));
     case 3:
         return vorlo.choose(1 + upTo(12));
@@ -202,7 +209,7 @@ void TestMonkey::act()
     case 5:
         return ui::copyText(anyBlock());
     case 6:
-        return stopFits();
+        return stopRuns();
     case 7:
         return window(*anyWidget());
     case 8:
