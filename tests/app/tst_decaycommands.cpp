@@ -14,19 +14,10 @@ using support::Column;
 namespace
 {
 
-// Lifetimes of acridone quenched by iodide in water, M and ns (CC0 teaching workshop,
-// github.com/chemfd/PhotochemistryWorkshopAnswers). A straight line through tau0/tau gives kq2 tau0 = 87.299 M^-1.
-const QList<Column> kAcridone{{"0", "1", "1", "17.6"},   {"0.04", "1", "1", "3.9"}, {"0.1", "1", "1", "1.8"},
-                              {"0.2", "1", "1", "0.95"}, {"0.3", "1", "1", "0.64"}, {"0.5", "1", "1", "0.39"},
-                              {"0.8", "1", "1", "0.25"}};
-constexpr double kAcridoneSlope = 87.299, kAcridoneTau0 = 17.6e-9; // M^-1, s
-constexpr double kOnePercent = 0.01;                               // the grid has few points on lifetimes this short
-
 // Two components and dynamic quenching with kq2 = 1e7 M^-1 s^-1: rates 1/400 and 1/100 ns^-1, plus 0.1 ns^-1 per 10 M.
 const QList<Column> kTwoComponents{{"0", "2", "3", "400", "1", "100"},
                                    {"0.5", "2", "3", "133.333333333333", "1", "66.6666666666667"}};
 
-const QString kNormalizeFirst = "Please Normalize the data.";
 const QString kBlank = "Please input value(s) in blank cell(s).";
 
 struct Program : support::Application {
@@ -51,8 +42,6 @@ class TestDecayCommands : public QObject
 
 private slots:
     void normalisesWritesBackDrawsAndLists();
-    void fitsPublishedLifetimesToAStoredResult();
-    void refusesWhatIsNotNormalised();
     void keepsTheNormalisedDataOfARefusedSheet();
     void stopsALongPoissonFitAtOnce();
 };
@@ -77,32 +66,6 @@ void TestDecayCommands::normalisesWritesBackDrawsAndLists()
     QCOMPARE(Program::cell(table, 2, 0), "80.");
     QCOMPARE(Program::cell(table, 2, 1),
              QString::fromStdString(fit::formatNumber(0.75 * std::exp(-0.2) + 0.25 * std::exp(-0.8), "0.###e+#")));
-}
-
-void TestDecayCommands::fitsPublishedLifetimesToAStoredResult()
-{
-    Program vorlo(kAcridone);
-    vorlo.type("txtkq2", "5e9");
-    vorlo.normalise();
-    vorlo.analyse();
-    QCOMPARE(vorlo.prompter.shown, QStringList());
-    QCOMPARE(vorlo.result(1, 0), "Decay");
-    QCOMPARE(vorlo.result(1, 7), "OK");
-    const double slope = vorlo.result(1, 4).toDouble() * kAcridoneTau0;
-    QVERIFY2(std::abs(slope / kAcridoneSlope - 1) < kOnePercent, qPrintable(QString::number(slope)));
-    QCOMPARE(vorlo.program.GraphWindow2.windowTitle(), "Deviation from fitting curves(%)");
-    QCOMPARE(vorlo.program.OutputTable2.windowTitle(), "Decay Curve (Fitting)");
-    QVERIFY(vorlo.program.DecayAnalyzer.isVisible() && vorlo.program.GraphWindow1.isVisible());
-    QVERIFY(vorlo.control<QAction>("mnuDecayCurveAnalysis").isEnabled());
-}
-
-void TestDecayCommands::refusesWhatIsNotNormalised()
-{
-    Program vorlo;
-    vorlo.analyse();
-    vorlo.run("mnuCalcDecayCurve");
-    QCOMPARE(vorlo.prompter.shown, QStringList({kNormalizeFirst, kNormalizeFirst}));
-    QVERIFY(!vorlo.program.DecayAnalyzer.isVisible());
 }
 
 void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()

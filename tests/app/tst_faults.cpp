@@ -14,6 +14,8 @@
 #include <functional>
 #include <sys/resource.h>
 
+using support::contents;
+
 namespace
 {
 
@@ -43,16 +45,6 @@ struct Program : support::Application {
         const app::ResultStore& store = program.shared.results;
         return store.ResultData[static_cast<std::size_t>(store.ResultCursor - 1)];
     }
-    void save(const QString& path)
-    {
-        prompter.nextFile = path;
-        run("mnuSaveAs");
-    }
-    void open(const QString& path)
-    {
-        prompter.nextFile = path;
-        run("mnuOpen");
-    }
 };
 
 /// Does something once while a fit lets events run for the nth time.
@@ -73,12 +65,6 @@ private:
     int m_phase;
     std::function<void()> m_action;
 };
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be opened");
-}
 
 } // namespace
 

@@ -1,6 +1,5 @@
 #include "app/mainwindow.h"
 #include "app/sharedstate.h"
-#include "fit/gaussnewton.h"
 #include "tests/support/datarows.h"
 #include "tests/support/windowsize.h"
 #include "ui/twips.h"
@@ -29,7 +28,6 @@ private slots:
     void fitsItsUsualSize();
     void editKeysStayInATextBox();
     void calculationAndHelpKeysWorkFromEverywhere();
-    void closingStopsRunsAndAnnouncesIt();
 
 private:
     static bool mnemonicsDiffer(const QStringList& captions)
@@ -196,17 +194,6 @@ void TestMainWindow::calculationAndHelpKeysWorkFromEverywhere()
     QTRY_VERIFY(other.isActiveWindow());
     QTest::keyClick(&other, Qt::Key_F1);
     QCOMPARE(help.count(), 1);
-}
-
-void TestMainWindow::closingStopsRunsAndAnnouncesIt()
-{
-    showActive();
-    fit::StopRequested = false;
-    QSignalSpy closed(m_window.get(), &app::frmVorloMain::closed);
-    action("mnuQuit").trigger();
-    QVERIFY(fit::StopRequested);
-    QCOMPARE(closed.count(), 1);
-    QVERIFY(!m_window->isVisible());
 }
 
 QTEST_MAIN(TestMainWindow)

@@ -27,26 +27,15 @@ QString rightSide(std::string_view law) { return fromUtf8(law).section(" = ", 1)
 
 fit::Parameters parametersOf(int model)
 {
+    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
+    std::map<app::PanelBox, double> values{{app::PanelBox::K, kK},
+                                           {app::PanelBox::F, kF},
+                                           {app::PanelBox::kq1, twoSites ? kFirstSite : kKq1},
+                                           {app::PanelBox::kq2, twoSites ? kSecondSite : kKq2}};
     fit::Parameters p{};
     std::size_t slot = 0;
-    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
-    for (const app::ModelParameter& parameter : app::modelRow(model).fitted()) {
-        double& value = p[++slot];
-        switch (parameter.box) {
-        case app::PanelBox::K:
-            value = kK;
-            break;
-        case app::PanelBox::F:
-            value = kF;
-            break;
-        case app::PanelBox::kq1:
-            value = twoSites ? kFirstSite : kKq1;
-            break;
-        case app::PanelBox::kq2:
-            value = twoSites ? kSecondSite : kKq2;
-            break;
-        }
-    }
+    for (const app::ModelParameter& parameter : app::modelRow(model).fitted())
+        p[++slot] = values[parameter.box];
     return p;
 }
 

@@ -19,7 +19,6 @@ private slots:
     void arrowKeysWalkThroughTheModels();
     void allLeavesTheFitRegionMode();
     void changedFitRegionNeedsNormalizationAgain();
-    void showsAState();
     void restoresResults();
 
 private:
@@ -109,15 +108,6 @@ void TestParameterPanel::changedFitRegionNeedsNormalizationAgain()
     QVERIFY(m_shared.DataNormalized);
     QTest::keyClicks(&box("txtFitRegion"), "0");
     QVERIFY(!m_shared.DataNormalized);
-}
-
-void TestParameterPanel::showsAState()
-{
-    const app::PanelState state{.K = "", .Model = 13, .FixKq2 = 1, .allChosen = false};
-    m_panel->setPanelState(state);
-    QCOMPARE(m_panel->panelState(), state);
-    QVERIFY(m_panel->findChild<QCheckBox*>("Check1")->isChecked());
-    QVERIFY(!m_panel->findChild<QCheckBox*>("Check2")->isChecked());
 }
 
 void TestParameterPanel::restoresResults()

@@ -1,41 +1,25 @@
 #include "app/datasheet.h"
 #include "app/parameterpanel.h"
-#include "app/resultstable.h"
 #include "app/sessioncommands.h"
 #include "app/sharedstate.h"
-#include "tests/support/recordingprompter.h"
+#include "tests/support/application.h"
+#include "ui/grid.h"
 
 #include <QElapsedTimer>
-#include <QRadioButton>
-#include <QSignalSpy>
 #include <QtTest>
 
 #include <sys/stat.h>
 
-using app::SessionCommands;
+using support::contents;
 
 namespace
 {
 
-/// A session with its widgets, as the main window holds them.
-struct Desk {
-    app::SharedState shared;
-    app::DataSheet sheet;
-    app::ParameterPanel panel{shared};
-    app::ResultsTable results{shared};
-    support::RecordingPrompter prompter;
-    SessionCommands commands{{sheet, panel, shared, results, prompter}};
+struct Desk : support::Application {
+    app::SharedState& shared = program.shared;
+    app::DataSheet& sheet = program.MainWindow.sheet();
+    app::ParameterPanel& panel = program.MainWindow.panel();
 
-    void open(const QString& path)
-    {
-        prompter.nextFile = path;
-        commands.mnuOpen_Click();
-    }
-    void save(const QString& path)
-    {
-        prompter.nextFile = path;
-        commands.mnuSaveAs_Click();
-    }
     void fill()
     {
         sheet.setCell(1, 1, "0");
@@ -46,15 +30,10 @@ struct Desk {
         panel.setPanelState(state);
         shared.settings.LogMode = 0;
         shared.settings.AssessmentMode = 0;
-        results.storeResult({.Method = "SV", .Model = 1, .Kq2 = 1e7, .R2 = .5, .Error = "OK"}, app::Kq2);
+        program.MainWindow.results().storeResult({.Method = "SV", .Model = 1, .Kq2 = 1e7, .R2 = .5, .Error = "OK"},
+                                                 app::Kq2);
     }
 };
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be opened");
-}
 
 void write(const QString& path, const QByteArray& bytes)
 {
@@ -96,29 +75,33 @@ void TestSessionCommands::savedSessionsComeBack()
     Desk opened;
     opened.shared.DataNormalized = true;
     opened.shared.FitRegionMode = decay::kFitRegionThreshold;
-    opened.panel.findChild<QRadioButton*>("opnFitRegion1")->click();
-    QSignalSpy announced(&opened.commands, &SessionCommands::opened);
+    opened.control<QRadioButton>("opnFitRegion1").click();
+    opened.run("mnuSetParameters");
+    opened.sheet.SelectSheetCell(9, 20);
     opened.open(inFolder("whole.vrl"));
     QCOMPARE(opened.sheet.cell(9, 20), "Φ");
+    QCOMPARE(opened.sheet.grid().indexAt({1, 1}).column(), 1); // in view again
     QVERIFY(opened.panel.panelState() == saved.panel.panelState());
-    QVERIFY(opened.panel.findChild<QRadioButton*>("opnFitRegion0")->isChecked());
+    QVERIFY(opened.control<QRadioButton>("opnFitRegion0").isChecked());
+    QVERIFY(opened.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
     QCOMPARE(opened.shared.FitRegionMode, decay::kFitRegionOwn);
     QCOMPARE(opened.shared.settings.LogMode, 0);
-    QCOMPARE(opened.results.GetResultText(1, 6), ".5"); // R2, not Se
+    QCOMPARE(opened.result(1, 6), ".5"); // R2, not Se
     QVERIFY(!opened.shared.DataNormalized);
-    QCOMPARE(announced.count(), 1);
-    QCOMPARE(announced[0][0].toString(), inFolder("whole.vrl"));
+    QCOMPARE(opened.program.MainWindow.windowTitle(),
+             app::captionWithFile(app::frmVorloMain::kTitle, inFolder("whole.vrl")));
+    QCOMPARE(opened.prompter.shown, QStringList());
 }
 
 void TestSessionCommands::newEmptiesTheSheetOnly()
 {
     Desk desk;
     desk.fill();
-    desk.commands.mnuOpen_Click(); // cancelled, and so is the next
-    desk.commands.mnuSaveAs_Click();
+    desk.run("mnuOpen"); // cancelled, and so is the next
+    desk.run("mnuSaveAs");
     QCOMPARE(desk.prompter.shown, QStringList());
     QCOMPARE(desk.sheet.cell(1, 1), "0");
-    desk.commands.mnuNew_Click();
+    desk.run("mnuNew");
     QCOMPARE(desk.sheet.cell(1, 1), "");
     QVERIFY(desk.sheet.cell(9, 20).empty() && desk.sheet.cell(9, 0) == "Φ");
     QVERIFY(desk.panel.panelState().K == "77" && desk.shared.results.ResultRowEnd == 2);

@@ -40,7 +40,6 @@ class TestStartup : public QObject
 
 private slots:
     void startsWithItsDefaults();
-    void sessionsAreSavedAndReopened();
     void aDroppedFileOpensWhereverItFalls();
     void editMenuMovesBlocks();
     void menusOpenTitledModelessWindows();
@@ -64,33 +63,12 @@ void TestStartup::startsWithItsDefaults()
         QVERIFY2(other == &window || !other->isVisible(), qPrintable(other->windowTitle()));
 }
 
-void TestStartup::sessionsAreSavedAndReopened()
-{
-    QTemporaryDir folder;
-    const QString file = folder.filePath("a.vrl");
-    support::Application saved, opened;
-    saved.program.MainWindow.sheet().SetSheetText(9, 20, "3.5");
-    saved.program.shared.settings.LogMode = 0;
-    saved.prompter.nextFile = opened.prompter.nextFile = file;
-    saved.run("mnuSaveAs");
-    app::DataSheet& sheet = opened.program.MainWindow.sheet();
-    opened.run("mnuSetParameters");
-    sheet.SelectSheetCell(9, 20);
-    opened.run("mnuOpen");
-    QCOMPARE(sheet.GetSheetText(9, 20), QString("3.5"));
-    QCOMPARE(sheet.grid().indexAt({1, 1}).column(), 1);
-    QCOMPARE(opened.program.MainWindow.windowTitle(), app::captionWithFile(app::frmVorloMain::kTitle, file));
-    QVERIFY(opened.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->isChecked());
-    QVERIFY(saved.prompter.shown.isEmpty() && opened.prompter.shown.isEmpty());
-}
-
 void TestStartup::aDroppedFileOpensWhereverItFalls()
 {
     support::Application vorlo;
     QTemporaryDir folder;
     vorlo.type("txtK", "7");
-    vorlo.prompter.nextFile = folder.filePath("a.vrl");
-    vorlo.run("mnuSaveAs");
+    vorlo.save(folder.filePath("a.vrl"));
     vorlo.type("txtK", "8");
     const QUrl session = QUrl::fromLocalFile(folder.filePath("a.vrl"));
     QWidget& viewport = *vorlo.program.MainWindow.sheet().grid().viewport();

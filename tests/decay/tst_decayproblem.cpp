@@ -31,14 +31,6 @@ SampleTable quenchedTable()
     return table;
 }
 
-/// Sum of exp(-i step / tau) squared differences of two decays over i = 0..49, by the geometric series.
-double squaredDifference(double step, double rate1, double rate2)
-{
-    const auto series = [step](double rate) {
-        return (1 - std::exp(-50 * rate * step)) / (1 - std::exp(-rate * step));
-    };
-    return series(2 * rate1) - 2 * series(rate1 + rate2) + series(2 * rate2);
-}
 } // namespace
 
 class TestDecayProblem : public QObject
@@ -46,7 +38,6 @@ class TestDecayProblem : public QObject
     Q_OBJECT
 private slots:
     void fitsAllButTheReferencePointByPoint();
-    void sumsOnFromSampleToSample();
     void announcesEveryCurveOfAPoissonFit();
     void hasNoPointsWithoutQuencher();
 };
@@ -64,30 +55,6 @@ void TestDecayProblem::fitsAllButTheReferencePointByPoint()
             QVERIFY(std::abs(problem.residual(point, kq2(1e9))) < kFewUlps);
         QVERIFY(std::abs(problem.residual(51, kq2(3e9))) < kFewUlps); // sample 3 at t = 0
     }
-}
-
-void TestDecayProblem::sumsOnFromSampleToSample()
-{
-    DecayProblem problem(quenchedTable(), 1, 0, kProbe);
-    QVERIFY(std::abs(problem.statistics({0, 1e9}).R2 - 1.0) < kFewUlps);
-
-    const fit::Statistics statistics = problem.statistics({0, 2e9});
-    const auto& samples = problem.samples().SampleData;
-    QCOMPARE(samples[1].residualSum, 0.0);
-    QVERIFY(std::abs(samples[2].residualSum - squaredDifference(problem.samples().TimeMax / 50, 2e6, 3e6)) < kFewUlps);
-    QCOMPARE(samples[3].residualSum, samples[2].residualSum); // its one point fits
-    QCOMPARE(samples[3].mean, samples[2].mean + 1 / 50.0);
-    QCOMPARE(samples[3].IFit[0], 1.0);
-    QCOMPARE(samples[3].IFit[1], 0.0); // not fitted
-    QCOMPARE(statistics.residualSum, samples[3].residualSum);
-    double sum = 1, squares = 1; // the one point of sample 3
-    for (std::size_t i = 0; i < 50; ++i)
-        for (double rate : {1e6, 2e6}) {
-            const double intensity = std::exp(-rate * samples[1].T[i]);
-            sum += intensity;
-            squares += intensity * intensity;
-        }
-    QVERIFY(std::abs(statistics.R2 - (1 - statistics.residualSum / (squares - sum * sum / 101))) < kFewUlps);
 }
 
 void TestDecayProblem::announcesEveryCurveOfAPoissonFit()

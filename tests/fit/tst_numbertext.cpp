@@ -17,7 +17,6 @@ class TestNumberText : public QObject
 private slots:
     void writesPatterns();
     void writesPlainDecimalText();
-    void writtenNumbersReadBack();
     void readsLeadingNumbers();
     void readsToTheNearestDouble();
     void readsVeryLongTextsAtOnce();
@@ -39,18 +38,6 @@ void TestNumberText::writesPlainDecimalText()
         const double number = row[0].toDouble();
         QCOMPARE(QString::fromStdString(fit::signedText(number)), row[1]);
         QCOMPARE(QString::fromStdString(fit::plainText(number)), row[2]);
-    }
-}
-
-void TestNumberText::writtenNumbersReadBack()
-{
-    constexpr double kHalfLastDigit = 0.5e-3; // three decimals of a mantissa of at least 1
-    for (double value = 1.2345678e-300; std::abs(value) < 1e300; value *= -9.7) {
-        const double readBack = fit::numberFrom(fit::formatNumber(value, "#.###e+##"));
-        QVERIFY2(std::abs(readBack / value - 1) <= kHalfLastDigit, qPrintable(QString::number(value)));
-        const std::string plain = fit::plainText(value);
-        QCOMPARE(fit::strictNumber(plain), fit::numberFrom(plain));
-        QCOMPARE(fit::plainText(fit::numberFrom(plain)), plain);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "tests/support/recordingprompter.h"
 
 #include <QAction>
+#include <QFile>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
@@ -39,11 +40,27 @@ struct Application {
     void type(const QString& box, const QString& text) { control<QLineEdit>(box).setText(text); }
     void choose(int model) { control<QRadioButton>(QString("opnModel%1").arg(model)).click(); }
     void run(const char* menuItem) { control<QAction>(menuItem).trigger(); }
+    void save(const QString& path)
+    {
+        prompter.nextFile = path;
+        run("mnuSaveAs");
+    }
+    void open(const QString& path)
+    {
+        prompter.nextFile = path;
+        run("mnuOpen");
+    }
     QString result(int row, int column) { return program.MainWindow.results().GetResultText(row, column); }
     static QString reportOf(const QWidget& analyzer)
     {
         return analyzer.findChild<QPlainTextEdit*>("txtResults")->toPlainText();
     }
 };
+
+inline QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be opened");
+}
 
 } // namespace support

@@ -1,7 +1,6 @@
 #include "ui/picturesurface.h"
 #include "ui/twips.h"
 
-#include <QAccessible>
 #include <QTest>
 
 namespace
@@ -31,7 +30,6 @@ class TestPictureSurface : public QObject
 private slots:
     void init();
     void textHangsFromItsCorner();
-    void isAPictureForScreenReaders();
 
 private:
     std::unique_ptr<ui::PictureSurface> m_surface;
@@ -57,15 +55,6 @@ void TestPictureSurface::textHangsFromItsCorner()
     m_surface->clear();
     m_surface->drawText(32767, 300, "off the surface");
     QVERIFY(inkOf(m_surface->picture()).isNull());
-}
-
-void TestPictureSurface::isAPictureForScreenReaders()
-{
-    m_surface->setAccessibleName("Plot");
-    QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(m_surface.get());
-    QVERIFY(reader);
-    QCOMPARE(reader->role(), QAccessible::Graphic);
-    QCOMPARE(reader->text(QAccessible::Name), "Plot");
 }
 
 QTEST_MAIN(TestPictureSurface)
