@@ -75,6 +75,8 @@ class TestFaults : public QObject
 private slots:
     void interruptedFitsReportTheirOwnOutcome_data();
     void interruptedFitsReportTheirOwnOutcome();
+    void interruptedSearchesFindTheSame_data();
+    void interruptedSearchesFindTheSame();
     void manyNestedRunsEnd();
     void stopEndsAfterTheIteration_data();
     void stopEndsAfterTheIteration();
@@ -144,6 +146,37 @@ void TestFaults::interruptedFitsReportTheirOwnOutcome()
     vorlo.run(qPrintable(fit));
     QCOMPARE(vorlo.prompter.shown, QStringList());
     QCOMPARE(vorlo.last(), undisturbed);
+}
+
+void TestFaults::interruptedSearchesFindTheSame_data()
+{
+    QTest::addColumn<QString>("search");
+    for (const char* search : {"mnuFindSternVolmerStart", "mnuFindDecayStart", "mnuCompareModels"})
+        QTest::newRow(search) << search;
+}
+
+void TestFaults::interruptedSearchesFindTheSame()
+{
+    QFETCH(const QString, search);
+    const auto foundWhile = [&](const QString& menuItem) {
+        Program vorlo;
+        const Interruption interruption(1, [&] {
+            if (menuItem.isEmpty())
+                return;
+            vorlo.choose(5);
+            vorlo.type("txtConcProbe", "1");
+            vorlo.run(qPrintable(menuItem));
+        });
+        vorlo.run(qPrintable(search));
+        const QWidget& window = search == "mnuCompareModels" ? static_cast<QWidget&>(vorlo.program.modelComparison)
+                                                             : vorlo.program.startValues;
+        window.findChildren<QPushButton*>(QRegularExpression("^cmdCopy")).front()->click();
+        return ui::clipboardText();
+    };
+    const QString undisturbed = foundWhile("");
+    QVERIFY2(undisturbed.contains("kq2"), qPrintable(undisturbed));
+    for (const char* menuItem : {"mnuNew", "mnuSternVolmerAnalysis", "mnuCalcDecayCurve", "mnuCompareModels"})
+        QCOMPARE(foundWhile(menuItem), undisturbed);
 }
 
 void TestFaults::manyNestedRunsEnd()
