@@ -406,12 +406,13 @@ def decay_output(model, p):
     start = -TIME_MAX / 10
     curves = (start, 0.0, TIME_MAX, log10(LEVEL))
     percent = (start, 100.0, TIME_MAX, -100.0)
-    s = N - 1
-    line = list(zip(GRID, logs[s]))[1:]
-    points = [(GRID[j], log10(IEXP[s][j])) for j in range(49)]
-    deviations = [(GRID[i], 10 ** (log10(IEXP[s][i]) - logs[s][i] + 2) - 100) for i in range(1, shown)]
-    return rows, {"GraphWindow1": marks(points, curves, color(N, 16)) + marks(line, curves, color(N, 12)),
-                  "GraphWindow2": marks(deviations, percent, color(N, 16))}
+    drawn, deviations = [], []
+    for s in (1, N - 1):
+        points = [(GRID[j], log10(IEXP[s][j])) for j in range(49)]
+        drawn += marks(points, curves, color(s + 1, 16)) + marks(list(zip(GRID, logs[s]))[1:], curves, color(s + 1, 12))
+        percents = [(GRID[i], 10 ** (log10(IEXP[s][i]) - logs[s][i] + 2) - 100) for i in range(1, shown)]
+        deviations += marks(percents, percent, color(s + 1, 16))
+    return rows, {"GraphWindow1": drawn, "GraphWindow2": deviations}
 
 
 def case(analysis, model, log_mode, fixed, command):
