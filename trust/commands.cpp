@@ -119,6 +119,8 @@ void Commands::search(const Task& task, const app::PanelState& panel, app::Analy
     m_searched = task.free();
     ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(task.model));
     showInFront(window, kStartsPlace);
+    if (m_searched.empty())
+        return window.showNothingFound("All constants of this model are fixed.");
     double done = 0;
     const SearchResult found = searchStart(task, [&](double share) { return progress(done = share); });
     const FoundStarts starts = startsFor(task, panel, analysis, found, [&] { return progress(done); });
@@ -126,8 +128,6 @@ void Commands::search(const Task& task, const app::PanelState& panel, app::Analy
         return;
     if (found.cancelled || !progress(done))
         window.showNothingFound("The search was cancelled. The boxes hold what was typed.");
-    else if (m_searched.empty())
-        window.showNothingFound("All constants of this model are fixed. The boxes hold what was typed.");
     else if (starts.starts.empty())
         window.showNothingFound("The model has no value for any start tried. The boxes hold what was typed.");
     else

@@ -168,6 +168,8 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     QVERIFY(ui::clipboardText().contains("\r\nkq2 /M-1 s-1\t"));
 
     p.control<QCheckBox>("Check1").click();
+    p.run("mnuFindSternVolmerStart");
+    QCOMPARE(p.found(), QString("All constants of this model are fixed."));
     p.choose(3);
     p.run("mnuCalcSternVolmer");
     QCOMPARE(p.details("grdConstants").item(1, 2)->text(), QString("fixed"));
