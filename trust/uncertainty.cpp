@@ -47,6 +47,18 @@ struct InverseNormal {
     }
 };
 
+/// Of two parameters whose values have this product; 0 where one of them is flat.
+double correlation(const InverseNormal& inverse, std::size_t j, std::size_t k, double product)
+{
+    const auto row = static_cast<Eigen::Index>(j), column = static_cast<Eigen::Index>(k);
+    const double scale = std::sqrt(inverse.matrix(row, row) * inverse.matrix(column, column));
+    if (j == k)
+        return 1;
+    return inverse.flat[j] || inverse.flat[k] || scale == 0
+               ? 0
+               : std::copysign(1.0, product) * inverse.matrix(row, column) / scale;
+}
+
 double studentQuantile(int degreesOfFreedom)
 {
     return boost::math::quantile(boost::math::students_t(degreesOfFreedom), 0.975); // two-sided, 95 percent
@@ -73,15 +85,8 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
         result.halfWidth[slot] = t * result.standardError[slot];
         if (relative > 1)
             result.undetermined.push_back(slot);
-        for (std::size_t k = 0; k < free.size(); ++k) {
-            const auto column = static_cast<Eigen::Index>(k);
-            const double scale = std::sqrt(inverse.matrix(row, row) * inverse.matrix(column, column));
-            if (j == k)
-                result.correlation[slot][slot] = 1;
-            else if (!inverse.flat[j] && !inverse.flat[k] && scale > 0)
-                result.correlation[slot][free[k]] =
-                    std::copysign(1.0, values[slot] * values[free[k]]) * inverse.matrix(row, column) / scale;
-        }
+        for (std::size_t k = 0; k < free.size(); ++k)
+            result.correlation[slot][free[k]] = correlation(inverse, j, k, values[slot] * values[free[k]]);
     }
     return result;
 }
