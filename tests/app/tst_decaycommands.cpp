@@ -1,13 +1,9 @@
-#include "fit/numbertext.h"
 #include "tests/support/application.h"
-#include "ui/grid.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-
-#include <cmath>
 
 using support::Column;
 
@@ -28,10 +24,6 @@ struct Program : support::Application {
     }
     void normalise() { run("mnuNormalization"); }
     void analyse() { run("mnuDecayCurveAnalysis"); }
-    static QString cell(const plot::SpreadSheet& table, int row, int column)
-    {
-        return table.findChild<ui::Grid*>()->text(row, column);
-    }
 };
 
 } // namespace
@@ -41,12 +33,12 @@ class TestDecayCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void normalisesWritesBackDrawsAndLists();
+    void normalisesWritesBackAndDraws();
     void keepsTheNormalisedDataOfARefusedSheet();
     void stopsALongPoissonFitAtOnce();
 };
 
-void TestDecayCommands::normalisesWritesBackDrawsAndLists()
+void TestDecayCommands::normalisesWritesBackAndDraws()
 {
     Program vorlo;
     vorlo.normalise();
@@ -57,15 +49,6 @@ void TestDecayCommands::normalisesWritesBackDrawsAndLists()
     QVERIFY(vorlo.program.shared.DataNormalized);
     QCOMPARE(vorlo.program.GraphWindow1.windowTitle(), "Decay Curves");
     QVERIFY(vorlo.program.GraphWindow1.isVisible() && !vorlo.program.GraphWindow2.isVisible());
-
-    const plot::SpreadSheet& table = vorlo.program.OutputTable1;
-    QCOMPARE(table.windowTitle(), "Experimental Decay");
-    QCOMPARE(Program::cell(table, 0, 2), "0.5");
-    QCOMPARE(Program::cell(table, 1, 0), "0.");
-    // The reference falls to 1e-4 at 400 ns ln(7500) = 3569 ns, rounded 4000 ns, in 50 steps.
-    QCOMPARE(Program::cell(table, 2, 0), "80.");
-    QCOMPARE(Program::cell(table, 2, 1),
-             QString::fromStdString(fit::formatNumber(0.75 * std::exp(-0.2) + 0.25 * std::exp(-0.8), "0.###e+#")));
 }
 
 void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()

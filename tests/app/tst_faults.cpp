@@ -33,7 +33,8 @@ struct Program : support::Application {
         fill(kSamples);
         program.shared.settings.LogMode = 1;
         choose(2);
-        for (const auto& [box, text] : {std::pair{"txtK", "20"}, {"txtF", "0.4"}, {"txtkq1", "3e5"}, {"txtkq2", "8e5"}})
+        for (const auto& [box, text] :
+             {std::pair{"txtK", "20"}, {"txtF", "0.4"}, {"txtkq1", "3e5"}, {"txtkq2", "8e5"}, {"txtConcProbe", "5e-5"}})
             type(box, text);
         type("txtTolerance", "0");
         type("txtIteration", QString::number(kPatientIterations - 1));
@@ -126,6 +127,9 @@ void TestFaults::interruptedFitsReportTheirOwnOutcome()
     QSignalSpy ended(&vorlo.program, &app::VorloMain::ended);
     const Interruption interruption(phase, [&] {
         vorlo.prompter.nextFile = session;
+        vorlo.choose(3); // another model, probe and sheet than the fit started with
+        vorlo.type("txtConcProbe", "1e-3");
+        vorlo.fill({kSamples[0], kSamples[2], kSamples[1]});
         if (menuItem.startsWith("mnu"))
             return vorlo.run(qPrintable(menuItem));
         for (QWidget* window : QApplication::topLevelWidgets())

@@ -140,7 +140,6 @@ private slots:
     void initTestCase();
     void examplesComeOutAsPrinted_data();
     void examplesComeOutAsPrinted();
-    void hasAnExamplePerFamily();
     void explainsEveryModelAndParameter();
     void namesEveryControl();
     void linksAndPicturesAreThere();
@@ -184,15 +183,6 @@ void TestManual::examplesComeOutAsPrinted()
         QCOMPARE(reader.vorlo.prompter.shown, QStringList());
     }
     QVERIFY(compared > 0);
-}
-
-void TestManual::hasAnExamplePerFamily()
-{
-    QSet<QString> ids;
-    for (const support::ManualExample& example : m_manual.examples)
-        ids << example.id;
-    QCOMPARE(ids, QSet<QString>({"first-analysis", "example-dynamic", "example-one-step", "example-multi-step",
-                                 "example-two-site", "example-decay", "example-decays", "example-trust"}));
 }
 
 void TestManual::explainsEveryModelAndParameter()

@@ -39,7 +39,6 @@ class TestRecovery : public QObject
 private slots:
     void getsKnownConstantsBack_data();
     void getsKnownConstantsBack();
-    void getsMicellesBackFromTheirLaw();
 };
 
 void TestRecovery::getsKnownConstantsBack_data()
@@ -72,28 +71,6 @@ void TestRecovery::getsKnownConstantsBack()
         const FitRun run = fitted(table, model, logMode, scaled(constants, 0.8), support::kPatientRule);
         QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
         QVERIFY2(allNear(run.values, constants, kTypedDigits), text(run));
-    }
-}
-
-void TestRecovery::getsMicellesBackFromTheirLaw()
-{
-    const Values full{1290, 5.9e6, 1e9}; // the collisional constant is chosen, not published
-    for (int model : {10, 11}) {
-        const Values constants(full.begin(), full.end() - (model == 11 ? 1 : 0));
-        const fit::Parameters p = engineParameters(constants);
-        SampleTable table = tableFrom(support::simulatedSession(model, kPyrene, kProbe, p, kMicelleRange));
-        for (int s = 1; s <= table.SampleCount; ++s) {
-            SampleRecord& record = table.SampleData[static_cast<std::size_t>(s)];
-            for (std::size_t i = 0; i <= 50; ++i)
-                record.IExp[i] = intensity(model, record.T[i], record.Conc, kPyrene, kProbe, p);
-        }
-        for (int logMode : {0, 1}) {
-            const FitRun early = fitted(table, model, logMode, scaled(constants, 0.8), support::kPanelRule);
-            QVERIFY2(early.outcome.ending == fit::Ending::LimitExceeded, text(early));
-            QVERIFY2(allNear(early.values, constants, 0.05), text(early));
-            const FitRun late = fitted(table, model, logMode, scaled(constants, 0.8), {1e-4, 2000});
-            QVERIFY2(allNear(late.values, constants, kTypedDigits), text(late));
-        }
     }
 }
 

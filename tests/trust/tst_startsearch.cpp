@@ -1,6 +1,7 @@
 #include "trust/enginestart.h"
 #include "trust/startsearch.h"
 
+#include "tests/support/datarows.h"
 #include "tests/support/ratiosets.h"
 
 #include <QTest>
@@ -35,7 +36,6 @@ class TestStartSearch : public QObject
     Q_OBJECT
 
 private slots:
-    void findsPublishedOptima_data();
     void findsPublishedOptima();
     void leadsTheEngineToTheOptimum_data();
     void leadsTheEngineToTheOptimum();
@@ -46,38 +46,20 @@ private slots:
     void startsFromValuesWithoutLogarithm();
 };
 
-// Optima found by an independent least-squares program, as dynamic constant kq tau0 and K.
-void TestStartSearch::findsPublishedOptima_data()
-{
-    QTest::addColumn<bool>("iodide");
-    QTest::addColumn<int>("model");
-    QTest::addColumn<double>("K"); // 0: not in the model
-    QTest::addColumn<double>("KD");
-    QTest::addColumn<double>("residualSum");
-    QTest::newRow("acridone dynamic") << true << 1 << 0.0 << 154.055 << 473.808;
-    QTest::newRow("acridone complex and dynamic") << true << 3 << 1.24126 << 84.4383 << 4.05796;
-    QTest::newRow("acridone sphere and dynamic") << true << 7 << 0.738296 << 93.57 << 1.73886;
-    QTest::newRow("acridone sphere") << true << 9 << 6.19841 << 0.0 << 3589.36;
-    QTest::newRow("hFis1 dynamic") << false << 1 << 0.0 << 4.86779 << 0.0372989;
-    QTest::newRow("hFis1 complex") << false << 5 << 4.86788 << 0.0 << 0.0372941;
-    QTest::newRow("hFis1 sphere and dynamic") << false << 7 << 0.409345 << 3.73951 << 0.0151287;
-}
-
 void TestStartSearch::findsPublishedOptima()
 {
-    QFETCH(bool, iodide);
-    QFETCH(int, model);
-    QFETCH(double, K);
-    QFETCH(double, KD);
-    QFETCH(double, residualSum);
-    const RatioInput input = iodide ? support::acridone(model) : support::hFis1(model);
-    const SearchResult found = searched(input);
-    const Solution& best = found.solutions.front();
-    QVERIFY(std::abs(best.sumOfSquares / residualSum - 1) < kPublishedDigits);
-    if (K != 0)
-        QVERIFY(std::abs(best.values[1] / K - 1) < kPublishedDigits);
-    if (KD != 0)
-        QVERIFY(std::abs(best.values[K != 0 ? 2 : 1] * input.data.tau0 / KD - 1) < kPublishedDigits);
+    for (const QStringList& row : support::dataRows("ratiooptima.txt")) {
+        const int model = row[1].toInt();
+        const double K = row[2].toDouble(), KD = row[3].toDouble(), residualSum = row[4].toDouble();
+        const RatioInput input = row[0] == "acridone" ? support::acridone(model) : support::hFis1(model);
+        const Solution best = searched(input).solutions.front();
+        QVERIFY2(std::abs(best.sumOfSquares / residualSum - 1) < kPublishedDigits, qPrintable(row.join(' ')));
+        if (K != 0)
+            QVERIFY2(std::abs(best.values[1] / K - 1) < kPublishedDigits, qPrintable(row.join(' ')));
+        if (KD != 0)
+            QVERIFY2(std::abs(best.values[K != 0 ? 2 : 1] * input.data.tau0 / KD - 1) < kPublishedDigits,
+                     qPrintable(row.join(' ')));
+    }
 }
 
 void TestStartSearch::leadsTheEngineToTheOptimum_data()
