@@ -23,8 +23,9 @@ namespace analysis
 namespace
 {
 
-constexpr qint64 kYieldMilliseconds = 10; // short enough for STOP to feel immediate
-constexpr qint64 kShowMilliseconds = 40;  // a painted progress bar costs as much as several iterations
+constexpr qint64 kYieldMilliseconds = 10;   // short enough for STOP to feel immediate
+constexpr unsigned kEvaluationsPerLook = 8; // at the clock, which may take a tenth of the time of an evaluation
+constexpr qint64 kShowMilliseconds = 40;    // a painted progress bar costs as much as several iterations
 constexpr auto kSolverFailure = "Gauss-Newton法でエラーが起こりました\r\n初期値を変えて実行してみてください";
 
 /// The progress bar counts in int and turns into a busy sign for an empty range; iteration limits know neither bound.
@@ -120,7 +121,7 @@ void AnalyzerWindow::letEventsRun()
 
 void AnalyzerWindow::letEventsRunNowAndThen()
 {
-    if (m_sinceEvents.hasExpired(kYieldMilliseconds))
+    if (++m_evaluations % kEvaluationsPerLook == 0 && m_sinceEvents.hasExpired(kYieldMilliseconds))
         letEventsRun();
 }
 

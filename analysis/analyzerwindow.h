@@ -58,6 +58,7 @@ private:
     int m_runningModel = 0;
     double m_runningLimit = 0;
     double m_iterations = 0; // of the run in progress
+    unsigned m_evaluations = 0;
     QElapsedTimer m_sinceEvents;
     QElapsedTimer m_sinceShown;
 };
