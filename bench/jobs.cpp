@@ -11,7 +11,6 @@ namespace bench
 namespace
 {
 
-constexpr int kSamples = 20;
 constexpr int kGridPoints = 50;
 constexpr double kConcentrationStep = 0.25e-3; // M
 constexpr double kTimeStep = 0.06e-6;          // s

@@ -12,6 +12,7 @@ namespace bench
 {
 
 inline constexpr double kProbe = 50e-6; // M
+inline constexpr int kSamples = 20;
 
 struct Job {
     std::string_view name;

@@ -5,6 +5,7 @@
 #include "plot/decaycharts.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
+#include "sternvolmer/analyzerwindow.h"
 #include "ui/prompter.h"
 
 #include <benchmark/benchmark.h>
@@ -21,17 +22,17 @@ struct EventLoopObserver final : fit::Observer {
 };
 
 /// A job, or one that goes on for so long that the start and the end of the command no longer count.
-bench::DecayJob windowJob(int number, bool endless)
+template <class Job>
+Job windowJob(Job job, double endlessIterations)
 {
-    bench::DecayJob job = bench::decayJob(number);
-    if (endless) {
+    if (endlessIterations > 0) {
         job.options.tolerance = 0;
-        job.options.iterationLimit = 1000;
+        job.options.iterationLimit = endlessIterations;
     }
     return job;
 }
 
-void configure(decay::frmDecayCurveAnalyzer& analyzer, const bench::DecayJob& job)
+void configure(analysis::AnalyzerWindow& analyzer, const bench::Job& job)
 {
     analyzer.setLogMode(0);
     analyzer.setModel(job.model);
@@ -43,12 +44,27 @@ void configure(decay::frmDecayCurveAnalyzer& analyzer, const bench::DecayJob& jo
     analyzer.setAboveZero(1, 1, 1);
 }
 
-void fitInWindow(benchmark::State& state, int number, bool endless)
+void setData(decay::frmDecayCurveAnalyzer& analyzer, const bench::DecayJob& job)
 {
-    const bench::DecayJob job = windowJob(number, endless);
-    ui::DialogPrompter prompter;
-    decay::frmDecayCurveAnalyzer analyzer(prompter);
     analyzer.setSampleData(job.samples);
+}
+
+void setData(sternvolmer::frmSternVolmerAnalyzer& analyzer, const bench::RatioJob& job)
+{
+    analyzer.setTauZero(job.tau0);
+    analyzer.setDatanumber(bench::kSamples);
+    for (int i = 1; i <= bench::kSamples; ++i) {
+        analyzer.setDX(job.x[static_cast<std::size_t>(i)], i);
+        analyzer.setDY(job.y[static_cast<std::size_t>(i)], i);
+    }
+}
+
+template <class Analyzer, class Job>
+void fitInWindow(benchmark::State& state, const Job& job)
+{
+    ui::DialogPrompter prompter;
+    Analyzer analyzer(prompter);
+    setData(analyzer, job);
     analyzer.SetSize(0, 0, 4000, 4000);
     QCoreApplication::processEvents();
     for (auto _ : state) {
@@ -58,19 +74,41 @@ void fitInWindow(benchmark::State& state, int number, bool endless)
 }
 
 /// What fitInWindow is compared with: the window stands there, but nobody writes into it.
-void fitBesideWindow(benchmark::State& state, int number, bool endless)
+template <class Analyzer, class Problem, class Fit>
+void fitBesideWindow(benchmark::State& state, const bench::Job& job, Problem problem, Fit fitted)
 {
-    const bench::DecayJob job = windowJob(number, endless);
     ui::DialogPrompter prompter;
-    decay::frmDecayCurveAnalyzer analyzer(prompter);
+    Analyzer analyzer(prompter);
     analyzer.SetSize(0, 0, 4000, 4000);
     QCoreApplication::processEvents();
-    decay::DecayProblem problem(job.samples, job.model, 0, bench::kProbe);
     EventLoopObserver observer;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(decay::fitCurves(problem, job.options, job.start, observer));
-        benchmark::DoNotOptimize(problem.statistics(job.start));
+        const fit::Outcome outcome = fitted(problem, job.options, job.start, observer);
+        benchmark::DoNotOptimize(problem.statistics(outcome.parameters));
     }
+}
+
+void decayFitInWindow(benchmark::State& state, int number, double endlessIterations)
+{
+    fitInWindow<decay::frmDecayCurveAnalyzer>(state, windowJob(bench::decayJob(number), endlessIterations));
+}
+
+void decayFitBesideWindow(benchmark::State& state, int number, double endlessIterations)
+{
+    const bench::DecayJob job = windowJob(bench::decayJob(number), endlessIterations);
+    fitBesideWindow<decay::frmDecayCurveAnalyzer>(
+        state, job, decay::DecayProblem(job.samples, job.model, 0, bench::kProbe), decay::fitCurves);
+}
+
+void ratioFitInWindow(benchmark::State& state, int number, double endlessIterations)
+{
+    fitInWindow<sternvolmer::frmSternVolmerAnalyzer>(state, windowJob(bench::ratioJob(number), endlessIterations));
+}
+
+void ratioFitBesideWindow(benchmark::State& state, int number, double endlessIterations)
+{
+    const bench::RatioJob job = windowJob(bench::ratioJob(number), endlessIterations);
+    fitBesideWindow<sternvolmer::frmSternVolmerAnalyzer>(state, job, bench::problemOf(job), fit::gaussNewton);
 }
 
 void drawDecayChart(benchmark::State& state)
@@ -132,12 +170,17 @@ void openSession(benchmark::State& state)
 BENCHMARK(openSession)->Name("session/open")->Unit(benchmark::kMillisecond);
 
 const bool registered = [] {
-    for (int number : {2, 3})
-        for (bool endless : {false, true}) {
-            const std::string job = "window/J" + std::to_string(number) + (endless ? " endless" : "");
-            benchmark::RegisterBenchmark((job + "/analyzer").c_str(), fitInWindow, number, endless);
-            benchmark::RegisterBenchmark((job + "/engine").c_str(), fitBesideWindow, number, endless);
+    for (int number = 1; number <= bench::kDecayJobs + bench::kRatioJobs; ++number) {
+        const bool isDecay = number <= bench::kDecayJobs;
+        for (double endlessIterations : {0.0, isDecay ? 1000.0 : 50000.0}) {
+            const std::string job = "window/J" + std::to_string(number) + (endlessIterations > 0 ? " endless" : "");
+            benchmark::RegisterBenchmark((job + "/analyzer").c_str(), isDecay ? decayFitInWindow : ratioFitInWindow,
+                                         number, endlessIterations);
+            benchmark::RegisterBenchmark((job + "/engine").c_str(),
+                                         isDecay ? decayFitBesideWindow : ratioFitBesideWindow, number,
+                                         endlessIterations);
         }
+    }
     return true;
 }();
 
