@@ -67,9 +67,9 @@ Grid::Grid(QWidget* parent)
     : QTableView(parent), m_cells(new TitledCells(this)),
       m_corner(findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly))
 {
+    setUpTitles();
     setModel(m_cells);
     setItemDelegate(new FittingDelegate(this));
-    setUpTitles();
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ContiguousSelection);
     setTabKeyNavigation(false);

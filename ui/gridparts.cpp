@@ -82,6 +82,17 @@ void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logi
         drawCurrentFrame(*painter, section, palette());
 }
 
+/// For the font that titles are drawn with. By itself a header measures them in bold, a font that would be loaded for
+/// nothing else.
+QSize TitleHeader::sectionSizeFromContents(int logicalIndex) const
+{
+    QStyleOptionHeader option;
+    initStyleOption(&option);
+    option.section = logicalIndex;
+    option.text = model()->headerData(logicalIndex, orientation()).toString();
+    return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), this);
+}
+
 void paintCornerTitle(QWidget& corner, const QString& title, bool current)
 {
     QPainter painter(&corner);
