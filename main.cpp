@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QIcon>
 
+#include <memory>
+
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
@@ -11,7 +13,11 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName("org.vorlo.Vorlo");
     QApplication::setWindowIcon(QIcon(":/128/org.vorlo.Vorlo.png"));
     ui::DialogPrompter prompter;
-    app::VorloMain program(prompter);
-    QObject::connect(&program, &app::VorloMain::ended, &application, [] { QCoreApplication::exit(); });
+    auto front = std::make_unique<app::Front>();
+    std::unique_ptr<app::VorloMain> program;
+    front->whenPainted([&] {
+        program = std::make_unique<app::VorloMain>(prompter, std::move(front));
+        QObject::connect(program.get(), &app::VorloMain::ended, &application, [] { QCoreApplication::exit(); });
+    });
     return QApplication::exec();
 }

@@ -181,6 +181,8 @@ void frmVorloMain::SetSize(int top, int left, int height, int width)
     ui::placeAndShow(*this, top, left, height, width);
 }
 
+void frmVorloMain::paintEvent(QPaintEvent*) { emit painted(); }
+
 void frmVorloMain::setDecayAnalysisEnabled(bool enabled)
 {
     findChild<QAction*>("mnuDecayCurveAnalysis")->setEnabled(enabled);

@@ -53,9 +53,11 @@ signals:
     void helpChosen();
     void aboutChosen();
     void fileDropped(const QString& path); // one local file
+    void painted();                        // at the start of every painting
     void closed();
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;

@@ -10,9 +10,19 @@
 namespace app
 {
 
-VorloMain::VorloMain(ui::Prompter& prompter)
-    : MainWindow(shared), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared), aboutBox(prompter),
-      m_prompter(prompter), m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
+Front::Front() { MainWindow.SetSize(0, 6500, 8160, 9750); }
+
+void Front::whenPainted(std::function<void()> then)
+{
+    // Queued: the frame is handed over after the event of its painting.
+    QObject::connect(&MainWindow, &frmVorloMain::painted, &MainWindow, std::move(then),
+                     static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<Front> front)
+    : m_front(std::move(front)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
+      aboutBox(prompter), m_prompter(prompter),
+      m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
       m_decayCommands(commandContext(), DecayAnalyzer), m_sternVolmerCommands(commandContext(), SVAnalyzer),
       m_trustCommands(commandContext(), MainWindow.panel(), {startValues, fitDetails, modelComparison})
 {
@@ -22,7 +32,6 @@ VorloMain::VorloMain(ui::Prompter& prompter)
     connectAnalyses();
     connectTrust();
     connectWindows();
-    MainWindow.SetSize(0, 6500, 8160, 9750);
     GraphWindow1.SetTitle("Decay Plot");
     GraphWindow2.SetTitle("Analysis Plot");
     OutputTable1.SetTitle("Decay Table");

@@ -12,6 +12,9 @@
 #include "sternvolmer/commands.h"
 #include "trust/commands.h"
 
+#include <functional>
+#include <memory>
+
 namespace ui
 {
 class Prompter;
@@ -20,6 +23,16 @@ class Prompter;
 namespace app
 {
 
+/// What is on the screen first, without waiting for the other windows: the main window, with the state that it shares.
+struct Front {
+    Front();
+    /// Does something once when the main window has been painted for the first time.
+    void whenPainted(std::function<void()> then);
+
+    SharedState shared;
+    frmVorloMain MainWindow{shared};
+};
+
 /// The program: shared state, one instance of every window, and which command each choice runs.
 /// Windows are public so that commands and tests reach them; they live as long as the program.
 class VorloMain : public QObject
@@ -27,11 +40,15 @@ class VorloMain : public QObject
     Q_OBJECT
 
 public:
-    /// Creates and places the windows and shows the main window. `prompter` must outlive the program.
-    explicit VorloMain(ui::Prompter& prompter);
+    /// Creates and places all windows but those of the front. `prompter` must outlive the program.
+    explicit VorloMain(ui::Prompter& prompter, std::unique_ptr<Front> front = std::make_unique<Front>());
 
-    SharedState shared;
-    frmVorloMain MainWindow;
+private:
+    std::unique_ptr<Front> m_front;
+
+public:
+    SharedState& shared = m_front->shared;
+    frmVorloMain& MainWindow = m_front->MainWindow;
     decay::frmDecayCurveAnalyzer DecayAnalyzer;
     sternvolmer::frmSternVolmerAnalyzer SVAnalyzer;
     frmSettingWindow SettingWindow;

@@ -32,7 +32,8 @@ inline Memory memory()
     return result;
 }
 
-/// Waits for a window's first paint, prints the steady clock, ns, and the memory, kB, and ends the program.
+/// Waits for a window's first paint and prints the steady clock, ns, then the memory, kB, with which the program comes
+/// to rest, and ends the program.
 class FirstFrame final : public QObject
 {
 public:
@@ -42,18 +43,25 @@ public:
     {
         if (event->type() == QEvent::Paint && !m_painted) {
             m_painted = true;
-            QTimer::singleShot(0, this, &FirstFrame::report); // when the frame has been handed over
+            QMetaObject::invokeMethod(this, &FirstFrame::reportTime, Qt::QueuedConnection); // it has been handed over
+            QTimer::singleShot(kMillisecondsToRest, this, &FirstFrame::reportMemory);
         }
         return false;
     }
 
 private:
-    void report()
+    static constexpr int kMillisecondsToRest = 200;
+
+    void reportTime()
     {
         const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        std::printf("%lld ", static_cast<long long>(std::chrono::nanoseconds(now).count()));
+    }
+
+    void reportMemory()
+    {
         const Memory used = memory();
-        std::printf("%lld %ld %ld\n", static_cast<long long>(std::chrono::nanoseconds(now).count()), used.own,
-                    used.resident);
+        std::printf("%ld %ld\n", used.own, used.resident);
         std::fflush(stdout);
         std::_Exit(0); // the end of a program is not measured
     }

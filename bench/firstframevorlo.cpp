@@ -6,7 +6,9 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     ui::DialogPrompter prompter;
-    app::VorloMain program(prompter);
-    bench::FirstFrame frame(program.MainWindow);
+    auto front = std::make_unique<app::Front>();
+    std::unique_ptr<app::VorloMain> program;
+    front->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(front)); });
+    bench::FirstFrame frame(front->MainWindow);
     return QApplication::exec();
 }

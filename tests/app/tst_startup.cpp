@@ -39,12 +39,26 @@ class TestStartup : public QObject
     Q_OBJECT
 
 private slots:
+    void showsTheMainWindowFirst();
     void startsWithItsDefaults();
     void aDroppedFileOpensWhereverItFalls();
     void editMenuMovesBlocks();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
 };
+
+void TestStartup::showsTheMainWindowFirst()
+{
+    support::RecordingPrompter prompter;
+    auto front = std::make_unique<app::Front>();
+    std::unique_ptr<app::VorloMain> program;
+    front->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(front)); });
+    QVERIFY(!program && front->MainWindow.isVisible());
+    QTRY_VERIFY(program);
+    QSignalSpy ended(program.get(), &app::VorloMain::ended);
+    program->MainWindow.close();
+    QCOMPARE(ended.count(), 1);
+}
 
 void TestStartup::startsWithItsDefaults()
 {
