@@ -12,12 +12,8 @@ namespace trust
 struct FoundStart {
     Solution solution;
     EngineStart start;
-    bool staysInOtherMode =
-        false; // an analysis that leaves the minimum in the present mode ends there in the other one
+    bool staysInOtherMode = false; // the analysis leaves the minimum in the present mode only
 };
-
-/// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1 s-1": the constants of a model, in fitting order.
-std::string valuesText(int model, const fit::Parameters& values);
 
 /// What a search found.
 struct FoundStarts {
@@ -26,6 +22,9 @@ struct FoundStarts {
     double typedSum = 0;            // infinity: not defined
     std::vector<FoundStart> starts; // best first
 };
+
+/// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1 s-1": the constants of a model, in fitting order.
+std::string valuesText(int model, const fit::Parameters& values);
 
 /// In words. chosen: the start whose values are in the boxes.
 std::string foundText(const FoundStarts& found, std::size_t chosen);
