@@ -18,13 +18,20 @@ constexpr int kStep = 10; // every stretch is a font of its own, which takes tim
 
 } // namespace
 
-QFont fittingFont(const QFont& font, const QString& text, qreal width)
+int fittingStretch(const QFont& font, const QString& text, qreal width)
 {
     const qreal needed = QFontMetricsF(font).horizontalAdvance(text);
     if (needed <= std::max(width, 0.0))
+        return kUnstretched;
+    return std::max(kNarrowest, static_cast<int>(kUnstretched * width / needed));
+}
+
+QFont fittingFont(const QFont& font, const QString& text, qreal width)
+{
+    const int fitting = fittingStretch(font, text, width);
+    if (fitting == kUnstretched)
         return font;
     QFont condensed(font);
-    const int fitting = static_cast<int>(kUnstretched * width / needed);
     condensed.setStretch(std::max(kNarrowest, fitting - fitting % kStep));
     return condensed;
 }

@@ -13,9 +13,20 @@ namespace
 constexpr int kTextMargin = 4; // pixels left and right of a text
 constexpr int kFramePen = 2;   // pixels
 
-QFont fontFor(const QWidget& widget, const QString& text, const QRect& area)
+/// Draws a title into its section, as narrow as it must be to fit. A condensed font would take time to load, and the
+/// first titles stand on the first window.
+void drawTitle(QPainter& painter, const QWidget& header, const QStyleOptionHeader& section, const QString& title)
 {
-    return fittingFont(widget.font(), text, area.width() - 2 * kTextMargin);
+    const QRect label = header.style()->subElementRect(QStyle::SE_HeaderLabel, &section, &header);
+    const qreal narrowing = fittingStretch(header.font(), title, section.rect.width() - 2 * kTextMargin) / 100.0;
+    const QRect unscaled(0, label.top(), qRound(label.width() / narrowing), label.height());
+    painter.save();
+    painter.setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "0." as ".0"
+    painter.translate(label.left(), 0);
+    painter.scale(narrowing, 1);
+    header.style()->drawItemText(&painter, unscaled, static_cast<int>(section.textAlignment), header.palette(),
+                                 header.isEnabled(), title, QPalette::ButtonText);
+    painter.restore();
 }
 
 void drawFrame(QPainter& painter, const QRect& area, const QColor& color)
@@ -71,15 +82,24 @@ TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeader
 
 void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logicalIndex) const
 {
-    painter->save();
-    painter->setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "0." as ".0"
-    painter->setFont(fontFor(*this, model()->headerData(logicalIndex, orientation()).toString(), section));
+    painter->save(); // the style leaves nothing but an empty clip
     QHeaderView::paintSection(painter, section, logicalIndex);
     painter->restore();
+    QStyleOptionHeader option;
+    initStyleOption(&option);
+    option.rect = section;
+    option.textAlignment = defaultAlignment();
+    drawTitle(*painter, *this, option, model()->headerData(logicalIndex, orientation()).toString());
     const QModelIndex cell =
         orientation() == Qt::Horizontal ? model()->index(0, logicalIndex) : model()->index(logicalIndex, 0);
     if (cell.isValid() && cell == currentIndex())
         drawCurrentFrame(*painter, section, palette());
+}
+
+void TitleHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int logicalIndex) const
+{
+    QHeaderView::initStyleOptionForIndex(option, logicalIndex);
+    option->text.clear(); // drawn apart
 }
 
 /// For the font that titles are drawn with. By itself a header measures them in bold, a font that would be loaded for
@@ -96,15 +116,15 @@ QSize TitleHeader::sectionSizeFromContents(int logicalIndex) const
 void paintCornerTitle(QWidget& corner, const QString& title, bool current)
 {
     QPainter painter(&corner);
-    painter.setLayoutDirection(Qt::LeftToRight);
-    painter.setFont(fontFor(corner, title, corner.rect()));
     QStyleOptionHeader option;
     option.initFrom(&corner);
     option.orientation = Qt::Horizontal;
     option.position = QStyleOptionHeader::OnlyOneSection;
-    option.text = title;
     option.textAlignment = Qt::AlignCenter;
+    painter.save();
     corner.style()->drawControl(QStyle::CE_Header, &option, &painter, &corner);
+    painter.restore();
+    drawTitle(painter, corner, option, title);
     if (current)
         drawCurrentFrame(painter, corner.rect(), corner.palette());
 }

@@ -37,6 +37,7 @@ public:
 
 protected:
     void paintSection(QPainter* painter, const QRect& section, int logicalIndex) const override;
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int logicalIndex) const override;
     QSize sectionSizeFromContents(int logicalIndex) const override;
 };
 
