@@ -108,15 +108,15 @@ void Commands::CalcDecayCurve()
 
 std::optional<Commands::Run> Commands::prepare()
 {
-    Run run{.panel = m_context.panel.panelState(),
-            .values = {},
-            .settings = m_context.shared.settings,
-            .samples = m_context.shared.samples};
-    if (const auto complaint = analysis::decayComplaint(m_context.shared.DataNormalized, run.panel.Model)) {
+    const app::PanelState panel = m_context.panel.panelState();
+    if (const auto complaint = analysis::decayComplaint(m_context.shared.DataNormalized, panel.Model)) {
         m_context.prompter.message(QString::fromStdString(*complaint));
         return std::nullopt;
     }
-    run.values = app::panelValues(run.panel);
+    Run run{.panel = panel,
+            .values = app::panelValues(panel),
+            .settings = m_context.shared.settings,
+            .samples = m_context.shared.samples.value()};
     handOver(run);
     return run;
 }

@@ -82,7 +82,7 @@ void Commands::findDecayStart()
         m_context.prompter.message(QString::fromStdString(*complaint));
         return;
     }
-    decay::DecayProblem problem(m_context.shared.samples, panel.Model, 0, app::panelValues(panel).Cp);
+    decay::DecayProblem problem(m_context.shared.samples.value(), panel.Model, 0, app::panelValues(panel).Cp);
     problem.setEvaluation(decay::Evaluation::Fast); // a start need not be exact
     if (problem.pointCount() == 0) {
         m_context.prompter.message(analysis::kArithmeticFault);
