@@ -87,6 +87,7 @@ void Grid::setUpTitles()
     horizontalHeader()->setDefaultSectionSize(columnPixels(kColumnTwips));
     horizontalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setMinimumSectionSize(1);
+    setColumnTwips(0, kColumnTwips);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {

@@ -66,9 +66,13 @@ void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
     option->fontMetrics = QFontMetrics(option->font);
 }
 
-// Styles hardly mark it, and two grids stand on one window.
+// Most cells of a sheet are empty, and of those that nothing marks there is nothing to draw. Styles hardly mark the
+// current cell, and two grids stand on one window.
 void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const
 {
+    const bool marked = option.state & (QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+    if (!marked && cell.data().toString().isEmpty())
+        return;
     QStyledItemDelegate::paint(painter, option, cell);
     if (option.state & QStyle::State_HasFocus)
         drawFrame(*painter, option.rect, option.palette.color(QPalette::Text));
@@ -78,6 +82,13 @@ TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeader
 {
     setSectionsClickable(true);
     setHighlightSections(false);
+}
+
+/// One line, whatever the titles say: by itself a header measures them with every step of a layout. How wide the titles
+/// of rows are is up to the grid.
+QSize TitleHeader::sizeHint() const
+{
+    return {0, fontMetrics().height() + 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this)};
 }
 
 void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logicalIndex) const

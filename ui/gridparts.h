@@ -34,6 +34,7 @@ class TitleHeader final : public QHeaderView
 {
 public:
     TitleHeader(Qt::Orientation orientation, QWidget* parent);
+    QSize sizeHint() const override;
 
 protected:
     void paintSection(QPainter* painter, const QRect& section, int logicalIndex) const override;
