@@ -11,11 +11,11 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     QApplication::setApplicationName("Vorlo");
     QApplication::setDesktopFileName("org.vorlo.Vorlo");
-    QApplication::setWindowIcon(QIcon(":/128/org.vorlo.Vorlo.png"));
     ui::DialogPrompter prompter;
     auto front = std::make_unique<app::Front>();
     std::unique_ptr<app::VorloMain> program;
     front->whenPainted([&] {
+        QApplication::setWindowIcon(QIcon(":/128/org.vorlo.Vorlo.png"));
         program = std::make_unique<app::VorloMain>(prompter, std::move(front));
         QObject::connect(program.get(), &app::VorloMain::ended, &application, [] { QCoreApplication::exit(); });
     });
