@@ -11,7 +11,7 @@
 namespace
 {
 
-constexpr int kPairs = 60; // of starts, one of each program
+constexpr int kPairs = 100; // of starts, one of each program
 
 struct Start {
     double seconds = 0;    // from before the process exists to its first painted frame

@@ -18,17 +18,16 @@ constexpr int kStep = 10; // every stretch is a font of its own, which takes tim
 
 } // namespace
 
-int fittingStretch(const QFont& font, const QString& text, qreal width)
+int fittingStretch(qreal natural, qreal width)
 {
-    const qreal needed = QFontMetricsF(font).horizontalAdvance(text);
-    if (needed <= std::max(width, 0.0))
+    if (natural <= std::max(width, 0.0))
         return kUnstretched;
-    return std::max(kNarrowest, static_cast<int>(kUnstretched * width / needed));
+    return std::max(kNarrowest, static_cast<int>(kUnstretched * width / natural));
 }
 
 QFont fittingFont(const QFont& font, const QString& text, qreal width)
 {
-    const int fitting = fittingStretch(font, text, width);
+    const int fitting = fittingStretch(QFontMetricsF(font).horizontalAdvance(text), width);
     if (fitting == kUnstretched)
         return font;
     QFont condensed(font);

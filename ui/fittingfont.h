@@ -5,9 +5,9 @@
 namespace ui
 {
 
-/// Percent of its usual width that a text in a font may have to be `width` pixels wide at most, but never so little
-/// that it is illegible; 100 where it fits.
-int fittingStretch(const QFont& font, const QString& text, qreal width);
+/// Percent of its natural width that a text may have to be `width` pixels wide at most, but never so little that it is
+/// illegible; 100 where it fits.
+int fittingStretch(qreal natural, qreal width);
 
 /// The font, condensed as far as a text needs to be `width` pixels wide at most, but never beyond legibility.
 QFont fittingFont(const QFont& font, const QString& text, qreal width);

@@ -1,6 +1,7 @@
 #include "ui/gridparts.h"
 
 #include "ui/fittingfont.h"
+#include "ui/titleline.h"
 
 #include <QPainter>
 #include <QStyleOptionHeader>
@@ -17,15 +18,17 @@ constexpr int kFramePen = 2;   // pixels
 /// first titles stand on the first window.
 void drawTitle(QPainter& painter, const QWidget& header, const QStyleOptionHeader& section, const QString& title)
 {
+    const TitleLine line = titleLine(header.font(), title);
+    const qreal narrowing = fittingStretch(line.width, section.rect.width() - 2 * kTextMargin) / 100.0;
+    const QSize size(qRound(line.width * narrowing), header.fontMetrics().height());
     const QRect label = header.style()->subElementRect(QStyle::SE_HeaderLabel, &section, &header);
-    const qreal narrowing = fittingStretch(header.font(), title, section.rect.width() - 2 * kTextMargin) / 100.0;
-    const QRect unscaled(0, label.top(), qRound(label.width() / narrowing), label.height());
+    const QRect place = QStyle::alignedRect(Qt::LeftToRight, section.textAlignment, size, label);
     painter.save();
-    painter.setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "0." as ".0"
-    painter.translate(label.left(), 0);
+    painter.setPen(header.palette().color(QPalette::ButtonText));
+    painter.translate(place.left(), place.top() + header.fontMetrics().ascent());
     painter.scale(narrowing, 1);
-    header.style()->drawItemText(&painter, unscaled, static_cast<int>(section.textAlignment), header.palette(),
-                                 header.isEnabled(), title, QPalette::ButtonText);
+    for (const QGlyphRun& run : line.glyphs)
+        painter.drawGlyphRun({}, run);
     painter.restore();
 }
 

@@ -1,12 +1,15 @@
 #include "tests/support/windowsize.h"
 #include "ui/fittingfont.h"
 #include "ui/grid.h"
+#include "ui/titleline.h"
 #include "ui/twips.h"
 
 #include <QAbstractButton>
 #include <QHeaderView>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <cmath>
 
 class TestGrid : public QObject
 {
@@ -21,6 +24,8 @@ private slots:
     void dragKeepsTheAnchor();
     void keysOfOthersAreLeftToThem();
     void longTextsAreCondensed();
+    void titlesAreAsWideAsTexts_data();
+    void titlesAreAsWideAsTexts();
     void looksTheSameRightToLeft();
     void theCellThatKeysGoToIsFramed();
 
@@ -155,6 +160,27 @@ void TestGrid::longTextsAreCondensed()
     QCOMPARE(ui::fittingFont(font, "kq1", room), font);
     QCOMPARE(ui::fittingFont(font, QString(), -5), font);
     QVERIFY(ui::fittingFont(font, title, -5).stretch() >= 60);
+}
+
+void TestGrid::titlesAreAsWideAsTexts_data()
+{
+    QTest::addColumn<QString>("title");
+    for (const char* title : {"kq22/M-1s-1", "τ1/ns", "Φ", "0.5", "e\u0301te\u0301", "\u200f1.",
+                              "\u0633\u0644\u0627\u0645", "減衰", "\U0001d70f", ""})
+        QTest::addRow("%s", title) << QString::fromUtf8(title);
+}
+
+void TestGrid::titlesAreAsWideAsTexts()
+{
+    QFETCH(QString, title);
+    const QFont font;
+    const ui::TitleLine line = ui::titleLine(font, title);
+    QVERIFY(std::abs(line.width - QFontMetricsF(font).horizontalAdvance(title)) < 1.5);
+    for (const QGlyphRun& run : line.glyphs) {
+        QVERIFY(!run.glyphIndexes().contains(0)); // not drawn as a box
+        for (const QPointF& place : run.positions())
+            QVERIFY(place.x() <= line.width && std::abs(place.y()) < 0.5 * QFontMetricsF(font).ascent());
+    }
 }
 
 void TestGrid::looksTheSameRightToLeft()
