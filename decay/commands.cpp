@@ -7,6 +7,7 @@
 #include "ui/twips.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <string>
 
@@ -113,10 +114,11 @@ std::optional<Commands::Run> Commands::prepare()
         m_context.prompter.message(QString::fromStdString(*complaint));
         return std::nullopt;
     }
+    assert(m_context.shared.samples); // whatever is normalised is there
     Run run{.panel = panel,
             .values = app::panelValues(panel),
             .settings = m_context.shared.settings,
-            .samples = m_context.shared.samples.value()};
+            .samples = *m_context.shared.samples};
     handOver(run);
     return run;
 }

@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <cassert>
 
 namespace trust
 {
@@ -82,7 +83,8 @@ void Commands::findDecayStart()
         m_context.prompter.message(QString::fromStdString(*complaint));
         return;
     }
-    decay::DecayProblem problem(m_context.shared.samples.value(), panel.Model, 0, app::panelValues(panel).Cp);
+    assert(m_context.shared.samples); // whatever is normalised is there
+    decay::DecayProblem problem(*m_context.shared.samples, panel.Model, 0, app::panelValues(panel).Cp);
     problem.setEvaluation(decay::Evaluation::Fast); // a start need not be exact
     if (problem.pointCount() == 0) {
         m_context.prompter.message(analysis::kArithmeticFault);

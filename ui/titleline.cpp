@@ -12,9 +12,14 @@ namespace
 
 bool standsAlone(QChar character)
 {
-    const QChar::Script script = character.script();
-    return character.isPrint() && !character.isMark() && script >= QChar::Script_Common &&
-           script <= QChar::Script_Greek;
+    switch (character.script()) {
+    case QChar::Script_Common:
+    case QChar::Script_Latin:
+    case QChar::Script_Greek:
+        return character.isPrint() && !character.isMark();
+    default:
+        return false;
+    }
 }
 
 TitleLine sideBySide(const QRawFont& font, const QList<quint32>& glyphs)

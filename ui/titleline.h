@@ -13,7 +13,7 @@ struct TitleLine {
     qreal width = 0; // pixels
 };
 
-/// Letters that simply stand side by side are set without a layout: that takes longer and loads a set of fonts for
+/// Letters that simply stand side by side are set without a layout. A layout takes longer and loads a set of fonts for
 /// every script that it meets, and the first window has Greek letters in its titles.
 TitleLine titleLine(const QFont& font, const QString& title);
 
