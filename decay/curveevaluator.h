@@ -4,6 +4,7 @@
 #include "fit/realparameters.h"
 
 #include <array>
+#include <cstdint>
 
 namespace decay
 {
@@ -38,7 +39,7 @@ private:
     struct Exponentials {
         std::size_t count = 0;
         double rate = 0; // s^-1
-        unsigned lastUse = 0;
+        std::uint64_t lastUse = 0;
         Grid values{}; // exp(-rate t)
     };
 
@@ -63,7 +64,7 @@ private:
     std::size_t m_curveCount = 0;
     std::array<Curve, 8> m_curves{}; // a base vector, three shifted ones, and as many that differ by a rounding
     std::vector<Exponentials> m_exponentials;
-    unsigned m_uses = 0;
+    std::uint64_t m_uses = 0;
 };
 
 inline const Grid* CurveEvaluator::kept(std::size_t sample, const fit::Parameters& a) const

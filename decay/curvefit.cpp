@@ -45,7 +45,8 @@ fit::Outcome fitCurves(DecayProblem& problem, const fit::Options& options, const
         problem.setEvaluation(Evaluation::Fast);
         const fit::Outcome outcome = fit::gaussNewton(problem, options, start, observer);
         problem.setEvaluation(Evaluation::AsWritten);
-        if (!hangsOnLastDigits(outcome, options, start, problem.pointCount()))
+        const bool stopped = !observer.keepGoing(outcome.iterations); // with the last update, too late for the engine
+        if (stopped || !hangsOnLastDigits(outcome, options, start, problem.pointCount()))
             return outcome;
     }
     return fit::gaussNewton(problem, options, start, observer);

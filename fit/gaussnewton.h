@@ -65,7 +65,7 @@ struct Options {
 struct Outcome {
     Parameters parameters{}; // as fitted: natural logarithms in log mode
     double iterations = 0;   // completed updates
-    double residualSum = 0;  // sum of squared residuals before the last of them
+    double residualSum = 0;  // sum of squared residuals before the last update; where it converged, at the end
     Status status = Status::Fine;
     Ending ending = Ending::Converged;
 };
