@@ -51,12 +51,9 @@ void literalRatioFit(benchmark::State& state, int number)
 }
 
 /// All residuals once, for a vector that has not been seen before.
-void pass(benchmark::State& state, int number)
+template <class Problem>
+void pass(benchmark::State& state, Problem& problem, fit::Parameters a)
 {
-    const bench::DecayJob& job = bench::decayJob(number);
-    decay::DecayProblem problem(job.samples, job.model, 0, kProbe);
-    problem.setEvaluation(decay::Evaluation::Fast);
-    fit::Parameters a = job.start;
     for (auto _ : state) {
         a[1] *= 1 + 1e-12;
         double sum = 0;
@@ -66,9 +63,36 @@ void pass(benchmark::State& state, int number)
     }
 }
 
+void decayPass(benchmark::State& state, int number)
+{
+    const bench::DecayJob& job = bench::decayJob(number);
+    decay::DecayProblem problem(job.samples, job.model, 0, kProbe);
+    problem.setEvaluation(decay::Evaluation::Fast);
+    pass(state, problem, job.start);
+}
+
+void ratioPass(benchmark::State& state, int number)
+{
+    const bench::RatioJob& job = bench::ratioJob(number);
+    sternvolmer::RatioProblem problem = bench::problemOf(job);
+    pass(state, problem, job.start);
+}
+
 /// The calls of exp and sqrt that the formulas name for one pass, on arguments like theirs and with nothing around
 /// them.
-void floorOfPass(benchmark::State& state, int number)
+void floorOfPass(benchmark::State& state, const std::vector<double>& exponents, const std::vector<double>& squares)
+{
+    for (auto _ : state) {
+        double sum = 0;
+        for (double x : exponents)
+            sum += std::exp(x);
+        for (double x : squares)
+            sum += std::sqrt(x);
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+void floorOfDecayPass(benchmark::State& state, int number)
 {
     const bench::DecayJob& job = bench::decayJob(number);
     const decay::SampleRecord& reference = job.samples.SampleData[1];
@@ -84,15 +108,20 @@ void floorOfPass(benchmark::State& state, int number)
                 squares.push_back(1 + 4 * job.start[1] * Q);
         }
     }
-    for (auto _ : state) {
-        double sum = 0;
-        for (double x : exponents)
-            sum += std::exp(x);
-        for (double x : squares)
-            sum += std::sqrt(x);
-        benchmark::DoNotOptimize(sum);
-    }
+    floorOfPass(state, exponents, squares);
 }
+
+/// The law of spheres (J4) names one exp for each ratio; that of collisions alone (J5) names none and has no floor.
+void floorOfRatioPass(benchmark::State& state, int number)
+{
+    const bench::RatioJob& job = bench::ratioJob(number);
+    std::vector<double> exponents;
+    for (std::size_t i = 1; i <= bench::kSamples; ++i)
+        exponents.push_back(-job.start[1] * job.x[i] / (1 + job.start[1] * kProbe));
+    floorOfPass(state, exponents, {});
+}
+
+constexpr int kSphereJob = 4;
 
 const bool registered = [] {
     for (int number = 1; number <= bench::kDecayJobs + bench::kRatioJobs; ++number) {
@@ -101,10 +130,10 @@ const bool registered = [] {
         benchmark::RegisterBenchmark(("fit/" + job + "/literal").c_str(), isDecay ? literalDecayFit : literalRatioFit,
                                      number);
         benchmark::RegisterBenchmark(("fit/" + job + "/product").c_str(), isDecay ? decayFit : ratioFit, number);
-        if (!isDecay)
-            continue;
-        benchmark::RegisterBenchmark(("pass/" + job + "/floor").c_str(), floorOfPass, number);
-        benchmark::RegisterBenchmark(("pass/" + job + "/product").c_str(), pass, number);
+        if (isDecay || number == kSphereJob)
+            benchmark::RegisterBenchmark(("pass/" + job + "/floor").c_str(),
+                                         isDecay ? floorOfDecayPass : floorOfRatioPass, number);
+        benchmark::RegisterBenchmark(("pass/" + job + "/product").c_str(), isDecay ? decayPass : ratioPass, number);
     }
     return true;
 }();

@@ -14,13 +14,14 @@ class RatioReporter final : public benchmark::ConsoleReporter
 {
 public:
     void ReportRuns(const std::vector<Run>& runs) override;
-    /// The pairs that belong together, with the ratio that is aimed at. False if one is missed.
+    /// The pairs that belong together, with the ratio that is aimed at. False if one is missed or a benchmark failed.
     bool printRatios() const;
 
 private:
     std::optional<double> best(const char* name) const;
 
     std::map<std::string, double> m_best;
+    bool m_allRan = true;
 };
 
 } // namespace bench
