@@ -14,16 +14,21 @@ namespace
 constexpr int kTextMargin = 4; // pixels left and right of a text
 constexpr int kFramePen = 2;   // pixels
 
-/// Draws a title into its section, as narrow as it must be to fit. A condensed font would take time to load, and the
-/// first titles stand on the first window.
+/// Draws a title into its section, as narrow as it must be to fit, and shortened if that is not enough. A condensed
+/// font would take time to load, and the first titles stand on the first window.
 void drawTitle(QPainter& painter, const QWidget& header, const QStyleOptionHeader& section, const QString& title)
 {
-    const TitleLine line = titleLine(header.font(), title);
-    const qreal narrowing = fittingStretch(line.width, section.rect.width() - 2 * kTextMargin) / 100.0;
+    const qreal room = section.rect.width() - 2 * kTextMargin;
+    TitleLine line = titleLine(header.font(), title);
+    const qreal narrowing = fittingStretch(line.width, room) / 100.0;
+    if (line.width * narrowing > room) // no digit may be missing without a sign of it
+        line = titleLine(header.font(),
+                         header.fontMetrics().elidedText(title, Qt::ElideRight, static_cast<int>(room / narrowing)));
     const QSize size(qRound(line.width * narrowing), header.fontMetrics().height());
     const QRect label = header.style()->subElementRect(QStyle::SE_HeaderLabel, &section, &header);
     const QRect place = QStyle::alignedRect(Qt::LeftToRight, section.textAlignment, size, label);
     painter.save();
+    painter.setClipRect(section.rect, Qt::IntersectClip);
     painter.setPen(header.palette().color(QPalette::ButtonText));
     painter.translate(place.left(), place.top() + header.fontMetrics().ascent());
     painter.scale(narrowing, 1);
@@ -81,6 +86,14 @@ void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         drawFrame(*painter, option.rect, option.palette.color(QPalette::Text));
 }
 
+// Of the whole text: the column may be widened for it.
+QSize FittingDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& cell) const
+{
+    QStyleOptionViewItem wide(option);
+    wide.rect.setWidth(QWIDGETSIZE_MAX);
+    return QStyledItemDelegate::sizeHint(wide, cell);
+}
+
 TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeaderView(orientation, parent)
 {
     setSectionsClickable(true);
@@ -133,7 +146,7 @@ void paintCornerTitle(QWidget& corner, const QString& title, bool current)
     QStyleOptionHeader option;
     option.initFrom(&corner);
     option.orientation = Qt::Horizontal;
-    option.position = QStyleOptionHeader::OnlyOneSection;
+    option.position = QStyleOptionHeader::Beginning;
     option.textAlignment = Qt::AlignCenter;
     painter.save();
     corner.style()->drawControl(QStyle::CE_Header, &option, &painter, &corner);

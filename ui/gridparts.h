@@ -24,6 +24,7 @@ class FittingDelegate final : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& cell) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const override;

@@ -24,6 +24,7 @@ private slots:
     void dragKeepsTheAnchor();
     void keysOfOthersAreLeftToThem();
     void longTextsAreCondensed();
+    void narrowColumnsKeepTheirTextsToThemselves();
     void titlesAreAsWideAsTexts_data();
     void titlesAreAsWideAsTexts();
     void looksTheSameRightToLeft();
@@ -160,6 +161,22 @@ void TestGrid::longTextsAreCondensed()
     QCOMPARE(ui::fittingFont(font, "kq1", room), font);
     QCOMPARE(ui::fittingFont(font, QString(), -5), font);
     QVERIFY(ui::fittingFont(font, title, -5).stretch() >= 60);
+}
+
+void TestGrid::narrowColumnsKeepTheirTextsToThemselves()
+{
+    m_grid->setColumnTwips(1, 240);
+    const auto nextTitle = [&] {
+        const QHeaderView& header = *m_grid->horizontalHeader();
+        return m_grid->horizontalHeader()->viewport()->grab(
+            {header.sectionViewportPosition(2), 0, header.sectionSize(2), header.height()});
+    };
+    const QImage alone = nextTitle().toImage();
+    m_grid->setText(0, 1, "0.04001");
+    QCOMPARE(nextTitle().toImage(), alone);
+    m_grid->setText(1, 1, "2.082e-7");
+    m_grid->resizeColumnToContents(1);
+    QVERIFY(m_grid->columnWidth(1) > m_grid->fontMetrics().horizontalAdvance("2.082e-7"));
 }
 
 void TestGrid::titlesAreAsWideAsTexts_data()
