@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -154,9 +155,12 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel
 QGroupBox* ParameterPanel::makeFitRegionFrame()
 {
     auto* frame = named(new QGroupBox(tr("Fitting Region"), this), "Frame2");
+    // Written from the right, the sign would be mirrored and mean the opposite: marks on both sides keep it as it is.
+    frame->setLayoutDirection(Qt::LeftToRight);
+    const QString mark = QGuiApplication::isRightToLeft() ? QString(QChar(0x200e)) : QString();
     auto* row = new QHBoxLayout(frame);
     tighten(*row);
-    auto* threshold = named(new QRadioButton(tr("≧"), frame), "opnFitRegion1");
+    auto* threshold = named(new QRadioButton(mark + tr("≧") + mark, frame), "opnFitRegion1");
     m_fitRegion = named(new QLineEdit(frame), "txtFitRegion");
     m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
     explain(*m_fitRegion, guideText(kFitRegionGuide));
