@@ -219,8 +219,8 @@ void TestManual::namesEveryControl()
     }
     QVERIFY(captions.contains("&File"));
     QStringList missing;
-    for (const QString& text : captions)
-        if (!m_manual.plainText.contains(caption(text).simplified()))
+    for (QString text : captions)
+        if (!m_manual.plainText.contains(caption(text.remove(QChar(0x200e))).simplified())) // no direction marks
             missing << text;
     QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
 }
