@@ -1,6 +1,7 @@
 #include "decay/decayproblem.h"
 
 #include "fit/realparameters.h"
+#include "fit/vectorregisters.h"
 
 namespace decay
 {
@@ -86,17 +87,21 @@ double DecayProblem::residual(int point, const fit::Parameters& a)
 double DecayProblem::residualOfNewCurve(const Point& data, const fit::Parameters& a)
 {
     const double result = fitted(data.sample, data.index, a) - data.observed;
-    if (m_model == kYieldingModel && modelEvaluated)
+    if (m_model == kYieldingModel && modelEvaluated) {
         modelEvaluated();
+        fit::clearUpperHalves();
+    }
     return result;
 }
 
 double DecayProblem::value(double t, double Q, const fit::Parameters& a)
 {
-    if (!m_decay || m_decay->Q != Q || !fit::sameBits(m_decay->a, a))
+    if (!m_decay || m_decay->Q != Q || !fit::sameBits(m_decay->a, a)) {
+        fit::clearUpperHalves();
         m_decay = {
             Q, a,
             bracketsOf(m_model, Q, referenceOf(m_samples.SampleData[1]), m_Cp, fit::realParameters(m_logMode, a))};
+    }
     return intensityAt(m_decay->brackets, t);
 }
 
@@ -105,6 +110,7 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
     if (m_fittedWith && fit::sameBits(*m_fittedWith, a))
         return;
     m_fittedWith = a;
+    fit::clearUpperHalves();
     // The sums run on from sample to sample, so that the last one holds those of all.
     double sumOfIntensities = 0;
     double sumOfSquares = 0;

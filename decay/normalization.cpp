@@ -3,6 +3,7 @@
 #include "decay/samplecolumn.h"
 #include "fit/numbertext.h"
 #include "fit/safelog10.h"
+#include "fit/vectorregisters.h"
 
 #include <cmath>
 #include <span>
@@ -142,6 +143,7 @@ double FindDecayTime(double lo, double hi, double level, double tolerance, const
 
 void BuildDecayCurves(SampleTable& table, int FitRegionMode)
 {
+    fit::clearUpperHalves();
     findEndTimes(table);
     for (SampleRecord& record : samplesOf(table))
         layGrid(record, table.TimeMax, FitRegionMode == kFitRegionOwn);

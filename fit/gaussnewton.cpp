@@ -2,6 +2,7 @@
 
 #include "fit/gausselimination.h"
 #include "fit/safelog10.h"
+#include "fit/vectorregisters.h"
 
 #include <algorithm>
 #include <cassert>
@@ -195,7 +196,8 @@ Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& 
 {
     Run run(problem, options, start);
     for (;;) {
-        run.linearise(); // sum of squares, normal matrix, right-hand side
+        clearUpperHalves(); // events have run
+        run.linearise();    // sum of squares, normal matrix, right-hand side
         if (run.faulty() || run.converged() || run.solverFailed() || run.faulty())
             return run.outcome();
         run.update();

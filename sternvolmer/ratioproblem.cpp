@@ -1,5 +1,6 @@
 #include "sternvolmer/ratioproblem.h"
 
+#include "fit/vectorregisters.h"
 #include "sternvolmer/models.h"
 
 #include <cassert>
@@ -40,10 +41,16 @@ int RatioProblem::pointCount() const { return static_cast<int>(m_N); }
 
 double RatioProblem::residual(int point, const fit::Parameters& a)
 {
-    return value(m_X[slot(point)], a) - m_Y[slot(point)];
+    return law(m_X[slot(point)], a) - m_Y[slot(point)];
 }
 
 double RatioProblem::value(double x, const fit::Parameters& a)
+{
+    fit::clearUpperHalves();
+    return law(x, a);
+}
+
+double RatioProblem::law(double x, const fit::Parameters& a)
 {
     const fit::Parameters& p = m_real.of(m_logMode, a);
     return ratio(m_model, x, m_tau0, m_Cp, p[1], p[2], p[3]);
@@ -51,9 +58,10 @@ double RatioProblem::value(double x, const fit::Parameters& a)
 
 RatioSlots RatioProblem::fittedValues(const fit::Parameters& a)
 {
+    fit::clearUpperHalves();
     RatioSlots fitted{};
     for (int i = 1; i <= pointCount(); ++i)
-        fitted[slot(i)] = value(m_X[slot(i)], a);
+        fitted[slot(i)] = law(m_X[slot(i)], a);
     return fitted;
 }
 

@@ -36,6 +36,8 @@ public:
     fit::Statistics statistics(const fit::Parameters& a);
 
 private:
+    double law(double x, const fit::Parameters& a);
+
     int m_logMode = 0;
     int m_model = 0;
     double m_N = 0;

@@ -2,6 +2,7 @@
 
 #include "fit/numbertext.h"
 #include "fit/realparameters.h"
+#include "fit/vectorregisters.h"
 #include "trust/task.h"
 
 #include <cmath>
@@ -155,6 +156,7 @@ EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fi
     Patience patience(maxEvaluations / evaluationsPerIteration(problem, options), keepGoing);
     EngineRun run;
     run.outcome = fit::gaussNewton(view, options, engineParameters(options, start), patience);
+    fit::clearUpperHalves(); // keepGoing has let events run
     run.values = fit::realParameters(options.logMode, run.outcome.parameters);
     run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault ? std::numeric_limits<double>::infinity()
                                                                           : sumOfSquares(problem, run.values);

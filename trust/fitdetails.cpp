@@ -1,6 +1,7 @@
 #include "trust/fitdetails.h"
 
 #include "fit/statistics.h"
+#include "fit/vectorregisters.h"
 
 #include <cmath>
 #include <limits>
@@ -32,6 +33,7 @@ double determination(double residualSum, std::span<const double> observed)
 
 FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed)
 {
+    fit::clearUpperHalves();
     const FreeSlots free = task.free();
     FitDetails details;
     details.fit = finished;

@@ -1,5 +1,6 @@
 #include "trust/startsearch.h"
 
+#include "fit/vectorregisters.h"
 #include "trust/spread.h"
 #include "trust/thinnedproblem.h"
 
@@ -52,6 +53,7 @@ private:
 
 SearchResult Search::result()
 {
+    fit::clearUpperHalves();
     SearchResult result;
     result.typedSum = sumOfSquares(m_task.problem, m_task.typed.values);
     descendFrom(starts());
@@ -146,7 +148,11 @@ void Search::stepDone()
     report((m_thinned.leavesOut() ? kSearchShare : 1) * ++m_stepsDone / steps);
 }
 
-void Search::report(double done) { m_cancelled = m_progress && !m_progress(std::min(1.0, done)); }
+void Search::report(double done)
+{
+    m_cancelled = m_progress && !m_progress(std::min(1.0, done));
+    fit::clearUpperHalves(); // events have run
+}
 
 } // namespace
 

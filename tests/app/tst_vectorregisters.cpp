@@ -1,0 +1,190 @@
+#include "decay/decayproblem.h"
+#include "decay/normalization.h"
+#include "sternvolmer/ratioproblem.h"
+#include "tests/support/decaysessions.h"
+#include "tests/support/fitrun.h"
+#include "tests/support/ratiosets.h"
+#include "tests/support/vectorstate.h"
+#include "trust/fitdetails.h"
+#include "trust/modelcomparison.h"
+#include "trust/startsearch.h"
+
+#include <QImage>
+#include <QtTest>
+
+#include <functional>
+
+namespace
+{
+
+/// What painting a window does between two parts of a calculation.
+void paint()
+{
+    QImage image(500, 500, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+}
+
+bool inUse() { return support::upperHalvesInUse().value_or(false); }
+
+/// y = p x; notes whether it was ever asked with the upper halves in use.
+struct Line {
+    bool askedUnclean = false;
+    support::CallableProblem problem{4, [this](int point, const fit::Parameters& a) {
+                                         askedUnclean = askedUnclean || inUse();
+                                         return a[1] * point - point * (2.0 + 0.1 * (point % 2));
+                                     }};
+    trust::Task task{problem, 1, {.count = 1, .values = {0, 1}, .fix = {}}};
+};
+
+fit::Options lineOptions()
+{
+    fit::Options options;
+    options.parameterCount = 1;
+    return options;
+}
+
+bool paintAndGoOn()
+{
+    paint();
+    return true;
+}
+
+struct PaintingObserver final : fit::Observer {
+    void letEventsRun() override { paint(); }
+    bool keepGoing(double) override { return paintAndGoOn(); }
+};
+
+bool fitUnclean()
+{
+    Line line;
+    PaintingObserver observer;
+    fit::gaussNewton(line.problem, lineOptions(), {0, 1}, observer);
+    return line.askedUnclean;
+}
+
+bool searchUnclean()
+{
+    Line line;
+    trust::searchStart(line.task, [](double) { return paintAndGoOn(); });
+    return line.askedUnclean;
+}
+
+bool trialUnclean()
+{
+    Line line;
+    trust::runEngine(line.problem, lineOptions(), {0, 1}, 1000, paintAndGoOn);
+    return line.askedUnclean;
+}
+
+bool detailsUnclean()
+{
+    Line line;
+    const std::vector<double> observed{2.1, 4, 6.3, 8};
+    trust::fitDetails(line.task, {.options = lineOptions(), .start = {0, 1}, .values = {0, 2}}, observed);
+    return line.askedUnclean;
+}
+
+/// Each look at the progress finds what the calculation before it left.
+bool comparisonUnclean()
+{
+    bool unclean = false, begun = false;
+    trust::compareModels(support::acridone(1), [&](double) {
+        unclean = unclean || (begun && inUse());
+        begun = true;
+        return paintAndGoOn();
+    });
+    return unclean || inUse();
+}
+
+decay::SampleTable someDecays() { return support::tableFrom({{"0", "1", "1", "400"}, {"1e-3", "1", "1", "200"}}, 1); }
+
+bool normalisationUnclean()
+{
+    decay::SampleTable table = someDecays();
+    paint();
+    decay::BuildDecayCurves(table, decay::kFitRegionOwn);
+    return inUse();
+}
+
+bool decayCurveUnclean()
+{
+    decay::DecayProblem problem(someDecays(), 1, 0, 0);
+    paint();
+    problem.value(1e-7, 1e-3, {0, 1e9});
+    return inUse();
+}
+
+bool decayStatisticsUnclean()
+{
+    decay::DecayProblem problem(someDecays(), 1, 0, 0);
+    paint();
+    problem.statistics({0, 1e9});
+    return inUse();
+}
+
+/// The Poisson law lets events run in the middle of a pass.
+bool slowLawUnclean()
+{
+    decay::DecayProblem problem(someDecays(), 10, 0, 0);
+    problem.modelEvaluated = paint;
+    problem.residual(1, {0, 500, 1e7, 1e9});
+    return inUse();
+}
+
+bool ratioCurveUnclean()
+{
+    sternvolmer::RatioProblem problem = support::acridone(1).problem();
+    paint();
+    problem.value(0.1, {0, 1e9});
+    return inUse();
+}
+
+bool ratioStatisticsUnclean()
+{
+    sternvolmer::RatioProblem problem = support::acridone(1).problem();
+    paint();
+    problem.statistics({0, 1e9});
+    return inUse();
+}
+
+} // namespace
+
+class TestVectorRegisters : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void areClearWhereverACalculationGoesOn_data();
+    void areClearWhereverACalculationGoesOn();
+};
+
+void TestVectorRegisters::areClearWhereverACalculationGoesOn_data()
+{
+    using Calculation = std::function<bool()>;
+    QTest::addColumn<Calculation>("unclean");
+    QTest::newRow("passes of a fit") << Calculation(fitUnclean);
+    QTest::newRow("passes of the law with a pause") << Calculation(slowLawUnclean);
+    QTest::newRow("search for a start") << Calculation(searchUnclean);
+    QTest::newRow("trial of a start") << Calculation(trialUnclean);
+    QTest::newRow("comparison of models") << Calculation(comparisonUnclean);
+    QTest::newRow("details of a fit") << Calculation(detailsUnclean);
+    QTest::newRow("normalisation") << Calculation(normalisationUnclean);
+    QTest::newRow("curve of a decay") << Calculation(decayCurveUnclean);
+    QTest::newRow("statistics of decays") << Calculation(decayStatisticsUnclean);
+    QTest::newRow("curve of ratios") << Calculation(ratioCurveUnclean);
+    QTest::newRow("statistics of ratios") << Calculation(ratioStatisticsUnclean);
+}
+
+void TestVectorRegisters::areClearWhereverACalculationGoesOn()
+{
+    QFETCH(std::function<bool()>, unclean);
+    if (!support::upperHalvesInUse())
+        QSKIP("This processor does not tell whether the upper halves are in use (XGETBV with argument 1).");
+    paint();
+    if (!inUse())
+        QSKIP("Painting leaves the upper halves clear here.");
+    QVERIFY(!unclean());
+}
+
+QTEST_MAIN(TestVectorRegisters)
+#include "tst_vectorregisters.moc"
