@@ -90,9 +90,9 @@ void PictureSurface::clear()
 
 void PictureSurface::setFontPoints(int points)
 {
-    QFont labels = font();
-    labels.setPixelSize(std::max(1, toPixels(points * kTwipsPerPoint)));
-    setFont(fittingFont(labels, "0", kDigitWidth * labels.pixelSize()));
+    QFont natural = font();
+    natural.setPixelSize(std::max(1, toPixels(points * kTwipsPerPoint)));
+    m_labelFont = fittingFont(natural, "0", kDigitWidth * natural.pixelSize());
 }
 
 void PictureSurface::drawLine(double x1, double y1, double x2, double y2, const QColor& color)
@@ -138,7 +138,7 @@ void PictureSurface::fillBox(double x1, double y1, double x2, double y2, const Q
 void PictureSurface::drawText(double x, double y, const QString& text)
 {
     draw([&](QPainter& painter) {
-        painter.setFont(font());
+        painter.setFont(m_labelFont);
         painter.setPen(Qt::black);
         QPointF corner = pixels(x, y);
         if (corner.x() < width()) // a label that starts on the surface ends on it

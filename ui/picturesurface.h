@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QImage>
 #include <QWidget>
 
@@ -53,6 +54,7 @@ private:
     void growToWidget();
 
     QImage m_picture;
+    QFont m_labelFont;
     QList<QPointF> m_rings; // twips
 };
 
