@@ -38,7 +38,7 @@ SpreadSheet::SpreadSheet(QWidget* parent)
     m_cellText->setFixedHeight(qRound(ui::toPixels(kGridTopTwips - kMarginTwips) * larger));
     const int margin = ui::toPixels(kMarginTwips);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setContentsMargins(margin, margin, 0, 0); // the grid goes on to the far edges of the window
     layout->setSpacing(0);
     layout->addWidget(m_cellText);
     layout->addWidget(m_grid);

@@ -3,10 +3,12 @@
 #include "tests/support/windowsize.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
+#include "ui/twips.h"
 
 #include <QAction>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLayout>
 #include <QLineEdit>
 #include <QTest>
 
@@ -23,6 +25,7 @@ private slots:
     void currentCellIsShownInFull();
     void fillsQuicklyWithoutScrolling();
     void startsSmallAndSavesNothing();
+    void theGridGoesToTheFarEdges();
 
 private:
     void write(int column, int row, std::string_view text)
@@ -128,6 +131,16 @@ void TestSpreadSheet::startsSmallAndSavesNothing()
     const QString file = QDir::temp().filePath("vorlo-table.csv");
     m_sheet->SaveCSV(file.toStdString());
     QVERIFY(!QFile::exists(file));
+}
+
+void TestSpreadSheet::theGridGoesToTheFarEdges()
+{
+    m_sheet->resize(500, 400);
+    m_sheet->show();
+    const QWidget* text = m_sheet->findChild<QLineEdit*>();
+    const QPoint corner(ui::toPixels(120), ui::toPixels(120) + m_sheet->layout()->menuBar()->height());
+    QTRY_COMPARE(text->geometry().topLeft(), corner);
+    QCOMPARE(m_grid->geometry(), QRect(text->geometry().bottomLeft() + QPoint(0, 1), QPoint(499, 399)));
 }
 
 QTEST_MAIN(TestSpreadSheet)
