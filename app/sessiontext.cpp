@@ -44,9 +44,9 @@ constexpr Key choiceKey(std::string_view name)
 {
     return {name, [](const Session& session) { return std::to_string(session.settings.*Choice); },
             [](Session& session, std::string_view value) {
-                const auto number = fit::strictNumber(value);
-                if (number == 0.0 || number == 1.0)
-                    session.settings.*Choice = static_cast<int>(*number);
+                const int number = fit::heldInt32(fit::numberFrom(value));
+                if (number == 0 || number == 1)
+                    session.settings.*Choice = number;
             }};
 }
 
