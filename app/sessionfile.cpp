@@ -6,11 +6,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QStringDecoder>
 
 namespace app
 {
 namespace
 {
+
+constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF"; // in UTF-8
 
 QString tr(const char* text) { return QCoreApplication::translate("app::SessionFile", text); }
 
@@ -22,6 +25,21 @@ QString notAFile(const QString& path)
     return info.exists() && !info.isFile() ? tr("Not a regular file") : QString();
 }
 
+/// An editor may have put the mark before the text; it is not part of it.
+void removeByteOrderMark(QByteArray& bytes)
+{
+    if (bytes.startsWith(kByteOrderMark))
+        bytes.remove(0, kByteOrderMark.size());
+}
+
+/// Every byte is a character of Latin-1, so that saving loses none of a text that is not in the system's encoding.
+QString decoded(const QByteArray& bytes)
+{
+    QStringDecoder decode(QStringDecoder::System, QStringDecoder::Flag::Stateless);
+    const QString text = decode(bytes);
+    return decode.hasError() ? QString::fromLatin1(bytes) : text;
+}
+
 } // namespace
 
 SessionFileText readSessionFile(const QString& path)
@@ -31,12 +49,13 @@ SessionFileText readSessionFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {{}, file.errorString()};
-    QByteArray bytes = file.read(static_cast<qint64>(kSessionFirstLine.size()) + 1);
+    QByteArray bytes = file.read(kByteOrderMark.size() + static_cast<qint64>(kSessionFirstLine.size()) + 1);
+    removeByteOrderMark(bytes);
     if (startsSession({bytes.data(), static_cast<std::size_t>(bytes.size())}))
         bytes += file.read(kMaxSessionBytes - bytes.size());
     if (file.error() != QFileDevice::NoError)
         return {{}, file.errorString()};
-    return {QString::fromLocal8Bit(bytes).toStdString(), {}};
+    return {decoded(bytes).toStdString(), {}};
 }
 
 QString writeSessionFile(const QString& path, std::string_view text)

@@ -15,7 +15,7 @@ struct SessionFileText {
     QString error;    // the system's reason; empty: the file was read
 };
 
-/// Reads no more of a file than a session can hold. Bytes that do not decode become replacement characters.
+/// Reads no more of a file than a session can hold. A text that is not in the system's encoding is read as Latin-1.
 SessionFileText readSessionFile(const QString& path);
 
 /// Writes beside the file and moves the result over it, so that a failure leaves the old file whole.

@@ -56,7 +56,7 @@ private slots:
     void otherFilesAreRefused();
     void pipesAndDevicesAreNotReplaced();
     void aSessionTooLongToOpenIsNotSaved();
-    void undecodableBytesAreReplaced();
+    void everyByteOfAnotherEncodingIsKept();
     void aHugeFileIsQuick();
 
 private:
@@ -173,14 +173,22 @@ void TestSessionCommands::aSessionTooLongToOpenIsNotSaved()
     QCOMPARE(contents(path), before);
 }
 
-void TestSessionCommands::undecodableBytesAreReplaced()
+void TestSessionCommands::everyByteOfAnotherEncodingIsKept()
 {
-    write(inFolder("bytes.vrl"), QByteArray("Vorlo File\nK=5\xFF\nTable\n\0\xC3\n", 25));
-    Desk desk;
-    desk.open(inFolder("bytes.vrl"));
-    QCOMPARE(desk.prompter.shown, QStringList());
-    QCOMPARE(desk.panel.panelState().K, "5\uFFFD");
-    QCOMPARE(desk.sheet.GetSheetText(1, 1), QString(QChar(0)) + QChar(0xFFFD));
+    const std::pair<QByteArray, QString> files[]{{QByteArray("Vorlo File\nK=5\nTable\n\0\xB5M\xE9", 25),
+                                                  QString::fromUtf8("\0µMé", 6)}, // Latin-1 to its last byte
+                                                 {"\xEF\xBB\xBFVorlo File\nK=5\nTable\nµM", "µM"},
+                                                 {"\xEF\xBB\xBFVorlo File\nK=5\nTable\n\xB5M", "µM"}};
+    for (const auto& [bytes, text] : files) {
+        write(inFolder("bytes.vrl"), bytes);
+        Desk desk;
+        desk.open(inFolder("bytes.vrl"));
+        desk.save(inFolder("bytes.vrl"));
+        desk.open(inFolder("bytes.vrl"));
+        QCOMPARE(desk.prompter.shown, QStringList());
+        QCOMPARE(desk.panel.panelState().K, "5");
+        QCOMPARE(desk.sheet.GetSheetText(1, 1), text);
+    }
 }
 
 void TestSessionCommands::aHugeFileIsQuick()
