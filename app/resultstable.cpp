@@ -34,8 +34,9 @@ ResultsTable::ResultsTable(SharedState& shared, QWidget* parent)
     auto* head = new QHBoxLayout;
     head->setSpacing(2);
     head->addWidget(addButton(tr("Cop&y"), "cmdCopy", &ResultsTable::cmdCopy_Click));
-    head->addWidget(addButton(tr("Clear &All"), "cmdClearAll", &ResultsTable::cmdClearAll_Click));
-    head->addWidget(addButton(tr("&Del Row"), "cmdDelRow", &ResultsTable::cmdDelRow_Click));
+    // No letter presses what a slip would lose.
+    head->addWidget(addButton(tr("Clear All"), "cmdClearAll", &ResultsTable::cmdClearAll_Click));
+    head->addWidget(addButton(tr("Del Row"), "cmdDelRow", &ResultsTable::cmdDelRow_Click));
     head->addWidget(addButton(tr("&Restore"), "cmdRestore", &ResultsTable::cmdRestore_Click));
     auto* lastButton = addButton(tr("Set C&ursor"), "cmdSetCursor", &ResultsTable::cmdSetCursor_Click);
     head->addWidget(lastButton);

@@ -105,6 +105,8 @@ void TestMainWindow::mnemonicsDoNotClash()
     for (const auto* label : m_window->findChildren<QLabel*>())
         everywhere << label->text();
     QVERIFY2(mnemonicsDiffer(everywhere), qPrintable(everywhere.join(' ')));
+    for (const char* losing : {"cmdClearAll", "cmdDelRow"}) // a slip of the fingers would lose results
+        QVERIFY(m_window->findChild<QAbstractButton*>(losing)->shortcut().isEmpty());
 }
 
 void TestMainWindow::fitsItsUsualSize()
