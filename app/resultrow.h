@@ -12,6 +12,7 @@ namespace app
 
 inline constexpr int kResultColumns = 9;
 inline constexpr int kAssessmentColumn = 6;
+inline constexpr int kErrorColumn = 7;
 
 inline constexpr std::array<std::string_view, kResultColumns> kResultTitles{
     "Method", "Model", "K or F", "kq1/s", "kq2/M-1s-1", "kq22/M-1s-1", "Se", "Error", "r /nm"};

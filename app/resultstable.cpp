@@ -8,8 +8,11 @@
 #include "ui/grid.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -68,6 +71,8 @@ void ResultsTable::setUpGrid()
     m_grid->setObjectName("MSHFlexGrid2");
     m_grid->setAccessibleName(tr("Results"));
     m_grid->setCounts(kRows, kResultColumns);
+    m_grid->viewport()->installEventFilter(this);
+    m_grid->verticalHeader()->viewport()->installEventFilter(this);
     for (int column = 0; column < kResultColumns; ++column) {
         const auto slot = static_cast<std::size_t>(column);
         m_grid->setColumnTwips(column, kColumnTwips[slot]);
@@ -78,9 +83,11 @@ void ResultsTable::setUpGrid()
 
 void ResultsTable::storeResult(const ResultRecord& result, int mask)
 {
+    const int row = m_shared.results.ResultCursor;
     m_shared.results.store(result, mask);
     markCursor(true);
     RedrawResult();
+    m_grid->scrollTo(m_grid->model()->index(row, m_grid->columnAt(0))); // sideways it stays
 }
 
 void ResultsTable::RedrawResult()
@@ -97,6 +104,16 @@ void ResultsTable::RedrawResult()
             SetResultText(row, column++, QString::fromStdString(text));
     }
     m_grid->setRedraw(true);
+}
+
+// Of a row that is pointed at, its title included: the column of the error text is mostly out of view.
+bool ResultsTable::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::eventFilter(watched, event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), GetResultText(m_grid->rowAt(help->pos().y()), kErrorColumn), m_grid);
+    return true;
 }
 
 void ResultsTable::SelectResultCell(int row, int column) { m_grid->selectCell(row, column); }

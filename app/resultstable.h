@@ -47,6 +47,9 @@ signals:
     /// "Restore" on a filled row: its texts of all columns as displayed, so rounded as they are.
     void restoreChosen(const QStringList& row);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QPushButton* addButton(const QString& caption, const char* name, void (ResultsTable::*clicked)());
     void setUpGrid();

@@ -4,8 +4,11 @@
 #include "ui/clipboard.h"
 #include "ui/grid.h"
 
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QtTest>
 
 using app::ResultRecord;
@@ -42,6 +45,7 @@ private slots:
     void aNegativeVolumeHasNoRadius();
     void showsTheColumnsThatTheModelReports();
     void theMarkerFollowsSetCursorUntilARedraw();
+    void aNewResultIsInViewAndItsTipTellsTheError();
     void theTwentyFirstResultOverwritesTheFirst();
     void deletedRowsMoveUp();
     void deletingAtTheFirstCursorLeavesIt();
@@ -157,6 +161,35 @@ void TestResultsTable::theMarkerFollowsSetCursorUntilARedraw()
     QCOMPARE(m_shared->results.ResultCursor, 4);
     store(fitted(1)); // redraws
     QCOMPARE(marked(), "");
+}
+
+void TestResultsTable::aNewResultIsInViewAndItsTipTellsTheError()
+{
+    ui::Grid& grid = m_table->grid();
+    m_table->resize(300, 200); // a few rows and columns
+    m_table->show();
+    grid.scrollTo(grid.model()->index(1, 8));
+    const int sideways = grid.columnAt(0);
+    QVERIFY(sideways > 1);
+    const auto tipAt = [&grid](QWidget* viewport, int row) {
+        const QPoint place(5, grid.rowViewportPosition(row) + 5);
+        QHelpEvent pointedAt(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+        QApplication::sendEvent(viewport, &pointedAt);
+        return QToolTip::text();
+    };
+    for (int row = 1; row <= 22; ++row) {
+        ResultRecord result = fitted(5);
+        result.Error = "not satisfied " + std::to_string(row);
+        store(result);
+        const int stored = (row - 1) % app::kMaxResults + 1;
+        QVERIFY2(grid.viewport()->rect().contains(grid.visualRect(grid.model()->index(stored, sideways))),
+                 qPrintable(QString::number(row)));
+        QCOMPARE(tipAt(grid.viewport(), stored), QString::fromStdString(result.Error));
+    }
+    QCOMPARE(grid.columnAt(0), sideways);
+    QCOMPARE(tipAt(grid.verticalHeader()->viewport(), 2), "not satisfied 22");
+    press("cmdClearAll", 1);
+    QTRY_COMPARE(tipAt(grid.viewport(), 2), "");
 }
 
 void TestResultsTable::theTwentyFirstResultOverwritesTheFirst()
