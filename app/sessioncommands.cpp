@@ -55,23 +55,27 @@ void SessionCommands::mnuSaveAs_Click()
 void SessionCommands::mnuOpen_Click()
 {
     if (const auto path = m_parts.prompter.fileToOpen())
-        open(*path);
+        open(*path, IfForeign::ClearResults);
 }
 
-void SessionCommands::open(const QString& path)
+void SessionCommands::openDropped(const QString& path) { open(path, IfForeign::KeepResults); }
+
+void SessionCommands::open(const QString& path, IfForeign ifForeign)
 {
     const SessionFileText file = readSessionFile(path);
     if (!file.error.isEmpty()) {
         m_parts.prompter.message(tr("%1 cannot be read:\r\n%2").arg(path, file.error));
         return;
     }
-    m_parts.results.cmdClearAll_Click(); // also when the file turns out not to be a session
-    if (const auto read = readSession(file.text, session())) {
-        show(*read);
-        emit opened(path);
-    } else {
+    const std::optional<Session> read = readSession(file.text, session());
+    if (!read) {
+        if (ifForeign == IfForeign::ClearResults)
+            m_parts.results.cmdClearAll_Click();
         m_parts.prompter.message(tr("This file type is not recognized."));
+        return;
     }
+    show(*read);
+    emit opened(path);
 }
 
 Session SessionCommands::session() const

@@ -33,7 +33,8 @@ public:
 
     void mnuNew_Click();
     void mnuOpen_Click();
-    void open(const QString& path); // as if chosen in the dialog
+    /// As if chosen in the dialog; but a file that is no session and was dropped by mistake changes nothing.
+    void openDropped(const QString& path);
     void mnuSaveAs_Click();
 
 signals:
@@ -41,6 +42,8 @@ signals:
     void opened(const QString& path);
 
 private:
+    enum class IfForeign { ClearResults, KeepResults };
+    void open(const QString& path, IfForeign ifForeign);
     Session session() const;
     void show(const Session& session);
 

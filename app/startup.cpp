@@ -49,7 +49,8 @@ void VorloMain::connectFileMenu()
     connect(&MainWindow, &frmVorloMain::newChosen, &m_session, &SessionCommands::mnuNew_Click);
     connect(&MainWindow, &frmVorloMain::openChosen, &m_session, &SessionCommands::mnuOpen_Click);
     // Queued: whoever dropped the file waits for the end of the drop, and a message box may come up.
-    connect(&MainWindow, &frmVorloMain::fileDropped, &m_session, &SessionCommands::open, Qt::QueuedConnection);
+    connect(&MainWindow, &frmVorloMain::fileDropped, &m_session, &SessionCommands::openDropped,
+            Qt::QueuedConnection);
     connect(&MainWindow, &frmVorloMain::saveAsChosen, &m_session, &SessionCommands::mnuSaveAs_Click);
     connect(&m_session, &SessionCommands::opened, this, [this](const QString& path) {
         MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path));
