@@ -58,7 +58,7 @@ void DataSheet::writeTitles()
 {
     for (int row = 0; row < kSheetRows; ++row) {
         const std::string_view title = kSheetRowTitles[static_cast<std::size_t>(row)];
-        m_grid->setText(row, 0, QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
+        SetSheetText(row, 0, QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
     }
 }
 

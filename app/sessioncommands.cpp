@@ -35,12 +35,15 @@ SessionCommands::SessionCommands(const Parts& parts, QObject* parent) : QObject(
 
 void SessionCommands::mnuNew_Click()
 {
-    forEachDataCell(m_parts.sheet, [this](int row, int column) { m_parts.sheet.setCell(row, column, {}); });
+    SheetText& sheet = m_parts.sheet;
+    forEachDataCell(sheet, [&sheet](int row, int column) { sheet.setCell(row, column, {}); });
+    sheet.setCounts(sheet.rowCount(), sheet.columnCount()); // writes titles anew that were cut or pasted over
+    setPath({});
 }
 
 void SessionCommands::mnuSaveAs_Click()
 {
-    const auto chosen = m_parts.prompter.fileToSave();
+    const auto chosen = m_parts.prompter.fileToSave(m_path);
     if (!chosen)
         return;
     const QString path = withExtension(*chosen);
@@ -48,7 +51,9 @@ void SessionCommands::mnuSaveAs_Click()
     if (path != *chosen && QFileInfo::exists(path) && !m_parts.prompter.mayReplace(path))
         return;
     const QString error = writeSessionFile(path, writeSession(session()));
-    if (!error.isEmpty())
+    if (error.isEmpty())
+        setPath(path);
+    else
         m_parts.prompter.message(tr("%1 cannot be saved:\r\n%2").arg(path, error));
 }
 
@@ -75,7 +80,14 @@ void SessionCommands::open(const QString& path, IfForeign ifForeign)
         return;
     }
     show(*read);
-    emit opened(path);
+    setPath(path);
+    emit opened();
+}
+
+void SessionCommands::setPath(const QString& path)
+{
+    m_path = path;
+    emit pathChanged(path);
 }
 
 Session SessionCommands::session() const
@@ -118,6 +130,8 @@ void SessionCommands::show(const Session& session)
 
 QString captionWithFile(const QString& title, const QString& path)
 {
+    if (path.isEmpty())
+        return title;
     return title + "---" + (path.size() <= kLongestPath ? path : "..." + path.last(kShownPathEnd));
 }
 

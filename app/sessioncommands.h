@@ -3,6 +3,7 @@
 #include "app/sessiontext.h"
 
 #include <QObject>
+#include <QString>
 
 namespace ui
 {
@@ -38,19 +39,23 @@ public:
     void mnuSaveAs_Click();
 
 signals:
-    /// A session was opened: the settings dialog and the main window's caption follow.
-    void opened(const QString& path);
+    /// A session was opened: the settings dialog follows.
+    void opened();
+    /// The file of the session, which the main window's caption names; empty: it has none yet.
+    void pathChanged(const QString& path);
 
 private:
     enum class IfForeign { ClearResults, KeepResults };
     void open(const QString& path, IfForeign ifForeign);
     Session session() const;
     void show(const Session& session);
+    void setPath(const QString& path);
 
     Parts m_parts;
+    QString m_path; // where "Save as" begins
 };
 
-/// Caption of the main window with an opened file; of a long path only the end.
+/// Caption of the main window with the session's file; of a long path only the end, of an empty one nothing.
 QString captionWithFile(const QString& title, const QString& path);
 
 } // namespace app

@@ -24,7 +24,7 @@ public:
     virtual ~SheetText() = default;
     virtual int rowCount() const = 0;
     virtual int columnCount() const = 0;
-    virtual void setCounts(int rows, int columns) = 0;
+    virtual void setCounts(int rows, int columns) = 0; // writes the titles anew
     virtual std::string cell(int row, int column) const = 0;
     virtual void setCell(int row, int column, const std::string& text) = 0;
 };

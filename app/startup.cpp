@@ -49,11 +49,11 @@ void VorloMain::connectFileMenu()
     connect(&MainWindow, &frmVorloMain::newChosen, &m_session, &SessionCommands::mnuNew_Click);
     connect(&MainWindow, &frmVorloMain::openChosen, &m_session, &SessionCommands::mnuOpen_Click);
     // Queued: whoever dropped the file waits for the end of the drop, and a message box may come up.
-    connect(&MainWindow, &frmVorloMain::fileDropped, &m_session, &SessionCommands::openDropped,
-            Qt::QueuedConnection);
+    connect(&MainWindow, &frmVorloMain::fileDropped, &m_session, &SessionCommands::openDropped, Qt::QueuedConnection);
     connect(&MainWindow, &frmVorloMain::saveAsChosen, &m_session, &SessionCommands::mnuSaveAs_Click);
-    connect(&m_session, &SessionCommands::opened, this, [this](const QString& path) {
-        MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path));
+    connect(&m_session, &SessionCommands::pathChanged, this,
+            [this](const QString& path) { MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path)); });
+    connect(&m_session, &SessionCommands::opened, this, [this] {
         SettingWindow.showSettings();
         // Wherever the user was before, what was opened is seen from its first cells on.
         MainWindow.sheet().SelectSheetCell(1, 1);

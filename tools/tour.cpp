@@ -58,7 +58,7 @@ class TourPrompter final : public ui::Prompter
 public:
     void message(const QString& text) override { tour::giveUp("unexpected message: " + text); }
     std::optional<QString> fileToOpen() override { return std::nullopt; }
-    std::optional<QString> fileToSave() override { return std::nullopt; }
+    std::optional<QString> fileToSave(const QString&) override { return std::nullopt; }
     bool mayReplace(const QString&) override { return false; }
 };
 

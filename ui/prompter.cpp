@@ -40,12 +40,12 @@ std::optional<QString> DialogPrompter::fileToOpen()
     return chosenFile(dialog);
 }
 
-std::optional<QString> DialogPrompter::fileToSave()
+std::optional<QString> DialogPrompter::fileToSave(const QString& proposal)
 {
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("vrl");
-    return chosenFile(dialog);
+    return chosenFile(dialog, proposal);
 }
 
 bool DialogPrompter::mayReplace(const QString& path)
@@ -54,10 +54,12 @@ bool DialogPrompter::mayReplace(const QString& path)
     return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
-std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog)
+std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog, const QString& proposal)
 {
     dialog.setNameFilter("Vorlo File (*.vrl)");
     dialog.setDirectory(m_folder);
+    if (!proposal.isEmpty())
+        dialog.selectFile(proposal); // also enters its folder
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     const QString file = dialog.selectedFiles().constFirst();

@@ -15,8 +15,8 @@ class Prompter
 public:
     virtual ~Prompter() = default;
     virtual void message(const QString& text) = 0;
-    virtual std::optional<QString> fileToOpen() = 0; // nullopt: cancelled
-    virtual std::optional<QString> fileToSave() = 0; // nullopt: cancelled
+    virtual std::optional<QString> fileToOpen() = 0;                        // nullopt: cancelled
+    virtual std::optional<QString> fileToSave(const QString& proposal) = 0; // a path or empty; nullopt: cancelled
     virtual bool mayReplace(const QString& path) = 0;
 };
 
@@ -27,11 +27,11 @@ public:
     DialogPrompter();
     void message(const QString& text) override;
     std::optional<QString> fileToOpen() override;
-    std::optional<QString> fileToSave() override;
+    std::optional<QString> fileToSave(const QString& proposal) override;
     bool mayReplace(const QString& path) override;
 
 private:
-    std::optional<QString> chosenFile(QFileDialog& dialog);
+    std::optional<QString> chosenFile(QFileDialog& dialog, const QString& proposal = {});
 
     QString m_folder; // where the next file dialog starts
 };

@@ -50,7 +50,7 @@ class TestSessionCommands : public QObject
 
 private slots:
     void savedSessionsComeBack();
-    void newEmptiesTheSheetOnly();
+    void newEmptiesTheSheetAndForgetsItsFile();
     void namesGetTheExtensionAndFitTheCaption();
     void aNameThatTheExtensionMakesIsNotReplacedUnasked();
     void otherFilesAreRefused();
@@ -71,6 +71,8 @@ void TestSessionCommands::savedSessionsComeBack()
     saved.fill();
     saved.save(inFolder("whole.vrl"));
     QCOMPARE(saved.prompter.shown, QStringList());
+    const QString caption = app::captionWithFile(app::frmVorloMain::kTitle, inFolder("whole.vrl"));
+    QCOMPARE(saved.program.MainWindow.windowTitle(), caption);
 
     Desk opened;
     opened.shared.DataNormalized = true;
@@ -88,12 +90,17 @@ void TestSessionCommands::savedSessionsComeBack()
     QCOMPARE(opened.shared.settings.LogMode, 0);
     QCOMPARE(opened.result(1, 6), ".5"); // R2, not Se
     QVERIFY(!opened.shared.DataNormalized);
-    QCOMPARE(opened.program.MainWindow.windowTitle(),
-             app::captionWithFile(app::frmVorloMain::kTitle, inFolder("whole.vrl")));
-    QCOMPARE(opened.prompter.shown, QStringList());
+    QCOMPARE(opened.program.MainWindow.windowTitle(), caption);
+    opened.save(inFolder("missing/whole.vrl")); // fails
+    QCOMPARE(opened.prompter.shown.size(), 1);
+    for (Desk* desk : {&saved, &opened}) {
+        desk->run("mnuSaveAs"); // cancelled
+        QCOMPARE(desk->prompter.proposed, inFolder("whole.vrl"));
+        QCOMPARE(desk->program.MainWindow.windowTitle(), caption);
+    }
 }
 
-void TestSessionCommands::newEmptiesTheSheetOnly()
+void TestSessionCommands::newEmptiesTheSheetAndForgetsItsFile()
 {
     Desk desk;
     desk.fill();
@@ -101,9 +108,16 @@ void TestSessionCommands::newEmptiesTheSheetOnly()
     desk.run("mnuSaveAs");
     QCOMPARE(desk.prompter.shown, QStringList());
     QCOMPARE(desk.sheet.cell(1, 1), "0");
+    desk.save(inFolder("before.vrl"));
+    desk.sheet.setCell(9, 0, "");
+    desk.sheet.SelectSheetCell(9, 0);
     desk.run("mnuNew");
     QCOMPARE(desk.sheet.cell(1, 1), "");
     QVERIFY(desk.sheet.cell(9, 20).empty() && desk.sheet.cell(9, 0) == "Φ");
+    QCOMPARE(desk.control<QLineEdit>("txtEdit").text(), "Φ");
+    QCOMPARE(desk.program.MainWindow.windowTitle(), app::frmVorloMain::kTitle);
+    desk.run("mnuSaveAs");
+    QCOMPARE(desk.prompter.proposed, "");
     QVERIFY(desk.panel.panelState().K == "77" && desk.shared.results.ResultRowEnd == 2);
 }
 
@@ -175,10 +189,10 @@ void TestSessionCommands::aSessionTooLongToOpenIsNotSaved()
 
 void TestSessionCommands::everyByteOfAnotherEncodingIsKept()
 {
-    const std::pair<QByteArray, QString> files[]{{QByteArray("Vorlo File\nK=5\nTable\n\0\xB5M\xE9", 25),
-                                                  QString::fromUtf8("\0µMé", 6)}, // Latin-1 to its last byte
-                                                 {"\xEF\xBB\xBFVorlo File\nK=5\nTable\nµM", "µM"},
-                                                 {"\xEF\xBB\xBFVorlo File\nK=5\nTable\n\xB5M", "µM"}};
+    const std::pair<QByteArray, QString> files[]{
+        {QByteArray("Vorlo File\nK=5\nTable\n\0M\xE9", 24), QString::fromUtf8("\0Mé", 4)}, // only the last byte tells
+        {"\xEF\xBB\xBFVorlo File\nK=5\nTable\nµM", "µM"},
+        {"\xEF\xBB\xBFVorlo File\nK=5\nTable\n\xB5M", "µM"}};
     for (const auto& [bytes, text] : files) {
         write(inFolder("bytes.vrl"), bytes);
         Desk desk;

@@ -14,10 +14,15 @@ struct RecordingPrompter final : ui::Prompter {
     QStringList shown;
     QStringList askedToReplace; // always refused
     std::optional<QString> nextFile;
+    QString proposed; // by the last dialog for saving
 
     void message(const QString& text) override { shown << text; }
     std::optional<QString> fileToOpen() override { return std::exchange(nextFile, std::nullopt); }
-    std::optional<QString> fileToSave() override { return std::exchange(nextFile, std::nullopt); }
+    std::optional<QString> fileToSave(const QString& name) override
+    {
+        proposed = name;
+        return std::exchange(nextFile, std::nullopt);
+    }
     bool mayReplace(const QString& path) override
     {
         askedToReplace << path;

@@ -51,7 +51,7 @@ private slots:
     void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
     void messagesArePlainText();
     void filesAreFoundInAnyCaseAndTheFolderIsRemembered();
-    void savingAddsTheSuffix();
+    void savingProposesANameAndAddsTheSuffix();
     void filesAreReplacedOnlyAfterYes();
 };
 
@@ -87,13 +87,13 @@ void TestPrompter::filesAreFoundInAnyCaseAndTheFolderIsRemembered()
     QString next;
     const auto lookAndCancel = [&](QFileDialog& dialog) { next = dialog.directory().path(); };
     whenAsked<QFileDialog>(lookAndCancel);
-    QVERIFY(!prompter.fileToSave());
+    QVERIFY(!prompter.fileToSave({}));
     QCOMPARE(next, folder.path());
     whenAsked<QFileDialog>(lookAndCancel);
     QVERIFY(!prompter.fileToOpen());
 }
 
-void TestPrompter::savingAddsTheSuffix()
+void TestPrompter::savingProposesANameAndAddsTheSuffix()
 {
     QTemporaryDir folder;
     ui::DialogPrompter prompter;
@@ -101,7 +101,16 @@ void TestPrompter::savingAddsTheSuffix()
         dialog.setDirectory(folder.path());
         enter(dialog, "run");
     });
-    QCOMPARE(prompter.fileToSave().value_or(QString()), folder.filePath("run.vrl"));
+    QCOMPARE(prompter.fileToSave({}).value_or(QString()), folder.filePath("run.vrl"));
+    QTemporaryDir other;
+    QString proposed;
+    whenAsked<QFileDialog>([&](QFileDialog& dialog) {
+        auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+        proposed = edit->text();
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    QCOMPARE(prompter.fileToSave(other.filePath("open.vrl")).value_or(QString()), other.filePath("open.vrl"));
+    QCOMPARE(proposed, "open.vrl");
 }
 
 void TestPrompter::filesAreReplacedOnlyAfterYes()
