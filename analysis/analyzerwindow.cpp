@@ -97,7 +97,7 @@ bool AnalyzerWindow::GAUSSNEWTON()
 bool AnalyzerWindow::ShowResult()
 {
     const fit::Statistics figures = statistics();
-    if (!std::isfinite(figures.R2) || !std::isfinite(figures.residualSum)) {
+    if (!realValuesFinite() || !std::isfinite(figures.R2) || !std::isfinite(figures.residualSum)) {
         reportArithmeticFault();
         return false;
     }

@@ -50,6 +50,14 @@ double Fitter::realValue(int slot) const
     return logMode() == 1 ? std::exp(value) : value;
 }
 
+bool Fitter::realValuesFinite() const
+{
+    for (int slot = 1; slot <= app::modelRow(model()).parameterCount; ++slot)
+        if (!std::isfinite(realValue(slot)))
+            return false;
+    return true;
+}
+
 double& Fitter::valueOf(const app::ModelParameter& parameter)
 {
     switch (parameter.reported) {

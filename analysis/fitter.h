@@ -50,6 +50,8 @@ public:
     double probe() const { return m_state.probe; }
     const fit::Options& options() const { return m_state.options; }
     const fit::Parameters& parameters() const { return m_state.parameters; }
+    /// Whether the model's parameters are finite in their real units. Slots that it does not use may hold anything.
+    bool realValuesFinite() const;
     double iterations() const { return m_state.iterations; }
 
 protected:

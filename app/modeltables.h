@@ -44,6 +44,12 @@ struct ModelRow {
                 return true;
         return false;
     }
+    /// The law holds the total probe concentration: a complex or a sphere binds quencher. Decay laws of spheres count
+    /// the total quencher instead.
+    constexpr bool usesProbe(Analysis analysis) const
+    {
+        return uses(PanelBox::K) && (analysis == Analysis::SternVolmer || !hasRadius);
+    }
 };
 
 namespace rows

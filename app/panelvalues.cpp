@@ -2,6 +2,8 @@
 
 #include "fit/numbertext.h"
 
+#include <cmath>
+
 namespace app
 {
 namespace
@@ -43,6 +45,18 @@ PanelValues panelValues(const PanelState& panel)
             .Cp = fit::numberFrom(panel.Cp),
             .iterationLimit = fit::heldInt32(fit::numberFrom(panel.iteration)),
             .tolerance = fit::numberFrom(panel.tolerance)};
+}
+
+bool boxesFinite(const PanelState& panel, Analysis analysis)
+{
+    const PanelValues values = panelValues(panel);
+    const ModelRow& row = modelRow(panel.Model);
+    // The limit is asked as a text: as a whole number it is held at the largest one.
+    bool finite = std::isfinite(values.tolerance) && std::isfinite(fit::numberFrom(panel.iteration)) &&
+                  (std::isfinite(values.Cp) || !row.usesProbe(analysis));
+    for (const ModelParameter& parameter : row.fitted())
+        finite = finite && std::isfinite(typedValue(values, parameter.box));
+    return finite;
 }
 
 StartParameters startParameters(const PanelState& panel, Analysis analysis)

@@ -38,6 +38,10 @@ struct PanelValues {
 };
 PanelValues panelValues(const PanelState& panel);
 
+/// False when a number that an analysis of the panel's model starts from is infinite: a starting value, the tolerance,
+/// the iteration limit or, where the law has it, the probe concentration.
+bool boxesFinite(const PanelState& panel, Analysis analysis);
+
 /// What a fit of the panel's model starts from: count, starting values (not logarithms) and flags, slots 1..3.
 struct StartParameters {
     int count = 0;

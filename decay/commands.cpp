@@ -32,7 +32,7 @@ bool allFinite(const Range& values)
 bool usable(const SampleTable& samples)
 {
     const auto first = samples.SampleData.begin() + 1;
-    return std::isfinite(samples.TimeMax) &&
+    return std::isfinite(samples.FitRegionLevel) && std::isfinite(samples.TimeMax) &&
            std::all_of(first, first + samples.SampleCount, [](const SampleRecord& sample) {
                return std::isfinite(sample.Conc) && allFinite(sample.Tau) && allFinite(sample.IExp);
            });
@@ -112,6 +112,10 @@ std::optional<Commands::Run> Commands::prepare()
     const app::PanelState panel = m_context.panel.panelState();
     if (const auto complaint = analysis::decayComplaint(m_context.shared.DataNormalized, panel.Model)) {
         m_context.prompter.message(QString::fromStdString(*complaint));
+        return std::nullopt;
+    }
+    if (!app::boxesFinite(panel, app::Analysis::Decay)) {
+        m_analyzer.reportArithmeticFault();
         return std::nullopt;
     }
     assert(m_context.shared.samples); // whatever is normalised is there

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <limits>
 
 namespace fit
 {
@@ -63,6 +64,7 @@ public:
 private:
     int parameterCount() const { return m_options.parameterCount; }
     Vector7 derivativeSteps() const;
+    bool realParametersFinite() const;
     double addPoint(int point, const Vector7& h);
     bool endIf(bool condition, Ending ending);
 
@@ -158,11 +160,25 @@ void Run::keepInRange()
     }
 }
 
+/// Whether the model's own parameters are numbers, the shifted one included: in log mode it takes exp of them, and an
+/// infinite one could vanish in a quotient.
+bool Run::realParametersFinite() const
+{
+    static const double kLargestLogarithm = std::log(std::numeric_limits<double>::max());
+    if (m_options.logMode != 1)
+        return true;
+    const Vector7 h = derivativeSteps();
+    for (int j = 1; j <= parameterCount(); ++j)
+        if (m_outcome.parameters[j] + std::max(h[j], 0.0) > kLargestLogarithm)
+            return false;
+    return true;
+}
+
 /// The one place where arithmetic faults are looked for: no point at all, or any number of the run that is not finite.
 bool Run::faulty()
 {
-    bool finite = m_pointCount > 0 && std::isfinite(m_options.tolerance) && std::isfinite(m_previousSum) &&
-                  std::isfinite(m_ratio);
+    bool finite = realParametersFinite() && m_pointCount > 0 && std::isfinite(m_options.tolerance) &&
+                  std::isfinite(m_previousSum) && std::isfinite(m_ratio);
     for (int j = 1; j <= parameterCount(); ++j) {
         finite = finite && std::isfinite(m_step[j]) && std::isfinite(m_outcome.parameters[j]);
         for (int k = j; k <= parameterCount(); ++k)

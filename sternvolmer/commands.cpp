@@ -58,7 +58,7 @@ std::optional<Commands::Run> Commands::prepare()
     if (!found.empty())
         return std::nullopt;
     computeRatios(run.data);
-    if (!allFinite(run.data)) {
+    if (!allFinite(run.data) || !app::boxesFinite(run.panel, app::Analysis::SternVolmer)) {
         m_analyzer.reportArithmeticFault();
         return std::nullopt;
     }

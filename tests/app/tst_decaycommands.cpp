@@ -66,6 +66,13 @@ void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()
     vorlo.normalise();
     QVERIFY(vorlo.prompter.shown.back().contains("arithmetic error"));
     QCOMPARE(vorlo.program.shared.samples.value().SampleData[1].Tau[1], 400 / 1e9);
+
+    vorlo.prompter.shown.clear();
+    vorlo.fill(kTwoComponents);
+    vorlo.type("txtFitRegion", "1e400");
+    vorlo.control<QAbstractButton>("opnFitRegion1").click();
+    vorlo.normalise();
+    QVERIFY(vorlo.prompter.shown.back().contains("arithmetic error"));
 }
 
 void TestDecayCommands::stopsALongPoissonFitAtOnce()

@@ -223,16 +223,27 @@ void TestFaults::stopEndsAfterTheIteration()
 }
 
 /// Models by commands and modes, every enabled box beyond what a double holds or, for a derivative step of 0, zero.
+/// Then the boxes that all models share, for laws that use them.
 void TestFaults::arithmeticFaultsLoseNothing_data()
 {
+    const QStringList constants{"txtK", "txtF", "txtkq1", "txtkq2"};
     QTest::addColumn<QString>("command");
     QTest::addColumn<int>("model");
     QTest::addColumn<int>("logMode");
     QTest::addColumn<QString>("text");
-    const auto add = [](const char* command, int model, int logMode, const char* text) {
-        QTest::addRow("%s, model %d, mode %d, %s", command, model, logMode, text)
-            << command << model << logMode << text;
+    QTest::addColumn<QStringList>("boxes");
+    const auto addBoxes = [](const char* command, int model, int logMode, const char* text, const QStringList& boxes) {
+        QTest::addRow("%s, model %d, mode %d, %s in %s", command, model, logMode, text, qPrintable(boxes.last()))
+            << command << model << logMode << text << boxes;
     };
+    const auto add = [&](const char* command, int model, int logMode, const char* text) {
+        addBoxes(command, model, logMode, text, constants);
+    };
+    for (const char* command :
+         {"mnuSternVolmerAnalysis", "mnuCalcSternVolmer", "mnuDecayCurveAnalysis", "mnuCalcDecayCurve"})
+        for (const char* box : {"txtTolerance", "txtIteration", "txtConcProbe"})
+            addBoxes(command, 4, 1, "1e400", {box});
+    addBoxes("mnuSternVolmerAnalysis", 8, 1, "1e400", {"txtConcProbe"});
     for (int model = 1; model <= app::kModelCount; ++model) {
         add("mnuSternVolmerAnalysis", model, 0, "0");
         if (model == 6 || model == 8 || model == 10) // the only laws with an exponential below the line
@@ -256,12 +267,13 @@ void TestFaults::arithmeticFaultsLoseNothing()
     QFETCH(const int, model);
     QFETCH(const int, logMode);
     QFETCH(const QString, text);
+    QFETCH(const QStringList, boxes);
     Program vorlo;
     vorlo.choose(model);
     vorlo.program.shared.settings.LogMode = logMode;
-    for (const char* box : {"txtK", "txtF", "txtkq1", "txtkq2"})
-        if (vorlo.control<QLineEdit>(box).isEnabled())
-            vorlo.type(box, text);
+    for (const QString& box : boxes)
+        if (vorlo.control<QLineEdit>(qPrintable(box)).isEnabled())
+            vorlo.type(qPrintable(box), text);
     vorlo.run(qPrintable(command));
     QCOMPARE(vorlo.prompter.shown, kArithmeticFault);
     QCOMPARE(vorlo.last(), app::ResultRecord());
