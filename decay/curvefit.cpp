@@ -1,39 +1,41 @@
 #include "decay/curvefit.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace decay
 {
 namespace
 {
 
-constexpr double kNearest = 1e-4; // root mean square of intensities that begin with 1
-constexpr double kFarthest = 100; // factor between the start and the end of a constant
+constexpr double kFinestTolerance = 1e-10; // far above the rounding of S / S_old in fits to measured data
 
-/// Data that leave a constant open let it wander, and the last digits decide where to.
-bool wandered(double start, double end)
+/// Tells of progress only beyond what an earlier run has reached.
+class LaterRun final : public fit::Observer
 {
-    const double factor = std::abs(end / start);
-    return !(factor < kFarthest && factor > 1 / kFarthest);
+public:
+    LaterRun(fit::Observer& observer, double reached) : m_observer(observer), m_reached(reached) {}
+
+    void letEventsRun() override { m_observer.letEventsRun(); }
+    bool keepGoing(double iterations) override { return m_observer.keepGoing(std::max(iterations, m_reached)); }
+
+private:
+    fit::Observer& m_observer;
+    const double m_reached; // iterations
+};
+
+fit::Outcome fitFast(DecayProblem& problem, fit::Options options, const fit::Parameters& start, fit::Observer& observer)
+{
+    options.residualRounding = kFastRounding;
+    problem.setEvaluation(Evaluation::Fast);
+    const fit::Outcome outcome = fit::gaussNewton(problem, options, start, observer);
+    problem.setEvaluation(Evaluation::AsWritten);
+    return outcome;
 }
 
-bool hangsOnLastDigits(const fit::Outcome& outcome, const fit::Options& options, const fit::Parameters& start,
-                       int pointCount)
+/// A fault may come from an exponent so deep that the fast evaluation leaves the range of numbers before the formula.
+bool stands(const fit::Outcome& fast)
 {
-    switch (outcome.ending) {
-    case fit::Ending::Stopped:
-        return false;
-    case fit::Ending::SolverFailed:
-    case fit::Ending::ArithmeticFault:
-        return true;
-    case fit::Ending::Converged:
-    case fit::Ending::LimitExceeded:
-        break;
-    }
-    bool anyWandered = false;
-    for (std::size_t j = 1; j <= static_cast<std::size_t>(options.parameterCount); ++j)
-        anyWandered = anyWandered || wandered(start[j], outcome.parameters[j]);
-    return anyWandered || outcome.residualSum < kNearest * kNearest * pointCount;
+    return fast.ending != fit::Ending::RoundingMatters && fast.ending != fit::Ending::ArithmeticFault;
 }
 
 } // namespace
@@ -41,15 +43,15 @@ bool hangsOnLastDigits(const fit::Outcome& outcome, const fit::Options& options,
 fit::Outcome fitCurves(DecayProblem& problem, const fit::Options& options, const fit::Parameters& start,
                        fit::Observer& observer)
 {
-    if (options.logMode != 1) {
-        problem.setEvaluation(Evaluation::Fast);
-        const fit::Outcome outcome = fit::gaussNewton(problem, options, start, observer);
-        problem.setEvaluation(Evaluation::AsWritten);
-        const bool stopped = !observer.keepGoing(outcome.iterations); // with the last update, too late for the engine
-        if (stopped || !hangsOnLastDigits(outcome, options, start, problem.pointCount()))
-            return outcome;
+    double reached = 0;
+    if (options.logMode != 1 && options.tolerance >= kFinestTolerance) {
+        const fit::Outcome fast = fitFast(problem, options, start, observer);
+        if (stands(fast))
+            return fast;
+        reached = fast.iterations;
     }
-    return fit::gaussNewton(problem, options, start, observer);
+    LaterRun observed(observer, reached);
+    return fit::gaussNewton(problem, options, start, observed);
 }
 
 } // namespace decay

@@ -6,12 +6,12 @@
 namespace decay
 {
 
-/// The engine's fit of the decay curves of all samples, which ends as it does with the formulas as written.
+/// The engine's fit of the decay curves of all samples. It prints what the formulas as written print.
 ///
-/// The fast evaluation, which differs from them in the last digits only, serves where these have no influence: in
-/// normal mode, while the curves miss the observations by more than rounding. A fit that comes nearer to them than any
-/// measurement, that ends with a fault, or of which a constant wanders off, owes its end to the last digits and is done
-/// again as written. In log mode constants that the data leave open always wander.
+/// In normal mode the fit begins with the fast evaluation, whose intensities differ by rounding only, and begins again
+/// as written as soon as that could show. In log mode constants that the data leave open always wander, and a tolerance
+/// below the rounding of the sums leaves the end to the last digits: such fits are made as written from the beginning.
+/// The observer is asked once for every iteration; the number of iterations that it is told never falls.
 fit::Outcome fitCurves(DecayProblem& problem, const fit::Options& options, const fit::Parameters& start,
                        fit::Observer& observer);
 

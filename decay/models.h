@@ -25,8 +25,11 @@ struct Populations {
 /// How a law is worked out.
 enum class Evaluation {
     AsWritten, // to the last bit as its formula is written
-    Fast,      // several times faster; the last digits differ: 1e-13 of the value unless an exponent is beyond 50
+    Fast,      // several times faster; the last digits differ
 };
+/// Largest difference between an intensity of the fast evaluation and that of the formula, relative to the intensity,
+/// or to exp(-50) where it is smaller: some hundreds of roundings of products of exponentials.
+inline constexpr double kFastRounding = 1e-13;
 
 // In all laws: Q total quencher, M. K association constant, M^-1. Cp total probe, M. kq1 rate constant through the
 // complex, s^-1. kq2 collisional rate constant, M^-1 s^-1. Without quencher every law leaves the decay as it is.

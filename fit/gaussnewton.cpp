@@ -1,6 +1,6 @@
 #include "fit/gaussnewton.h"
 
-#include "fit/gausselimination.h"
+#include "fit/roundingwatch.h"
 #include "fit/safelog10.h"
 #include "fit/vectorregisters.h"
 
@@ -42,8 +42,10 @@ class Run
 {
 public:
     Run(Problem& problem, const Options& options, const Parameters& start)
-        : m_problem(problem), m_options(options), m_pointCount(problem.pointCount())
+        : m_problem(problem), m_options(options), m_watch(options.residualRounding)
     {
+        m_pass.pointCount = problem.pointCount();
+        m_pass.parameterCount = options.parameterCount;
         assert(options.parameterCount >= 1 && options.parameterCount <= kMaxParameters);
         m_outcome.parameters = start;
     }
@@ -51,6 +53,7 @@ public:
     const Outcome& outcome() const { return m_outcome; }
 
     void linearise();
+    bool roundingMatters();
     bool converged();
     bool solverFailed();
     void update();
@@ -65,30 +68,28 @@ private:
     int parameterCount() const { return m_options.parameterCount; }
     Vector7 derivativeSteps() const;
     bool realParametersFinite() const;
-    double addPoint(int point, const Vector7& h);
+    double addPoint(int point);
     bool endIf(bool condition, Ending ending);
 
     Problem& m_problem;
     const Options m_options;
-    const int m_pointCount;
-    double m_previousSum = 1; // not infinity: the first sum of squares is compared with 1
-    double m_ratio = 0;       // of the sum of squares to the previous one
-    Matrix7 m_normal{};       // upper triangle of the normal matrix
-    Vector7 m_step{};         // right-hand side, after the solution the step
+    RoundingWatch m_watch;
+    Linearisation m_pass; // the first sum of squares is compared with 1, on purpose
+    Vector7 m_step{};     // right-hand side, after the solution the step
     Outcome m_outcome;
 };
 
 void Run::linearise()
 {
-    m_normal = {};
+    m_pass.normal = {};
     m_step = {};
-    const Vector7 h = derivativeSteps();
+    m_pass.steps = derivativeSteps();
+    if (m_outcome.iterations > 0)
+        m_pass.previousSum = m_pass.sum;
     double sum = 0;
-    for (int i = 1; i <= m_pointCount; ++i)
-        sum += addPoint(i, h);
-    m_ratio = sum / m_previousSum;
-    m_previousSum = sum;
-    m_outcome.residualSum = sum;
+    for (int i = 1; i <= m_pass.pointCount; ++i)
+        sum += addPoint(i);
+    m_pass.sum = m_outcome.residualSum = sum;
 }
 
 /// An eighth of each parameter at first, halved with every iteration down to 1/128.
@@ -104,8 +105,9 @@ Vector7 Run::derivativeSteps() const
 }
 
 /// Adds a point to the normal equations and returns its squared residual.
-double Run::addPoint(int point, const Vector7& h)
+double Run::addPoint(int point)
 {
+    const Vector7& h = m_pass.steps;
     Parameters& a = m_outcome.parameters;
     const double r = m_problem.residual(point, a);
     Vector7 J{};
@@ -117,25 +119,27 @@ double Run::addPoint(int point, const Vector7& h)
     }
     for (int j = 1; j <= parameterCount(); ++j) {
         for (int k = j; k <= parameterCount(); ++k)
-            m_normal[j][k] += J[j] * J[k];
+            m_pass.normal[j][k] += J[j] * J[k];
         m_step[j] -= r * J[j];
     }
     return r * r;
 }
 
-bool Run::converged() { return endIf(std::abs(1 - m_ratio) < m_options.tolerance, Ending::Converged); }
+bool Run::roundingMatters() { return endIf(m_watch.couldShow(m_pass, m_options.tolerance), Ending::RoundingMatters); }
+
+bool Run::converged() { return endIf(std::abs(1 - m_pass.ratio()) < m_options.tolerance, Ending::Converged); }
 
 /// Solves for the step. A zero pivot beyond the first unknown is met once more with the unknowns before it; the
 /// others then move by what the first attempt left.
 bool Run::solverFailed()
 {
     int info = 0;
-    GaussianElimination(m_normal, m_step, parameterCount(), info);
+    GaussianElimination(m_pass.normal, m_step, parameterCount(), info);
     if (info <= 1)
         return false; // a zero pivot of the first unknown is not retried: the step is the right-hand side
     m_outcome.status = Status::ZeroPivot;
     const int smaller = info - 1;
-    GaussianElimination(m_normal, m_step, smaller, info);
+    GaussianElimination(m_pass.normal, m_step, smaller, info);
     return endIf(info > 0, Ending::SolverFailed);
 }
 
@@ -167,9 +171,8 @@ bool Run::realParametersFinite() const
     static const double kLargestLogarithm = std::log(std::numeric_limits<double>::max());
     if (m_options.logMode != 1)
         return true;
-    const Vector7 h = derivativeSteps();
     for (int j = 1; j <= parameterCount(); ++j)
-        if (m_outcome.parameters[j] + std::max(h[j], 0.0) > kLargestLogarithm)
+        if (m_outcome.parameters[j] + std::max(m_pass.steps[j], 0.0) > kLargestLogarithm)
             return false;
     return true;
 }
@@ -177,12 +180,12 @@ bool Run::realParametersFinite() const
 /// The one place where arithmetic faults are looked for: no point at all, or any number of the run that is not finite.
 bool Run::faulty()
 {
-    bool finite = realParametersFinite() && m_pointCount > 0 && std::isfinite(m_options.tolerance) &&
-                  std::isfinite(m_previousSum) && std::isfinite(m_ratio);
+    bool finite = realParametersFinite() && m_pass.pointCount > 0 && std::isfinite(m_options.tolerance) &&
+                  std::isfinite(m_pass.sum) && std::isfinite(m_pass.ratio());
     for (int j = 1; j <= parameterCount(); ++j) {
         finite = finite && std::isfinite(m_step[j]) && std::isfinite(m_outcome.parameters[j]);
         for (int k = j; k <= parameterCount(); ++k)
-            finite = finite && std::isfinite(m_normal[j][k]);
+            finite = finite && std::isfinite(m_pass.normal[j][k]);
     }
     return endIf(!finite, Ending::ArithmeticFault);
 }
@@ -214,7 +217,7 @@ Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& 
     for (;;) {
         clearUpperHalves(); // events have run
         run.linearise();    // sum of squares, normal matrix, right-hand side
-        if (run.faulty() || run.converged() || run.solverFailed() || run.faulty())
+        if (run.faulty() || run.roundingMatters() || run.converged() || run.solverFailed() || run.faulty())
             return run.outcome();
         run.update();
         run.keepInRange();

@@ -50,6 +50,7 @@ enum class Ending {
     SolverFailed,    // the retry with the smaller system met a zero pivot as well
     Stopped,         // StopRequested or Observer::keepGoing
     ArithmeticFault, // overflow, invalid operation or division by zero: parameters are not usable
+    RoundingMatters, // options.residualRounding could show in the result, which is not usable
 };
 
 struct Options {
@@ -60,6 +61,9 @@ struct Options {
     double iterationLimit = 100;
     double tolerance = 0.0001;    // on the relative change of the sum of squares
     bool unitStepForZero = false; // a parameter that is 0 gets the derivative step of 1; otherwise that is a fault
+    /// Largest error of a residual, relative to 1 + |residual|: the run is given up when it could show in the result.
+    /// 0: residuals are taken as they are.
+    double residualRounding = 0;
 };
 
 struct Outcome {

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "fit/gausselimination.h"
+
+#include <limits>
+
+namespace fit
+{
+
+/// One pass of the engine over its data points.
+struct Linearisation {
+    int pointCount = 0;
+    int parameterCount = 0;
+    Vector7 steps{};        // of the derivatives, h(j)
+    Matrix7 normal{};       // upper triangle of the normal matrix J'J
+    double sum = 0;         // of squared residuals, S
+    double previousSum = 1; // that of the pass before; 1 before the first pass
+
+    /// S / S_old, which decides whether the run has converged.
+    double ratio() const { return sum / previousSum; }
+};
+
+/// Follows a run whose residuals carry rounding errors and tells when these could show in its result.
+///
+/// Rounding errors change nothing that is printed while each of three things is so. Each derivative comes from a change
+/// of the curves far above the rounding: its relative error is 2 rounding / c, where c = |h(j)| sqrt(A(j,j) / N) is the
+/// root mean square of that change. The test of convergence is not so close that the rounding of S / S_old decides it.
+/// And the run settles: where S rises again and again the steps overshoot, and two runs that differ by a rounding draw
+/// apart.
+class RoundingWatch
+{
+public:
+    /// rounding: largest error of a residual, relative to 1 + |residual|; 0: nothing is ever said.
+    explicit RoundingWatch(double rounding) : m_rounding(rounding) {}
+
+    /// To be asked once for every pass. tolerance: of the test of convergence.
+    bool couldShow(const Linearisation& pass, double tolerance);
+
+private:
+    bool derivativesDrown(const Linearisation& pass) const;
+    bool convergenceIsATie(const Linearisation& pass, double tolerance) const;
+    double roundingOfSum(double sum, int pointCount) const;
+
+    double m_rounding;
+    double m_lastSum = std::numeric_limits<double>::infinity();
+    int m_rises = 0; // of the sum of squares so far
+};
+
+} // namespace fit
