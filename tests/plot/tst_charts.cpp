@@ -64,9 +64,9 @@ void TestCharts::drawsMeasuredRatios()
     samples.SampleData[2].Conc = 0.02;
     samples.SampleData[2].SVRatio = 3;
     RecordingCanvas canvas;
-    plot::PlotSternVolmer(canvas, samples, 0.02, 3);
+    plot::PlotSternVolmer(canvas, samples, 0.02, 5);
     QCOMPARE(canvas.calls,
-             QStringList({"title Stern-Volmer Plot", "view -0.004 3.3 0.022 -1.5", "axis 0.01 1 0", "sample 1 0",
+             QStringList({"title Stern-Volmer Plot", "view -0.004 5.5 0.022 -2.5", "axis 0.01 2 0", "sample 1 0",
                           "circle 0 1 50 #ff0000 solid", "sample 2 0.02", "circle 0.02 3 50 #ff0000 solid"}));
 }
 
@@ -138,6 +138,7 @@ void TestCharts::fittedDecaysFollowTheGrid()
     RecordingCanvas canvas;
     plot::PlotFittedDecayCurves(canvas, samples, *fitted);
     QCOMPARE(canvas.calls.size(), 2 * 3);
+    QCOMPARE(canvas.calls.front(), "line 0 0 1e-09 -0.0434294" + hex(plot::lineColor(1, 2)));
     const QString color = hex(plot::lineColor(2, 2));
     QCOMPARE(canvas.calls.back(), "line 2e-09 -0.0868589 3e-09 -0.130288" + color); // 0.1 / ln 10 each
     QCOMPARE(samples.SampleData[1].observedLog[0], 0.0);                            // replaced by the fitted value
@@ -197,6 +198,7 @@ void TestCharts::decayTablesFollowTheScales()
         plot::ShowDecayFittingTable(table, samples, settings);
         QCOMPARE(table.title, "as it was");
         QCOMPARE((table.cells[{50, 2}]), c.fitted);
+        QCOMPARE(table.cells.size(), 50u * 3u + 2u);
         plot::ShowExperimentalDecayTable(table, samples, settings);
         QCOMPARE(table.title, "Experimental Decay");
         QCOMPARE(table.redraws, (std::vector<bool>{false, true, false, true}));

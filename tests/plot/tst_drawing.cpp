@@ -1,5 +1,6 @@
 #include "plot/axis.h"
 #include "plot/curvecolor.h"
+#include "plot/steps.h"
 #include "plot/viewmap.h"
 #include "tests/support/plotrecorders.h"
 
@@ -32,7 +33,7 @@ private slots:
     void stepsGiveFewIntervals();
     void linearAxes();
     void powersOfTen();
-    void axesAreDrawnLast();
+    void ticksRunToTheFarEdge();
     void noInputRunsAway();
 };
 
@@ -63,13 +64,14 @@ void TestDrawing::coloursSpreadOverTheHues()
     QCOMPARE(CurveColor(192, 19, 19), plot::rgb(216, 88, 88));
     QCOMPARE(CurveColor(0, 16, 0), plot::rgb(128, 128, 128));
     QCOMPARE(CurveColor(100, 32, 32), plot::rgb(255, 255, 255)); // 256 is held at 255
-    QCOMPARE(CurveColor(0, 16, 16), plot::rgb(192, 64, 64));     // lightness 16 takes the darker formula
+    QCOMPARE(CurveColor(0, 16, 16), plot::rgb(192, 64, 64));
     QCOMPARE(plot::HueComponent(-64, 8, 24), 8);
+    QCOMPARE(plot::HueComponent(202, 8, 24), 13); // as 10, once around the circle
     QCOMPARE(plot::pointColor(1, 1), CurveColor(192, 17, 17));
     QCOMPARE(plot::pointColor(1, 3), CurveColor(96, 17, 17));
     QCOMPARE(plot::pointColor(3, 3), CurveColor(192, 19, 19));
     QCOMPARE(plot::lineColor(2, 3), CurveColor(144, 14, 14));
-    QCOMPARE(plot::pointColor(1, 32), CurveColor(52, 17, 17)); // 52.5 goes to the even neighbour
+    QCOMPARE(plot::pointColor(1, 32), plot::rgb(120, 72, 200)); // hue 52.5 goes to the even neighbour
 }
 
 void TestDrawing::stepsGiveFewIntervals()
@@ -84,11 +86,11 @@ void TestDrawing::stepsGiveFewIntervals()
     }
 }
 
-// 25 twips per x unit from x = -5 on; 5000 twips for 1.25 y units.
+// 25 twips per x unit from x = -5 on; 4000 twips per y unit from y = 1 down.
 void TestDrawing::linearAxes()
 {
     support::RecordingSurface surface;
-    const plot::ViewMap map({-5, 1.0, 195, -0.25}, {5000, 5000});
+    const plot::ViewMap map({-5, 1.0, 235, -0.25}, {6000, 5000});
     double xt = 100, yt = 0.5;
     plot::drawAxis(surface, map, "##0", xt, yt, plot::kLinearLabels);
     QCOMPARE(xt, 100.0);
@@ -96,10 +98,17 @@ void TestDrawing::linearAxes()
     QCOMPARE(surface.clears, 1);
     QCOMPARE(surface.fontPoints, 10);
     // x: 4 twips to the left per character of "-100", " 0", " 100"; y: 6 pixels of 15 twips per character
-    const std::vector<Label> expected{{-2375 - 16, 4002, "-1.e+2"}, {125 - 8, 4002, "0.e+0"},
-                                      {2625 - 16, 4002, "1.e+2"},   {125 - 90, 0, "1"},
-                                      {125 - 90, 2000, "1"},        {125 - 90, 4000, "0"}};
+    const std::vector<Label> expected{
+        {-2375 - 16, 4002, "-1.e+2"}, {125 - 8, 4002, "0.e+0"}, {2625 - 16, 4002, "1.e+2"}, {5125 - 16, 4002, "2.e+2"},
+        {125 - 90, 0, "1"},           {125 - 90, 2000, "1"},    {125 - 90, 4000, "0"}};
     QVERIFY(surface.labels == expected);
+    using plot::kBlack, plot::kLightGrey;
+    const std::vector<support::Line> lines{{-2375, 0, -2375, 5000, kLightGrey}, {125, 0, 125, 5000, kLightGrey},
+                                           {2625, 0, 2625, 5000, kLightGrey},   {5125, 0, 5125, 5000, kLightGrey},
+                                           {0, 0, 6000, 0, kLightGrey},         {0, 2000, 6000, 2000, kLightGrey},
+                                           {0, 4000, 6000, 4000, kLightGrey},   {0, 4000, 6000, 4000, kBlack},
+                                           {125, 0, 125, 5000, kBlack}}; // the axes last, over the grid
+    QVERIFY(surface.lines == lines);
 }
 
 void TestDrawing::powersOfTen()
@@ -114,17 +123,20 @@ void TestDrawing::powersOfTen()
     QVERIFY(surface.labels == expected);
 }
 
-void TestDrawing::axesAreDrawnLast()
+void TestDrawing::ticksRunToTheFarEdge()
 {
     support::RecordingSurface surface;
     double xt = 20, yt = 0.2;
     plot::drawAxis(surface, plot::ViewMap({-5, 1.05, 100, -0.05}, {5000, 5000}), "##0", xt, yt, 0);
     QCOMPARE(surface.lines.size(), 7u + 6u + 2u); // -20, 0 .. 100; 1.0, 0.8 .. 0.0; axes
-    for (std::size_t i = 0; i < surface.lines.size(); ++i)
-        QCOMPARE(surface.lines[i].c, i < 13 ? plot::kLightGrey : plot::kBlack);
-    const support::Line &across = surface.lines[13], &down = surface.lines[14];
-    QVERIFY(across.y1 == across.y2 && across.x2 == 5000);
-    QVERIFY(down.x1 == down.x2 && down.y2 == 5000);
+
+    QCOMPARE(plot::steps(0, 1e-8, 1e-9).size(), 11u); // a time axis in seconds
+
+    support::RecordingSurface mirrored;
+    yt = 0.2;
+    plot::drawAxis(mirrored, plot::ViewMap({100, 1.05, -5, -0.05}, {5000, 5000}), "##0", xt, yt, 0);
+    QCOMPARE(xt, -20.0);
+    QCOMPARE(mirrored.lines.size(), 6u + 6u + 2u); // 100, 80 .. 0
 
     support::RecordingSurface unlabelled;
     xt = 200, yt = 1;

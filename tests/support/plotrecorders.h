@@ -15,6 +15,7 @@ namespace support
 struct Line {
     double x1, y1, x2, y2;
     plot::Color c;
+    bool operator==(const Line&) const = default;
 };
 
 struct Label {
@@ -29,7 +30,7 @@ struct RecordingSurface final : plot::Surface {
     std::vector<Line> lines;
     std::vector<Label> labels;
 
-    double width() const override { return 5000; }
+    double width() const override { return 6000; }
     double height() const override { return 5000; }
     double twipsPerPixel() const override { return 15; }
     void clear() override { ++clears; }
@@ -44,7 +45,7 @@ struct RecordingSurface final : plot::Surface {
 struct RecordingTable final : plot::TableSink {
     std::string title = "as it was";
     int rows = 0, columns = 0;
-    std::map<std::pair<int, int>, std::string> cells{{{1, 1}, "left over"}}; // by row and column
+    std::map<std::pair<int, int>, std::string> cells{{{60, 20}, "left over"}}; // by row and column
     std::vector<bool> redraws;
 
     void ClearSheet() override { cells.clear(); }
