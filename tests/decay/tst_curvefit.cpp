@@ -12,6 +12,8 @@ using namespace decay;
 namespace
 {
 
+// Without the watch for sums that rise, seed 1459 would print otherwise; without that for derivatives, 1450 and 1461.
+constexpr qulonglong kFirstSeed = 1450;
 constexpr int kFewFits = 25;       // of each setting, in every run of the tests
 constexpr double kTieError = 1e-8; // of a constant whose last printed digit may then be either of two
 
@@ -138,7 +140,7 @@ void TestCurveFit::printsWhatTheFormulasPrint()
     QFETCH(const bool, nearStart);
     QFETCH(const bool, fixBoxes);
     const int fits = qEnvironmentVariable("VORLO_FITS", QString::number(kFewFits)).toInt();
-    const qulonglong firstSeed = qEnvironmentVariable("VORLO_FITS_SEED", "1").toULongLong();
+    const qulonglong firstSeed = qEnvironmentVariable("VORLO_FITS_SEED", QString::number(kFirstSeed)).toULongLong();
     int ties = 0;
     double largest = 0, seconds = 0, secondsAsWritten = 0;
     for (qulonglong seed = firstSeed; seed < firstSeed + static_cast<qulonglong>(fits); ++seed) {
