@@ -8,6 +8,11 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <system_error>
+#include <unistd.h>
+
 namespace app
 {
 namespace
@@ -40,6 +45,31 @@ QString decoded(const QByteArray& bytes)
     return decode.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
+/// Waits until the disk holds an open file or folder. Returns why it does not, empty when it does or when the file
+/// system does not know how to wait.
+QString waitForDisk(int handle)
+{
+    int result = 0;
+    do
+        result = ::fsync(handle);
+    while (result != 0 && errno == EINTR);
+    if (result == 0 || errno == EINVAL || errno == ENOTSUP)
+        return {};
+    return QString::fromStdString(std::generic_category().message(errno));
+}
+
+/// Waits until the disk holds the name of a file. A folder that may not be listed cannot be waited for.
+QString waitForName(const QString& path)
+{
+    const QString folder = QFileInfo(QFileInfo(path).canonicalFilePath()).path(); // the file behind a link is replaced
+    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return {};
+    const QString error = waitForDisk(handle);
+    ::close(handle);
+    return error.isEmpty() ? error : tr("The new file is in place, but a power cut may undo that: %1").arg(error);
+}
+
 } // namespace
 
 SessionFileText readSessionFile(const QString& path)
@@ -66,10 +96,12 @@ QString writeSessionFile(const QString& path, std::string_view text)
     if (const QString reason = notAFile(path); !reason.isEmpty())
         return reason;
     QSaveFile file(path);
-    // Flushed here: commit() would not notice that the disk has no room for what is still buffered.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
+    // Flushed and waited for here: commit() does not tell when the disk has no room or cannot write.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
         return file.errorString();
-    return {};
+    if (const QString error = waitForDisk(file.handle()); !error.isEmpty())
+        return error;
+    return file.commit() ? waitForName(path) : file.errorString();
 }
 
 } // namespace app

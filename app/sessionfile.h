@@ -18,8 +18,8 @@ struct SessionFileText {
 /// Reads no more of a file than a session can hold. A text that is not in the system's encoding is read as Latin-1.
 SessionFileText readSessionFile(const QString& path);
 
-/// Writes beside the file and moves the result over it, so that a failure leaves the old file whole.
-/// Returns the reason of a failure, empty when the session is saved.
+/// Writes beside the file, waits for the disk and moves the result over it, so that a failure leaves the old file
+/// whole. Returns the reason of a failure, empty when the session is saved.
 QString writeSessionFile(const QString& path, std::string_view text);
 
 } // namespace app

@@ -1,5 +1,6 @@
 #include "app/parameterpanel.h"
 #include "tests/support/application.h"
+#include "tests/support/diskfault.h"
 #include "ui/clipboard.h"
 
 #include <QAction>
@@ -10,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 #include <functional>
 #include <sys/resource.h>
@@ -85,6 +87,7 @@ private slots:
     void arithmeticFaultsLoseNothing();
     void failedSavesLoseNothing_data();
     void failedSavesLoseNothing();
+    void savesTellOfAnUncertainName();
     void filesCutOffAnywhereOpen();
     void pastingWithoutTextChangesNothing();
 };
@@ -288,7 +291,7 @@ void TestFaults::arithmeticFaultsLoseNothing()
 void TestFaults::failedSavesLoseNothing_data()
 {
     QTest::addColumn<QString>("fault");
-    for (const char* fault : {"disk full", "folder gone", "no permission"})
+    for (const char* fault : {"disk full", "disk broken", "folder gone", "no permission"})
         QTest::newRow(fault) << fault;
 }
 
@@ -308,6 +311,8 @@ void TestFaults::failedSavesLoseNothing()
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit small{100, limit.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
+    } else if (fault == "disk broken") {
+        support::diskFault = {.file = EIO};
     } else if (fault == "folder gone") {
         target = folder.filePath("gone/session.vrl");
     } else {
@@ -318,6 +323,7 @@ void TestFaults::failedSavesLoseNothing()
     vorlo.type("txtK", "77");
     vorlo.save(target);
     setrlimit(RLIMIT_FSIZE, &limit);
+    support::diskFault = {};
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QCOMPARE(vorlo.prompter.shown.size(), 1);
     QVERIFY(vorlo.prompter.shown[0].startsWith(target + " cannot be saved:\r\n"));
@@ -327,6 +333,23 @@ void TestFaults::failedSavesLoseNothing()
     vorlo.save(path);
     QCOMPARE(vorlo.prompter.shown.size(), 1);
     QVERIFY(contents(path).contains("K=77\r\n"));
+}
+
+void TestFaults::savesTellOfAnUncertainName()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("session.vrl");
+    Program vorlo;
+    support::diskFault = {.folder = EIO};
+    vorlo.save(path);
+    QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QVERIFY2(vorlo.prompter.shown[0].contains("a power cut may undo that"), qPrintable(vorlo.prompter.shown[0]));
+    QVERIFY(contents(path).startsWith("Vorlo File\r\n"));
+
+    support::diskFault = {.file = EINVAL, .folder = EINVAL}; // a file system that cannot wait
+    vorlo.save(path);
+    support::diskFault = {};
+    QCOMPARE(vorlo.prompter.shown.size(), 1);
 }
 
 void TestFaults::filesCutOffAnywhereOpen()
