@@ -1,6 +1,7 @@
 #include "ui/prompter.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileSystemModel>
 #include <QLineEdit>
@@ -52,6 +53,7 @@ private slots:
     void messagesArePlainText();
     void filesAreFoundInAnyCaseAndTheFolderIsRemembered();
     void savingProposesANameAndAddsTheSuffix();
+    void aClickTakesTheTypedPath();
     void filesAreReplacedOnlyAfterYes();
 };
 
@@ -111,6 +113,24 @@ void TestPrompter::savingProposesANameAndAddsTheSuffix()
     });
     QCOMPARE(prompter.fileToSave(other.filePath("open.vrl")).value_or(QString()), other.filePath("open.vrl"));
     QCOMPARE(proposed, "open.vrl");
+}
+
+void TestPrompter::aClickTakesTheTypedPath()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("run.vrl");
+    makeFile(path);
+    ui::DialogPrompter prompter;
+    whenAsked<QFileDialog>([&](QFileDialog& dialog) {
+        QCOMPARE(dialog.objectName(), "CommonDialog1");
+        dialog.setDirectory(folder.path());
+        auto* files = dialog.findChild<QFileSystemModel*>();
+        QTRY_COMPARE(files->rowCount(files->index(folder.path())), 1);
+        QTest::keyClicks(dialog.findChild<QLineEdit*>("fileNameEdit"), path);
+        QVERIFY(!QApplication::activePopupWidget()); // X11 gives such a list the next click
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open), Qt::LeftButton);
+    });
+    QCOMPARE(prompter.fileToOpen().value_or(QString()), path);
 }
 
 void TestPrompter::filesAreReplacedOnlyAfterYes()
