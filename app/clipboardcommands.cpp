@@ -30,10 +30,13 @@ void mnuCut_Click(SheetText& sheet, ui::Grid& grid)
     grid.setRedraw(true);
 }
 
-void mnuPaste_Click(SheetText& sheet, ui::Grid& grid, SharedState& shared)
+void mnuPaste_Click(SheetText& sheet, ui::Grid& grid, SharedState& shared, ui::Prompter& prompter)
 {
+    const auto text = ui::pastedText(prompter);
+    if (!text)
+        return;
     grid.setRedraw(false);
-    pasteBlock(sheet, grid.currentRow(), grid.currentColumn(), ui::clipboardText().toStdString());
+    pasteBlock(sheet, grid.currentRow(), grid.currentColumn(), text->toStdString());
     grid.setRedraw(true);
     shared.DataNormalized = false;
 }

@@ -67,7 +67,7 @@ void VorloMain::connectEditMenu()
     connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet, sheet.grid()); });
     connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet, sheet.grid()); });
     connect(&MainWindow, &frmVorloMain::pasteChosen, this,
-            [this, &sheet] { mnuPaste_Click(sheet, sheet.grid(), shared); });
+            [this, &sheet] { mnuPaste_Click(sheet, sheet.grid(), shared, m_prompter); });
 }
 
 void VorloMain::connectWindows()

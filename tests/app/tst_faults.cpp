@@ -4,12 +4,15 @@
 #include "ui/clipboard.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QDir>
 #include <QImage>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <cerrno>
 #include <csignal>
@@ -69,6 +72,36 @@ private:
     std::function<void()> m_action;
 };
 
+/// What the clipboard holds when another program owns it and hangs, as the toolkit tells of it under Wayland.
+class HangingOwner : public QMimeData
+{
+public:
+    HangingOwner(const QStringList& offered, int& timeOuts) : m_offered(offered), m_timeOuts(timeOuts) {}
+    QStringList formats() const override
+    {
+        if (m_offered.isEmpty())
+            timeOut();
+        return m_offered;
+    }
+
+protected:
+    QVariant retrieveData(const QString& /*format*/, QMetaType /*type*/) const override
+    {
+        timeOut();
+        return {};
+    }
+
+private:
+    void timeOut() const
+    {
+        QThread::sleep(1);
+        ++m_timeOuts;
+    }
+
+    QStringList m_offered;
+    int& m_timeOuts;
+};
+
 } // namespace
 
 class TestFaults : public QObject
@@ -90,6 +123,8 @@ private slots:
     void savesTellOfAnUncertainName();
     void filesCutOffAnywhereOpen();
     void pastingWithoutTextChangesNothing();
+    void pastingFromAHangingProgramTellsAfterOneTimeOut_data();
+    void pastingFromAHangingProgramTellsAfterOneTimeOut();
 };
 
 /// Phases and fits by commands and windows to close.
@@ -379,6 +414,32 @@ void TestFaults::pastingWithoutTextChangesNothing()
     vorlo.run("mnuPaste");
     QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 1), before);
     QCOMPARE(vorlo.prompter.shown, QStringList());
+}
+
+void TestFaults::pastingFromAHangingProgramTellsAfterOneTimeOut_data()
+{
+    QTest::addColumn<QStringList>("offered");
+    QTest::newRow("does not even say what it has") << QStringList();
+    QTest::newRow("does not hand over its text") << QStringList{"text/plain", "text/plain;charset=utf-8", "text/html"};
+}
+
+void TestFaults::pastingFromAHangingProgramTellsAfterOneTimeOut()
+{
+    QFETCH(const QStringList, offered);
+    Program vorlo;
+    const std::string before = vorlo.program.MainWindow.sheet().cell(1, 1);
+    int timeOuts = 0;
+    QGuiApplication::clipboard()->setMimeData(new HangingOwner(offered, timeOuts));
+    vorlo.run("mnuPaste");
+    QCOMPARE(timeOuts, 1);
+    QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QVERIFY2(vorlo.prompter.shown[0].contains("does not answer"), qPrintable(vorlo.prompter.shown[0]));
+    QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 1), before);
+    QVERIFY(vorlo.program.shared.DataNormalized);
+    ui::copyText("5");
+    vorlo.run("mnuPaste");
+    QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 1), "5");
 }
 
 QTEST_MAIN(TestFaults)
