@@ -59,6 +59,7 @@ fit::Outcome checkFit(fit::Problem& problem, const Setup& setup)
     CountingObserver observer;
     const fit::Outcome outcome = fit::gaussNewton(problem, setup.options, setup.start, observer);
     check(observer.iterations <= setup.options.iterationLimit + 1);
+    fuzz::fits += observer.iterations > 0;
     if (outcome.ending != fit::Ending::ArithmeticFault)
         for (int j = 1; j <= setup.options.parameterCount; ++j)
             check(std::isfinite(outcome.parameters[static_cast<std::size_t>(j)]));

@@ -16,6 +16,9 @@ inline void check(bool holds)
         __builtin_trap();
 }
 
+/// Fits with at least one update so far. An input that gets to none has tested the reader only.
+inline int fits = 0;
+
 /// Takes values off the front of an input; zeros once it is used up.
 class Input
 {

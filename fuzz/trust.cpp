@@ -79,6 +79,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const trust::EngineRun run = trust::runEngine(problem, fit.options, fit.start);
     fit.values = run.values;
     fit.iterations = run.outcome.iterations;
+    fuzz::fits += run.outcome.iterations > 0;
     checkDetails(input, task, fit);
     fit.values = fit.start = task.typed.values;
     fit.calculated = true;
