@@ -1,3 +1,5 @@
+#include "app/resultrow.h"
+#include "fit/numbertext.h"
 #include "tests/support/application.h"
 #include "ui/grid.h"
 
@@ -8,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QPushButton>
 #include <QTest>
 
@@ -51,6 +54,23 @@ bool isMarked(const QImage& picture, const QJsonArray& mark)
     return false;
 }
 
+QString nameOf(const QJsonObject& expected)
+{
+    return QString("%1, model %2%3%4")
+        .arg(expected["command"].toString())
+        .arg(expected["model"].toInt())
+        .arg(expected["logMode"].toInt() ? ", log mode" : "", expected["fixed"].toInt() ? ", fixed" : "");
+}
+
+int cellsInUse(const ui::Grid& grid)
+{
+    int count = 0;
+    for (int row = 0; row < grid.rows(); ++row)
+        for (int column = 0; column < grid.columns(); ++column)
+            count += !grid.text(row, column).isEmpty();
+    return count;
+}
+
 struct Program : support::Application {
     /// The picture of a plot as its button copies it.
     static QImage pictureOf(plot::Graph& graph)
@@ -68,8 +88,8 @@ struct Program : support::Application {
 
 } // namespace
 
-/// Every command with every model in both modes through the real windows. What is expected was worked out by
-/// tests/reference/everycommand.py, which shares nothing with the program.
+/// Every command with every model in both modes through the real windows, in a program of its own and one after the
+/// other. What is expected was worked out by tests/reference/everycommand.py, which shares nothing with the program.
 class TestEveryCommand : public QObject
 {
     Q_OBJECT
@@ -78,8 +98,15 @@ private slots:
     void init();
     void givesWhatIsWorkedOutApart_data();
     void givesWhatIsWorkedOutApart();
+    void goesOnFromWhatCommandsLeave();
 
 private:
+    void fill(const QJsonArray& samples);
+    void type(const QJsonObject& texts);
+    void normalize(const QJsonArray& table);
+    void doCommand(const QJsonObject& expected);
+    void compareResults(const QMap<int, QJsonArray>& results);
+    void compareLeft(const QJsonObject& expected);
     static void compareTable(const plot::SpreadSheet& table, const QJsonArray& cells);
     void comparePlot(plot::Graph& graph, const QJsonArray& marks);
 
@@ -90,14 +117,53 @@ private:
 void TestEveryCommand::init()
 {
     m_vorlo = std::make_unique<Program>();
-    QList<support::Column> samples;
-    for (const QJsonValue& sample : m_expected["samples"].toArray())
-        samples << sample.toVariant().toStringList();
-    m_vorlo->fill(samples);
-    const QJsonObject typed = m_expected["typed"].toObject();
+    fill(m_expected["samples"].toArray());
+    type(m_expected["typed"].toObject());
+}
+
+void TestEveryCommand::fill(const QJsonArray& samples)
+{
+    QList<support::Column> columns;
+    for (const QJsonValue& sample : samples)
+        columns << sample.toVariant().toStringList();
+    m_vorlo->fill(columns);
+}
+
+void TestEveryCommand::type(const QJsonObject& texts)
+{
     const QHash<QString, QString> names{{"s", "S"}, {"Cp", "ConcProbe"}, {"tolerance", "Tolerance"}};
-    for (const QString& key : typed.keys())
-        m_vorlo->type("txt" + names.value(key, key), typed[key].toString());
+    for (const QString& key : texts.keys())
+        m_vorlo->type("txt" + names.value(key, key), texts[key].toString());
+}
+
+void TestEveryCommand::normalize(const QJsonArray& table)
+{
+    m_vorlo->run("mnuNormalization");
+    compareTable(m_vorlo->program.OutputTable1, table);
+}
+
+/// Does a command and compares what it says and shows.
+void TestEveryCommand::doCommand(const QJsonObject& expected)
+{
+    Program& vorlo = *m_vorlo;
+    vorlo.program.shared.settings.LogMode = expected["logMode"].toInt();
+    vorlo.choose(expected["model"].toInt());
+    vorlo.type("txtIteration", expected["iteration"].toString());
+    for (const char* box : {"Check1", "Check2"})
+        vorlo.control<QCheckBox>(box).setChecked(expected["fixed"].toInt());
+    vorlo.prompter.shown.clear();
+    vorlo.run(qPrintable(expected["command"].toString()));
+
+    QCOMPARE(vorlo.prompter.shown, expected["messages"].toVariant().toStringList());
+    if (!expected.contains("report"))
+        return;
+    QCOMPARE(vorlo.reportOf(vorlo.analyzer(expected["analysis"].toString())),
+             expected["report"].toString().remove('\r'));
+    compareTable(vorlo.program.OutputTable2, expected["table"].toArray());
+    const QJsonObject plots = expected["plots"].toObject();
+    for (const QString& name : plots.keys())
+        comparePlot(name == "GraphWindow1" ? vorlo.program.GraphWindow1 : vorlo.program.GraphWindow2,
+                    plots[name].toArray());
 }
 
 void TestEveryCommand::givesWhatIsWorkedOutApart_data()
@@ -105,39 +171,69 @@ void TestEveryCommand::givesWhatIsWorkedOutApart_data()
     QTest::addColumn<QJsonObject>("expected");
     for (const QJsonValue& value : m_expected["cases"].toArray()) {
         const QJsonObject one = value.toObject();
-        QTest::addRow("%s, model %d%s%s", qPrintable(one["command"].toString()), one["model"].toInt(),
-                      one["logMode"].toInt() ? ", log mode" : "", one["fixed"].toInt() ? ", fixed" : "")
-            << one;
+        QTest::newRow(qPrintable(nameOf(one))) << one;
     }
 }
 
 void TestEveryCommand::givesWhatIsWorkedOutApart()
 {
     QFETCH(const QJsonObject, expected);
-    Program& vorlo = *m_vorlo;
-    const QString analysis = expected["analysis"].toString();
-    vorlo.program.shared.settings.LogMode = expected["logMode"].toInt();
-    vorlo.choose(expected["model"].toInt());
-    vorlo.type("txtIteration", expected["iteration"].toString());
-    for (const char* box : {"Check1", "Check2"})
-        vorlo.control<QCheckBox>(box).setChecked(expected["fixed"].toInt());
-    if (analysis == "Decay") {
-        vorlo.run("mnuNormalization");
-        compareTable(vorlo.program.OutputTable1, m_expected["normalized"].toArray());
-    }
-    vorlo.run(qPrintable(expected["command"].toString()));
+    if (expected["analysis"].toString() == "Decay")
+        normalize(m_expected["normalized"].toArray());
+    doCommand(expected);
+    compareResults({{1, expected["row"].toArray()}});
+}
 
-    QCOMPARE(vorlo.prompter.shown, expected["messages"].toVariant().toStringList());
-    if (!expected.contains("report"))
-        return;
-    QCOMPARE(vorlo.reportOf(vorlo.analyzer(analysis)), expected["report"].toString().remove('\r'));
-    const QJsonArray row = expected["row"].toArray();
-    for (int column = 0; column < row.size(); ++column)
-        QCOMPARE(vorlo.result(1, column), row[column].toString());
-    compareTable(vorlo.program.OutputTable2, expected["table"].toArray());
-    const QJsonObject plots = expected["plots"].toObject();
-    comparePlot(vorlo.program.GraphWindow1, plots["GraphWindow1"].toArray());
-    comparePlot(vorlo.program.GraphWindow2, plots["GraphWindow2"].toArray());
+/// What earlier commands leave shows in later ones: ratios beyond the present samples, parameters without a logarithm,
+/// fields that a result does not fill, captions.
+void TestEveryCommand::goesOnFromWhatCommandsLeave()
+{
+    QMap<int, QJsonArray> results;
+    for (const QJsonValue& value : m_expected["sequence"].toArray()) {
+        const QJsonObject expected = value.toObject();
+        if (expected.contains("sheet"))
+            fill(expected["sheet"].toArray());
+        if (expected.contains("normalized"))
+            normalize(expected["normalized"].toArray());
+        type(expected["typed"].toObject());
+        doCommand(expected);
+        if (expected.contains("stored"))
+            results[expected["stored"].toInt()] = expected["row"].toArray();
+        compareResults(results);
+        compareLeft(expected);
+        if (QTest::currentTestFailed())
+            QFAIL(qPrintable(nameOf(expected)));
+    }
+}
+
+void TestEveryCommand::compareResults(const QMap<int, QJsonArray>& results)
+{
+    for (int row = 1; row <= app::kMaxResults; ++row)
+        for (int column = 0; column < app::kResultColumns; ++column)
+            QCOMPARE(m_vorlo->result(row, column), results.value(row).at(column).toString());
+}
+
+/// All fields of the last result, captions and size of what is shown, and the getters of both analyzers.
+void TestEveryCommand::compareLeft(const QJsonObject& expected)
+{
+    app::VorloMain& program = m_vorlo->program;
+    const auto text = [](double value) { return QString::fromStdString(fit::formatNumber(value, "#.###e+##")); };
+    if (expected.contains("stored")) {
+        const auto slot = static_cast<std::size_t>(expected["stored"].toInt());
+        const app::ResultRecord& last = program.shared.results.ResultData[slot];
+        const QStringList record{text(last.KorF), text(last.Kq1), text(last.Kq2), text(last.Kq22), text(last.R)};
+        QCOMPARE(record, expected["record"].toVariant().toStringList());
+    }
+    const auto* grid = program.OutputTable2.findChild<ui::Grid*>();
+    const QStringList shown{program.OutputTable2.windowTitle(), program.GraphWindow2.windowTitle(),
+                            QString::number(grid->rows()), QString::number(cellsInUse(*grid))};
+    QCOMPARE(shown, expected["shown"].toVariant().toStringList());
+    QStringList left;
+    for (const analysis::Fitter* fitter :
+         {static_cast<analysis::Fitter*>(&program.SVAnalyzer), static_cast<analysis::Fitter*>(&program.DecayAnalyzer)})
+        left << text(fitter->getK()) << text(fitter->getF()) << text(fitter->getkq1()) << text(fitter->getkq2())
+             << text(fitter->getkq22());
+    QCOMPARE(left, expected["left"].toVariant().toStringList());
 }
 
 void TestEveryCommand::compareTable(const plot::SpreadSheet& table, const QJsonArray& cells)
