@@ -109,7 +109,13 @@ void TestFitDetails::givesTheFiguresOfALine()
     QVERIFY(near(details.rootMeanSquareError, std::sqrt(0.045 / 2)));
     QVERIFY(near(details.R2, 1 - 0.045 / (1.55 * 1.55 + 0.45 * 0.45 + 0.35 * 0.35 + 1.65 * 1.65)));
     QVERIFY(!details.AICc.has_value()); // three points, one constant and the variance
-    QCOMPARE(details.runs.runs, 3);
+    const FitLabels labels{app::Analysis::SternVolmer, 1, {}};
+    const TextTable figures = detailsText(details, labels).figures;
+    QCOMPARE(figures[7][1], std::string("3 (2 points above, 1 below)"));
+    QCOMPARE(figures[8][1], std::string("100.0 %"));
+    finished.values[1] = 0.9; // all points above
+    QCOMPARE(detailsText(detailsOf(input, finished), labels).figures[7][1],
+             std::string("no runs test, all have one sign"));
     QVERIFY(near(*correctedAkaike(0.045, 6, 1), 6 * std::log(0.0075) + 4 + 12.0 / 3));
 }
 
@@ -129,20 +135,25 @@ void TestFitDetails::judgesWhereAFitEnded()
 
 void TestFitDetails::judgesACalculation()
 {
-    const RatioInput input = support::acridone(1);
-    FinishedFit finished{.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0), .calculated = true};
-    finished.start = finished.values = {0, 154.055 / 17.6e-9, 0, 0};
-    QVERIFY(detailsOf(input, finished).verdict == Verdict::AtMinimum);
-    finished.start = finished.values = {0, 1e9, 0, 0};
-    QVERIFY(detailsOf(input, finished).verdict == Verdict::NotAMinimum);
-    const RatioInput both = support::acridone(3);
-    finished.options = engineOptions(both.panel, app::Analysis::SternVolmer, 0);
-    finished.start = finished.values = {0, 1e-12, 1e-20, 0}; // so small that the law is flat far around
-    QVERIFY(detailsOf(both, finished).verdict == Verdict::NotAMinimum);
-    const RatioInput complex = support::acridone(5);
-    finished.options = engineOptions(complex.panel, app::Analysis::SternVolmer, 0);
-    finished.start = finished.values = {}; // K = 0
-    QVERIFY(detailsOf(complex, finished).verdict == Verdict::NotDefined);
+    const RatioInput line = support::ratioInput(1, {0, 1, 2, 3}, {1, 2, 3, 4}, 1);
+    const std::tuple<RatioInput, fit::Parameters, Verdict> cases[]{
+        {support::acridone(1), {0, 154.055 / 17.6e-9}, Verdict::AtMinimum},
+        {support::acridone(1), {0, 1e9}, Verdict::NotAMinimum},
+        {support::acridone(3), {0, 1e-12, 1e-20}, Verdict::NotAMinimum}, // so small that the law is flat far around
+        {support::acridone(5), {}, Verdict::NotDefined},                 // K = 0
+        // Sums of 2.2e-12 and 5e-12 for four points: a millionth a point is below what any instrument sees.
+        {line, {0, 1 + 4e-7}, Verdict::AtMinimum},
+        {line, {0, 1 + 6e-7}, Verdict::NotAMinimum}};
+    for (const auto& [input, values, verdict] : cases) {
+        const FitDetails details =
+            detailsOf(input, {.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0),
+                              .start = values,
+                              .values = values,
+                              .calculated = true});
+        QVERIFY(details.verdict == verdict);
+        const std::string remarks = detailsText(details, {app::Analysis::SternVolmer, input.panel.Model, {}}).remarks;
+        QCOMPARE(remarks.find("for orientation") != std::string::npos, verdict == Verdict::NotAMinimum);
+    }
 }
 
 void TestFitDetails::namesWhatTheDataDoNotDetermine()
