@@ -29,6 +29,9 @@ const QList<support::Column> kSamples{{"0", "2", "0.4", "24000", "0.6", "57000",
                                       {"0.02", "2", "0.6", "12500", "0.4", "28600", "", "", "42.9"}};
 const QStringList kArithmeticFault{"The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
                                    "Please change the initial values and run again."};
+const QList<support::Column> kOtherSamples{{"0", "2", "0.7", "21000", "0.3", "63000", "", "", "90"},
+                                           {"0.004", "2", "0.6", "17400", "0.4", "52500", "", "", "71.2"},
+                                           {"0.03", "2", "0.8", "9100", "0.2", "19900", "", "", "24.8"}};
 constexpr int kPatientIterations = 12; // no fit below converges sooner
 
 struct Program : support::Application {
@@ -167,7 +170,7 @@ void TestFaults::interruptedFitsReportTheirOwnOutcome()
         vorlo.prompter.nextFile = session;
         vorlo.choose(3); // another model, probe and sheet than the fit started with
         vorlo.type("txtConcProbe", "1e-3");
-        vorlo.fill({kSamples[0], kSamples[2], kSamples[1]});
+        vorlo.fill(kOtherSamples);
         if (menuItem.startsWith("mnu"))
             return vorlo.run(qPrintable(menuItem));
         for (QWidget* window : QApplication::topLevelWidgets())
