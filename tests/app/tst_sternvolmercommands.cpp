@@ -2,8 +2,6 @@
 
 #include <QTest>
 
-#include <cmath>
-
 namespace
 {
 
@@ -23,7 +21,6 @@ class TestSternVolmerCommands : public QObject
 private slots:
     void refusesIncompleteSheets();
     void refusesNumbersBeyondTheRange();
-    void keepsSlotsWithoutLogarithm();
     void takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem();
 };
 
@@ -70,16 +67,6 @@ void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
     }
     QCOMPARE(vorlo.result(1, 0), "SV");
     QCOMPARE(vorlo.result(2, 0), "");
-}
-
-void TestSternVolmerCommands::keepsSlotsWithoutLogarithm()
-{
-    Application vorlo;
-    sternvolmer::frmSternVolmerAnalyzer& analyzer = vorlo.program.SVAnalyzer;
-    analyzer.setInitialParameter(3, 1, 2, 3);
-    analyzer.setLogMode(1);
-    analyzer.setInitialParameter(2, 1e7, 0, -5);
-    QCOMPARE(analyzer.parameters(), (fit::Parameters{0, std::log(1e7), 2, 3}));
 }
 
 // A slot without a logarithm keeps its value of the normal mode, of which exp may be infinite: a rate constant that is
