@@ -89,7 +89,7 @@ void Run::linearise()
     double sum = 0;
     for (int i = 1; i <= m_pass.pointCount; ++i)
         sum += addPoint(i);
-    m_pass.sum = m_outcome.residualSum = sum;
+    m_pass.sum = sum;
 }
 
 /// An eighth of each parameter at first, halved with every iteration down to 1/128.

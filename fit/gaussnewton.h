@@ -69,7 +69,6 @@ struct Options {
 struct Outcome {
     Parameters parameters{}; // as fitted: natural logarithms in log mode
     double iterations = 0;   // completed updates
-    double residualSum = 0;  // sum of squared residuals before the last update; where it converged, at the end
     Status status = Status::Fine;
     Ending ending = Ending::Converged;
 };
