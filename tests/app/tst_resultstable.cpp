@@ -40,13 +40,12 @@ class TestResultsTable : public QObject
 
 private slots:
     void init();
-    void takesOverOnlyTheReportedQuantities();
+    void keepsTheRowsBelowACursorSetBack();
     void readsTheFieldsOfAFileLine();
     void aNegativeVolumeHasNoRadius();
     void showsTheColumnsThatTheModelReports();
     void theMarkerFollowsSetCursorUntilARedraw();
     void aNewResultIsInViewAndItsTipTellsTheError();
-    void theTwentyFirstResultOverwritesTheFirst();
     void deletedRowsMoveUp();
     void deletingAtTheFirstCursorLeavesIt();
     void copyTakesTheRowsAboveTheCursor();
@@ -87,19 +86,13 @@ void TestResultsTable::init()
     m_table = std::make_unique<app::ResultsTable>(*m_shared);
 }
 
-void TestResultsTable::takesOverOnlyTheReportedQuantities()
+void TestResultsTable::keepsTheRowsBelowACursorSetBack()
 {
     app::ResultStore& store = m_shared->results;
     store.ResultCursor = 7;
-    store.ResultData[7] = {.Method = {}, .Kq1 = 7, .Kq22 = 8, .Error = {}, .R = 9};
-    ResultRecord expected = fitted(2);
-    expected.Kq1 = 7;
-    expected.Kq22 = 8;
-    expected.R = 9;
-    store.store(fitted(2), app::KorF | app::Kq2);
-    QVERIFY(store.ResultData[7] == expected);
+    store.store(fitted(2), app::KorF);
     QCOMPARE(store.ResultRowEnd, 8);
-    store.ResultCursor = 2; // a cursor set back keeps the rows below
+    store.ResultCursor = 2;
     store.store(fitted(2), app::KorF);
     QCOMPARE(store.ResultCursor, 3);
     QCOMPARE(store.ResultRowEnd, 8);
@@ -190,17 +183,6 @@ void TestResultsTable::aNewResultIsInViewAndItsTipTellsTheError()
     QCOMPARE(tipAt(grid.verticalHeader()->viewport(), 2), "not satisfied 22");
     press("cmdClearAll", 1);
     QTRY_COMPARE(tipAt(grid.viewport(), 2), "");
-}
-
-void TestResultsTable::theTwentyFirstResultOverwritesTheFirst()
-{
-    for (int i = 1; i <= 21; ++i)
-        store(fitted(5, i));
-    QCOMPARE(m_table->GetResultText(1, 2), "1.05e+3");
-    QCOMPARE(m_table->GetResultText(2, 2), "1.e+2");
-    QCOMPARE(m_table->GetResultText(20, 2), "1.e+3");
-    QCOMPARE(m_shared->results.ResultCursor, 2);
-    QCOMPARE(m_shared->results.ResultRowEnd, 21);
 }
 
 void TestResultsTable::deletedRowsMoveUp()
