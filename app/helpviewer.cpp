@@ -1,5 +1,6 @@
 #include "app/helpviewer.h"
 
+#include "ui/textbox.h"
 #include "ui/twips.h"
 
 #include <QCoreApplication>
@@ -7,7 +8,6 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTextBrowser>
@@ -44,7 +44,7 @@ QString helpFilePath()
 }
 
 HelpViewer::HelpViewer(QWidget* parent)
-    : QWidget(parent, Qt::Window), m_text(new QTextBrowser(this)), m_find(new QLineEdit(this))
+    : QWidget(parent, Qt::Window), m_text(new QTextBrowser(this)), m_find(new ui::TextBox(this))
 {
     setWindowTitle(tr("Vorlo Help"));
     m_text->setObjectName("txtHelp");

@@ -6,6 +6,7 @@
 #include "fit/numbertext.h"
 #include "ui/fittingfont.h"
 #include "ui/optiongroup.h"
+#include "ui/textbox.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -14,7 +15,6 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -139,7 +139,7 @@ QLayout* ParameterPanel::makeParameterBoxes()
 
 QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name)
 {
-    auto* edit = named(new QLineEdit(this), QString::fromLatin1(name));
+    auto* edit = named(new ui::TextBox(this), QString::fromLatin1(name));
     // Wide enough for a restored rate constant.
     edit->setFixedWidth(edit->fontMetrics().horizontalAdvance("1.235e+7") + kBoxPadding);
     // Start values that were found may have more digits: one sees them all, or else the power of ten is hidden.
@@ -161,7 +161,7 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     auto* row = new QHBoxLayout(frame);
     tighten(*row);
     auto* threshold = named(new QRadioButton(mark + tr("≧") + mark, frame), "opnFitRegion1");
-    m_fitRegion = named(new QLineEdit(frame), "txtFitRegion");
+    m_fitRegion = named(new ui::TextBox(frame), "txtFitRegion");
     m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
     explain(*m_fitRegion, guideText(kFitRegionGuide));
     auto* all = named(new QRadioButton(tr("All"), frame), "opnFitRegion0");
