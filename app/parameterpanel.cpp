@@ -84,8 +84,9 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
     layout->addStretch();
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 
-    connect(m_models, &QButtonGroup::idClicked, this, &ParameterPanel::chooseModel);
-    connect(m_fitRegions, &QButtonGroup::idClicked, this, &ParameterPanel::chooseFitRegion);
+    // Checked, not clicked: assistive technology checks an option without a click.
+    connect(m_models, &QButtonGroup::idToggled, this, &ParameterPanel::modelToggled);
+    connect(m_fitRegions, &QButtonGroup::idToggled, this, &ParameterPanel::fitRegionToggled);
     for (QButtonGroup* options : {m_models, m_fitRegions})
         ui::stopTabAtChosen(*options);
     setPanelState({});
@@ -226,9 +227,14 @@ void ParameterPanel::setPanelState(const PanelState& panel)
 
 void ParameterPanel::chooseModel(int model)
 {
-    if (model < 1 || model > kModelCount)
+    if (QAbstractButton* option = m_models->button(model))
+        option->setChecked(true);
+}
+
+void ParameterPanel::modelToggled(int model, bool chosen)
+{
+    if (!chosen)
         return;
-    m_models->button(model)->setChecked(true);
     m_kq1Label->setText(fromUtf8(kq1Caption(model)));
     for (const PanelBox used : {PanelBox::kq1, PanelBox::kq2, PanelBox::K, PanelBox::F}) {
         const ParameterGuide* guide = parameterGuide(model, used);
@@ -266,9 +272,9 @@ void ParameterPanel::stepModel(int step)
 }
 
 // "All" leaves the mode as it is: once a threshold was chosen, only a restart or an opened session ends it.
-void ParameterPanel::chooseFitRegion(int option)
+void ParameterPanel::fitRegionToggled(int option, bool chosen)
 {
-    if (option == kThresholdOption)
+    if (chosen && option == kThresholdOption)
         m_shared.FitRegionMode = decay::kFitRegionThreshold;
 }
 

@@ -26,7 +26,7 @@ public:
     explicit ParameterPanel(SharedState& shared, QWidget* parent = nullptr);
 
     PanelState panelState() const override;
-    /// Shows a state. A model outside 1..13 leaves the chosen one; the fit-region mode is not touched.
+    /// Shows a state. A model outside 1..13 leaves the chosen one.
     void setPanelState(const PanelState& panel) override;
 
     /// Chooses a model and enables the boxes that it uses; a number outside 1..13 does nothing.
@@ -44,7 +44,8 @@ private:
     QLayout* makeParameterBoxes();
     QLineEdit* addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name);
     QLineEdit* box(PanelBox box) const;
-    void chooseFitRegion(int option);
+    void modelToggled(int model, bool chosen);
+    void fitRegionToggled(int option, bool chosen);
     void stepModel(int step);
 
     SharedState& m_shared;

@@ -78,6 +78,11 @@ QGroupBox* frmSettingWindow::makeFrame(const SettingChoice& choice)
         layout->addWidget(option);
     }
     ui::stopTabAtChosen(*group);
+    // Assistive technology checks an option without a click; a click on the checked one stores and announces, too.
+    connect(group, &QButtonGroup::idToggled, this, [this, &choice](int index, bool checked) {
+        if (checked && m_shared.settings.*choice.setting != index)
+            choose(choice, index);
+    });
     connect(group, &QButtonGroup::idClicked, this, [this, &choice](int index) { choose(choice, index); });
     return frame;
 }

@@ -1,6 +1,7 @@
 #include "app/parameterpanel.h"
 #include "app/sharedstate.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,6 +19,7 @@ private slots:
     void explainsModelsAndParameters();
     void arrowKeysWalkThroughTheModels();
     void allLeavesTheFitRegionMode();
+    void assistiveTechnologyChoosesToo();
     void changedFitRegionNeedsNormalizationAgain();
     void restoresResults();
 
@@ -97,6 +99,15 @@ void TestParameterPanel::allLeavesTheFitRegionMode()
     option("opnFitRegion1").click();
     QCOMPARE(m_shared.FitRegionMode, 1);
     option("opnFitRegion0").click();
+    QCOMPARE(m_shared.FitRegionMode, 1);
+}
+
+void TestParameterPanel::assistiveTechnologyChoosesToo()
+{
+    for (const char* name : {"opnModel13", "opnFitRegion1"})
+        QAccessible::queryAccessibleInterface(&option(name))->actionInterface()->doAction("Toggle");
+    QVERIFY(box("txtF").isEnabled() && !box("txtkq2").isEnabled());
+    QCOMPARE(m_panel->findChild<QLabel*>("lblkq1")->text(), "kq1/M-1s-1");
     QCOMPARE(m_shared.FitRegionMode, 1);
 }
 

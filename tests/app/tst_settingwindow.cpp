@@ -3,6 +3,7 @@
 #include "tests/support/windowsize.h"
 #include "ui/twips.h"
 
+#include <QAccessible>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QtTest>
@@ -41,6 +42,15 @@ void TestSettingWindow::eachOptionStoresItsIndexAtOnce()
             option->click();
             QCOMPARE(shared.settings.*setting, index);
         }
+    QSignalSpy announced(&window, &frmSettingWindow::assessmentChanged);
+    for (const auto& [group, setting] : groups) {
+        QRadioButton* option = window.findChild<QRadioButton*>(group + "0");
+        QAccessible::queryAccessibleInterface(option)->actionInterface()->doAction("Toggle");
+        QCOMPARE(shared.settings.*setting, 0);
+    }
+    QCOMPARE(announced.count(), 1);
+    window.findChild<QRadioButton*>("opnAssessment0")->click(); // chosen already: the results are drawn again
+    QCOMPARE(announced.count(), 2);
 }
 
 void TestSettingWindow::fitsItsSquareAndHides()
