@@ -27,13 +27,13 @@ void pasteRow(SheetText& sheet, int row, int column, std::string_view line)
 
 } // namespace
 
-std::string blockText(const SheetText& sheet, const Block& block)
+std::string blockText(const decay::CellText& cell, const Block& block)
 {
     const auto [top, left, bottom, right] = ordered(block);
     std::string text;
     for (int row = top; row <= bottom; ++row)
         for (int column = left; column <= right; ++column) {
-            text += oneField(sheet.cell(row, column), kSeparators);
+            text += oneField(cell(row, column), kSeparators);
             text += column == right ? kLineEnd : "\t";
         }
     return text;
@@ -46,6 +46,8 @@ void emptyBlock(SheetText& sheet, const Block& block)
         for (int column = left; column <= right; ++column)
             sheet.setCell(row, column, {});
 }
+
+bool isBlock(std::string_view text) { return text.find_first_of(kSeparators) < text.find_last_not_of(kLineEnd) + 1; }
 
 void pasteBlock(SheetText& sheet, int row, int column, std::string_view text)
 {

@@ -15,9 +15,12 @@ struct Block {
     int farRow = 0, farColumn = 0;
 };
 
-std::string blockText(const SheetText& sheet, const Block& block);
+std::string blockText(const decay::CellText& cell, const Block& block);
 
 void emptyBlock(SheetText& sheet, const Block& block);
+
+/// Whether a pasted text is for more than one cell: it has a tab, or a line end with text after it.
+bool isBlock(std::string_view text);
 
 /// Writes a text from (row, column) on. Cells outside the sheet are dropped, title cells keep their texts.
 void pasteBlock(SheetText& sheet, int row, int column, std::string_view text);

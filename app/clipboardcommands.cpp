@@ -1,44 +1,32 @@
 #include "app/clipboardcommands.h"
 
 #include "app/blocktext.h"
-#include "app/sharedstate.h"
+#include "app/datasheet.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
 
 namespace app
 {
-namespace
-{
 
-Block selectedBlock(const ui::Grid& grid)
+void copyBlock(const ui::Grid& grid)
 {
-    return {grid.currentRow(), grid.currentColumn(), grid.farRow(), grid.farColumn()};
+    const auto cell = [&grid](int row, int column) { return grid.text(row, column).toStdString(); };
+    const Block selected{grid.currentRow(), grid.currentColumn(), grid.farRow(), grid.farColumn()};
+    ui::copyText(QString::fromStdString(blockText(cell, selected)));
 }
 
-} // namespace
+void mnuCopy_Click(const DataSheet& sheet) { copyBlock(sheet.grid()); }
 
-void mnuCopy_Click(const SheetText& sheet, const ui::Grid& grid)
+void mnuCut_Click(DataSheet& sheet)
 {
-    ui::copyText(QString::fromStdString(blockText(sheet, selectedBlock(grid))));
+    mnuCopy_Click(sheet);
+    sheet.clearBlock();
 }
 
-void mnuCut_Click(SheetText& sheet, ui::Grid& grid)
+void mnuPaste_Click(DataSheet& sheet, ui::Prompter& prompter)
 {
-    mnuCopy_Click(sheet, grid);
-    grid.setRedraw(false);
-    emptyBlock(sheet, selectedBlock(grid));
-    grid.setRedraw(true);
-}
-
-void mnuPaste_Click(SheetText& sheet, ui::Grid& grid, SharedState& shared, ui::Prompter& prompter)
-{
-    const auto text = ui::pastedText(prompter);
-    if (!text)
-        return;
-    grid.setRedraw(false);
-    pasteBlock(sheet, grid.currentRow(), grid.currentColumn(), text->toStdString());
-    grid.setRedraw(true);
-    shared.DataNormalized = false;
+    if (const auto text = ui::pastedText(prompter))
+        sheet.pasteText(*text);
 }
 
 } // namespace app

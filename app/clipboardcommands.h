@@ -6,17 +6,19 @@ class Grid;
 class Prompter;
 } // namespace ui
 
-/// The edit menu: the selected block of the data sheet to and from the system clipboard.
+/// Blocks of cells to and from the system clipboard; the edit menu works on the data sheet.
 namespace app
 {
 
-class SheetText;
-struct SharedState;
+class DataSheet;
 
-void mnuCopy_Click(const SheetText& sheet, const ui::Grid& grid);
+/// Copies the selected block of a grid.
+void copyBlock(const ui::Grid& grid);
+
+void mnuCopy_Click(const DataSheet& sheet);
 /// Copies and empties the block, titles in it included. What was normalized stays valid.
-void mnuCut_Click(SheetText& sheet, ui::Grid& grid);
+void mnuCut_Click(DataSheet& sheet);
 /// Writes the clipboard's text from the current cell on. Changes nothing when the clipboard does not answer.
-void mnuPaste_Click(SheetText& sheet, ui::Grid& grid, SharedState& shared, ui::Prompter& prompter);
+void mnuPaste_Click(DataSheet& sheet, ui::Prompter& prompter);
 
 } // namespace app

@@ -2,10 +2,12 @@
 
 #include "app/blocktext.h"
 #include "ui/grid.h"
+#include "ui/textbox.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
+#include <QMenuBar>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -17,13 +19,37 @@ namespace app
 namespace
 {
 constexpr int kTitleColumnTwips = 1000;
+
+bool isModifier(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_Mode_switch:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
-DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new QLineEdit(this)), m_grid(new ui::Grid(this))
+DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBox(this)), m_grid(new ui::Grid(this))
 {
     m_editor->setObjectName("txtEdit");
     m_editor->setAccessibleName(tr("Text of the current cell"));
     m_editor->installEventFilter(this);
+    m_editor->takenElsewhere = [this](const QString& text) { return takeBlock(text); };
     m_grid->setObjectName("MSHFlexGrid1");
     m_grid->setAccessibleName(tr("Data sheet"));
 
@@ -37,10 +63,15 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new QLineEdit(
     m_grid->setColumnTwips(0, kTitleColumnTwips);
     showWholeColumns();
 
-    connect(m_grid, &ui::Grid::cellClicked, this, &DataSheet::mirrorCurrentCell);
-    connect(m_grid, &ui::Grid::currentCellMoved, this, &DataSheet::mirrorCurrentCell);
+    connect(m_grid, &ui::Grid::cellChosen, this, &DataSheet::finishEdit);
+    connect(m_grid, &ui::Grid::currentCellMoved, this, &DataSheet::finishEdit);
     connect(m_grid, &ui::Grid::textTyped, this, &DataSheet::startEdit);
     connect(m_grid, &ui::Grid::deletePressed, this, &DataSheet::clearBlock);
+    // In place of the line's own event: a window that is not active moves its focus without one.
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
+        if (now)
+            focusMoved(*now);
+    });
     SelectSheetCell(1, 1);
 }
 
@@ -81,7 +112,7 @@ void DataSheet::setCell(int row, int column, const std::string& text)
 void DataSheet::SelectSheetCell(int row, int column)
 {
     m_grid->selectCell(row, column);
-    mirrorCurrentCell();
+    finishEdit();
 }
 
 void DataSheet::SetSheetText(int row, int column, const QString& text)
@@ -95,14 +126,43 @@ QString DataSheet::GetSheetText(int row, int column) const { return m_grid->text
 
 bool DataSheet::onDataCell() const { return m_grid->currentRow() >= 1 && m_grid->currentColumn() >= 1; }
 
-void DataSheet::mirrorCurrentCell() { m_editor->setText(GetSheetText(m_grid->currentRow(), m_grid->currentColumn())); }
+void DataSheet::mirrorCurrentCell()
+{
+    m_shownRow = m_grid->currentRow();
+    m_shownColumn = m_grid->currentColumn();
+    m_editor->setText(GetSheetText(m_shownRow, m_shownColumn));
+    m_shown = m_editor->text();
+}
+
+void DataSheet::storeTyped()
+{
+    if (m_editor->text() == m_shown || m_shownRow < 1 || m_shownColumn < 1)
+        return;
+    m_shown = m_editor->text();
+    m_grid->setText(m_shownRow, m_shownColumn, m_shown);
+    emit edited();
+}
+
+void DataSheet::finishEdit()
+{
+    storeTyped();
+    mirrorCurrentCell();
+}
+
+// The menu bar takes the focus before anything is chosen; the command that is chosen then stores.
+void DataSheet::focusMoved(const QWidget& now)
+{
+    if (&now != m_editor && now.window() == window() && !qobject_cast<const QMenuBar*>(&now))
+        finishEdit();
+}
 
 void DataSheet::startEdit(const QString& text)
 {
     if (!onDataCell())
         return;
+    storeTyped();
     m_editor->setFocus();
-    m_editor->setText(text); // leaves the caret at the end, so that typing goes on
+    m_editor->setText(ui::oneLine(text)); // leaves the caret at the end, so that typing goes on
 }
 
 void DataSheet::store()
@@ -122,6 +182,24 @@ void DataSheet::clearBlock()
     m_grid->setRedraw(true);
 }
 
+void DataSheet::pasteText(const QString& text)
+{
+    storeTyped();
+    m_grid->setRedraw(false);
+    pasteBlock(*this, m_grid->currentRow(), m_grid->currentColumn(), text.toStdString());
+    m_grid->setRedraw(true);
+    mirrorCurrentCell();
+    emit edited();
+}
+
+bool DataSheet::takeBlock(const QString& text)
+{
+    if (!isBlock(text.toStdString()))
+        return false;
+    pasteText(text);
+    return true;
+}
+
 bool DataSheet::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_editor && event->type() == QEvent::KeyPress)
@@ -131,6 +209,8 @@ bool DataSheet::eventFilter(QObject* watched, QEvent* event)
 
 bool DataSheet::editorKey(const QKeyEvent& key)
 {
+    if (isModifier(key.key()))
+        return false;
     emit edited();
     switch (key.key()) {
     case Qt::Key_Return:

@@ -8,6 +8,7 @@
 #include "ui/grid.h"
 #include "ui/twips.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -93,6 +94,7 @@ void addItem(frmVorloMain& window, QMenu& menu, const Item& item)
     QAction* action = menu.addAction(frmVorloMain::tr(item.text));
     action->setObjectName(item.name);
     action->setShortcut(QKeySequence(item.shortcut));
+    QObject::connect(action, &QAction::triggered, &window.sheet(), &DataSheet::storeTyped);
     if (item.chosen)
         QObject::connect(action, &QAction::triggered, &window, item.chosen);
     else
@@ -109,6 +111,7 @@ frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
     makeMenus();
     arrange();
     acceptFiles();
+    storeTypedFirst();
     new QShortcut(Qt::Key_F1, this, this, &frmVorloMain::helpChosen, Qt::ApplicationShortcut); // from every window
     connect(m_results, &ResultsTable::restoreChosen, m_panel, &ParameterPanel::restore);
     connect(m_sheet, &DataSheet::edited, this, [&shared] { shared.DataNormalized = false; });
@@ -151,6 +154,15 @@ void frmVorloMain::acceptFiles()
     setAcceptDrops(true);
     for (QLineEdit* box : findChildren<QLineEdit*>())
         box->installEventFilter(this);
+}
+
+// Commands that do not come from a menu; a button that is pressed by its underlined letter takes no focus.
+void frmVorloMain::storeTypedFirst()
+{
+    for (const QAbstractButton* button : findChildren<QAbstractButton*>())
+        connect(button, &QAbstractButton::pressed, m_sheet, &DataSheet::storeTyped);
+    connect(this, &frmVorloMain::helpChosen, m_sheet, &DataSheet::storeTyped); // by F1
+    connect(this, &frmVorloMain::fileDropped, m_sheet, &DataSheet::storeTyped);
 }
 
 bool frmVorloMain::eventFilter(QObject* watched, QEvent* event)

@@ -67,6 +67,7 @@ private:
     void makeMenus();
     void arrange();
     void acceptFiles();
+    void storeTypedFirst();
 
     DataSheet* m_sheet;
     ResultsTable* m_results;

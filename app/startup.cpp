@@ -64,10 +64,9 @@ void VorloMain::connectFileMenu()
 void VorloMain::connectEditMenu()
 {
     DataSheet& sheet = MainWindow.sheet();
-    connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet, sheet.grid()); });
-    connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet, sheet.grid()); });
-    connect(&MainWindow, &frmVorloMain::pasteChosen, this,
-            [this, &sheet] { mnuPaste_Click(sheet, sheet.grid(), shared, m_prompter); });
+    connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet); });
+    connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet); });
+    connect(&MainWindow, &frmVorloMain::pasteChosen, this, [this, &sheet] { mnuPaste_Click(sheet, m_prompter); });
 }
 
 void VorloMain::connectWindows()

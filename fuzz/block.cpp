@@ -15,11 +15,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         check(place.first >= 1 && place.second >= 1 && text.find_first_of("\t\r\n") == std::string::npos);
 
     const app::Block all{1, 1, sheet.rows - 1, sheet.columns - 1};
-    const std::string copied = app::blockText(sheet, all);
+    const std::string copied = app::blockText(app::cellsOf(sheet), all);
     support::MemorySheet other;
     app::pasteBlock(other, 1, 1, copied);
-    check(app::blockText(other, all) == copied);
+    check(app::blockText(app::cellsOf(other), all) == copied);
     app::emptyBlock(other, all);
-    check(app::blockText(other, all) == app::blockText(support::MemorySheet(), all));
+    check(app::blockText(app::cellsOf(other), all) == app::blockText(app::cellsOf(support::MemorySheet()), all));
     return 0;
 }

@@ -186,7 +186,7 @@ void Grid::titleClicked(int row, int column)
 {
     setFocus(Qt::MouseFocusReason);
     selectCell(row, column);
-    emit cellClicked();
+    emit cellChosen();
 }
 
 void Grid::extendTo(int row, int column)
@@ -224,7 +224,7 @@ void Grid::mousePressEvent(QMouseEvent* event)
         extendTo(cell.row(), cell.column());
     else
         selectCell(cell.row(), cell.column());
-    emit cellClicked();
+    emit cellChosen();
 }
 
 void Grid::mouseMoveEvent(QMouseEvent* event)
@@ -243,9 +243,10 @@ void Grid::keyPressEvent(QKeyEvent* event)
 {
     const bool command = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     const std::optional<Step> step = stepOf(*event, *this);
-    if (step && !(event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)))
+    if (step && !(event->modifiers() & (Qt::AltModifier | Qt::MetaModifier))) {
         moveBy(step->rows, step->columns, event->modifiers() & Qt::ShiftModifier);
-    else if (event->key() == Qt::Key_Delete && !command)
+        emit cellChosen();
+    } else if (event->key() == Qt::Key_Delete && !command)
         emit deletePressed();
     else if (event->matches(QKeySequence::SelectAll))
         selectAll();

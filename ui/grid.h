@@ -49,7 +49,7 @@ public:
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 signals:
-    void cellClicked(); // a click on a cell or a title
+    void cellChosen(); // by a click on a cell or a title, or by a key, even if it was the current one already
     void currentCellMoved();
     /// A printable character (code above 32) or a text that an input method committed.
     void textTyped(const QString& text);

@@ -48,9 +48,9 @@ void TestBlockText::copiesTheBlockBetweenTheCorners()
                                                 {{0, 0, 1, 1}, "0/0\t0/1\r\n1/0\t1/1\r\n"}};
     for (const auto& [block, text] : cases) {
         MemorySheet sheet = numberedSheet();
-        QCOMPARE(blockText(sheet, block), text);
+        QCOMPARE(blockText(cellsOf(sheet), block), text);
         emptyBlock(sheet, block);
-        QVERIFY(std::ranges::all_of(blockText(sheet, block), [](char c) { return std::isspace(c); }));
+        QVERIFY(std::ranges::all_of(blockText(cellsOf(sheet), block), [](char c) { return std::isspace(c); }));
         QCOMPARE(sheet.cell(5, 5), "5/5");
     }
 }
@@ -62,10 +62,10 @@ void TestBlockText::aCopiedBlockComesBack()
     sheet.setCell(3, 1, "");
     sheet.setCell(3, 3, "Φ\tab");
     const Block block{1, 1, 3, 3};
-    const std::string copied = blockText(sheet, block);
+    const std::string copied = blockText(cellsOf(sheet), block);
     MemorySheet other;
     pasteBlock(other, 7, 18, copied);
-    QCOMPARE(blockText(other, {7, 18, 9, 20}), copied);
+    QCOMPARE(app::blockText(cellsOf(other), {7, 18, 9, 20}), copied);
     QCOMPARE(other.cell(9, 20), "Φ ab"); // a tab in a cell must not make two of it
 }
 
@@ -83,7 +83,7 @@ void TestBlockText::everyLineEndEndsARow()
         MemorySheet sheet;
         pasteBlock(sheet, 1, 1, "x\tx\nx\tx\nx\tx\n");
         pasteBlock(sheet, 1, 1, text);
-        QCOMPARE(blockText(sheet, {1, 1, 3, 2}), block);
+        QCOMPARE(app::blockText(cellsOf(sheet), {1, 1, 3, 2}), block);
     }
 }
 

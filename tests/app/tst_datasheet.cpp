@@ -1,5 +1,6 @@
 #include "app/datasheet.h"
 
+#include "ui/clipboard.h"
 #include "ui/grid.h"
 
 #include <QInputMethodEvent>
@@ -7,6 +8,8 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <functional>
 
 class TestDataSheet : public QObject
 {
@@ -19,6 +22,8 @@ private slots:
     void inputMethodTextStartsAnEditAndEscapeEndsIt();
     void titleCellsAreNotEdited();
     void editorMirrorsTheCurrentCell();
+    void leavingTheLineStoresWhatWasTyped();
+    void pastedBlocksGoIntoTheSheet();
     void deleteEmptiesTheSelectedBlock();
 
 private:
@@ -71,6 +76,9 @@ void TestDataSheet::typingGoesIntoTheEditorAndEnterStores()
     QCOMPARE(m_editor->text(), QString());
     QVERIFY(m_grid->hasFocus());
     QCOMPARE(edited.count(), 5); // four keys of the number and Enter
+    for (const Qt::Key key : {Qt::Key_Control, Qt::Key_Shift, Qt::Key_Alt, Qt::Key_CapsLock})
+        QTest::keyClick(m_editor, key);
+    QCOMPARE(edited.count(), 5); // they are held for a command, too
 
     m_sheet->SelectSheetCell(9, 3);
     QTest::keyClick(m_grid, '7');
@@ -124,6 +132,66 @@ void TestDataSheet::editorMirrorsTheCurrentCell()
     QCOMPARE(m_editor->text(), QString("a"));
     QCOMPARE(m_sheet->GetSheetText(2, 2), QString("c"));
     QCOMPARE(m_grid->currentColumn(), 1); // reading does not move the user's cell
+    m_grid->setText(1, 1, "d");
+    QTest::keyClick(m_grid, Qt::Key_Up); // there is no cell above
+    QCOMPARE(m_editor->text(), QString("d"));
+}
+
+void TestDataSheet::leavingTheLineStoresWhatWasTyped()
+{
+    QLineEdit other(m_sheet.get());
+    other.show();
+    const auto clickOn = [this](int row) {
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {},
+                          m_grid->visualRect(m_grid->model()->index(row, 1)).center());
+    };
+    const std::function<void()> ways[]{[&] { other.setFocus(); }, [&] { clickOn(1); }, [&] { clickOn(3); },
+                                       [&] { m_sheet->SelectSheetCell(3, 3); }, [&] { m_sheet->storeTyped(); }};
+    int number = 0;
+    for (const auto& leave : ways) {
+        const QString text = QString::number(++number);
+        m_sheet->SelectSheetCell(1, 1);
+        m_editor->setFocus();
+        m_editor->setText(text); // as by assistive technology, without a key
+        QSignalSpy edited(m_sheet.get(), &app::DataSheet::edited);
+        leave();
+        QCOMPARE(m_sheet->GetSheetText(1, 1), text);
+        QVERIFY(edited.count() >= 1);
+        m_grid->setFocus();
+        edited.clear();
+        leave(); // nothing was typed since
+        QCOMPARE(edited.count(), 0);
+    }
+    m_sheet->SelectSheetCell(2, 0);
+    m_editor->setFocus();
+    m_editor->setText("lost");
+    other.setFocus();
+    QVERIFY(m_sheet->GetSheetText(2, 0) == "Component" && m_editor->text() == "Component");
+}
+
+void TestDataSheet::pastedBlocksGoIntoTheSheet()
+{
+    const std::tuple<QString, QString, QString> cases[]{
+        // text, what the line then holds, and cells 1,1 1,2 2,1 2,2
+        {"12\r\n", "a12", "a - - -"},        {"12\n\n", "a12", "a - - -"}, {"12\t34", "12", "12 34 - -"},
+        {"1\n2\n", "1", "1 - 2 -"},          {"12\t", "12", "12  - -"},    {"\r\n5", "", " - 5 -"},
+        {"1\t2\r\n3\t4\r\n", "1", "1 2 3 4"}};
+    for (const auto& [text, line, cells] : cases) {
+        for (const auto& [row, column] : {std::pair{1, 1}, {1, 2}, {2, 1}, {2, 2}})
+            m_sheet->SetSheetText(row, column, row + column == 2 ? "a" : "-");
+        m_sheet->SelectSheetCell(1, 1);
+        m_editor->setFocus();
+        ui::copyText(text);
+        QSignalSpy edited(m_sheet.get(), &app::DataSheet::edited);
+        QTest::keyClick(m_editor, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(m_editor->text(), line);
+        QStringList shown;
+        for (const auto& [row, column] : {std::pair{1, 1}, {1, 2}, {2, 1}, {2, 2}})
+            shown << m_sheet->GetSheetText(row, column);
+        QCOMPARE(shown.join(' '), cells);
+        QVERIFY(edited.count() >= 1);
+        QTest::keyClick(m_editor, Qt::Key_Escape);
+    }
 }
 
 void TestDataSheet::deleteEmptiesTheSelectedBlock()

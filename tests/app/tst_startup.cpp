@@ -8,9 +8,12 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <functional>
 
 namespace
 {
@@ -43,6 +46,7 @@ private slots:
     void startsWithItsDefaults();
     void aDroppedFileOpensWhereverItFalls();
     void editMenuMovesBlocks();
+    void commandsTakeWhatIsInTheLine();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
 };
@@ -132,6 +136,48 @@ void TestStartup::editMenuMovesBlocks()
     QCOMPARE(sheet.GetSheetText(0, 1), QString());
     QCOMPARE(sheet.GetSheetText(1, 1), QString("7"));
     QCOMPARE(sheet.GetSheetText(1, 2), QString("8"));
+}
+
+void TestStartup::commandsTakeWhatIsInTheLine()
+{
+    support::Application vorlo;
+    QTemporaryDir folder;
+    const QString path = folder.filePath("a.vrl");
+    app::frmVorloMain& window = vorlo.program.MainWindow;
+    app::DataSheet& sheet = window.sheet();
+    auto& line = vorlo.control<QLineEdit>("txtEdit");
+    const QUrl text = QUrl::fromLocalFile(QCoreApplication::applicationFilePath());
+    bool& normalized = vorlo.program.shared.DataNormalized;
+    const std::pair<const char*, std::function<void()>> commands[]{
+        {"menu", [&] { vorlo.save(path); }},
+        {"shortcut", [&] { QTest::keyClick(&line, Qt::Key_D, Qt::ControlModifier); }},
+        {"help key", [&] { QTest::keyClick(&line, Qt::Key_F1); }},
+        {"button", [&] { vorlo.control<QAbstractButton>("cmdRestore").click(); }},
+        {"drop", [&] { drop(window, {text}); }}};
+    int number = 0;
+    for (const auto& [name, run] : commands) {
+        window.activateWindow();
+        line.setFocus();
+        QTRY_VERIFY2(line.hasFocus(), name);
+        normalized = true;
+        QTest::keyClick(&line, Qt::Key_Control);
+        QVERIFY2(normalized, name);
+        line.setText(QString::number(++number));
+        window.menuBar()->setFocus(Qt::MenuBarFocusReason); // as Alt does
+        line.setFocus(Qt::MenuBarFocusReason);
+        vorlo.program.SettingWindow.show();
+        vorlo.program.SettingWindow.activateWindow();
+        QTRY_VERIFY2(!line.hasFocus(), name);
+        window.activateWindow();
+        QTRY_VERIFY2(line.hasFocus(), name);
+        QVERIFY2(sheet.GetSheetText(1, 1) == QString::number(number - 1).remove("0"), name);
+        QVERIFY2(normalized, name);
+        run();
+        QVERIFY2(sheet.GetSheetText(1, 1) == QString::number(number), name);
+        QVERIFY2(!normalized, name);
+    }
+    QVERIFY(support::contents(path).contains("Table\r\n1\t"));
+    QCOMPARE(vorlo.prompter.shown.front(), QString("Please Normalize the data."));
 }
 
 void TestStartup::menusOpenTitledModelessWindows()

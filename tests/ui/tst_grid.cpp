@@ -74,7 +74,7 @@ void TestGrid::titlesAreHeadersAndCells()
     QVERIFY(support::hasLargeFont() ? width > ui::toPixels(1000) : width == ui::toPixels(1000));
     QVERIFY(m_grid->isRowHidden(0) && m_grid->isColumnHidden(0));
 
-    QSignalSpy clicks(m_grid, &ui::Grid::cellClicked);
+    QSignalSpy clicks(m_grid, &ui::Grid::cellChosen);
     const QHeaderView* across = m_grid->horizontalHeader();
     QTest::mouseClick(across->viewport(), Qt::LeftButton, {}, {across->sectionViewportPosition(3) + 20, 5});
     QCOMPARE(block(), "0,3 to 0,3");
