@@ -1,5 +1,6 @@
 #include "app/resultstable.h"
 
+#include "app/clipboardcommands.h"
 #include "app/panelrules.h"
 #include "app/resultrow.h"
 #include "app/sharedstate.h"
@@ -10,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolTip>
@@ -26,6 +28,11 @@ constexpr int kRows = kMaxResults + 1; // with the titles
 constexpr std::array<int, kResultColumns> kColumnTwips{700, 500, 900, 900, 900, 900, 900, 900, 900};
 
 QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+bool isEditKey(const QKeyEvent& key)
+{
+    return key.matches(QKeySequence::Copy) || key.matches(QKeySequence::Cut) || key.matches(QKeySequence::Paste);
+}
 
 } // namespace
 
@@ -157,6 +164,23 @@ void ResultsTable::cmdCopy_Click()
     for (int row = 0; row < m_shared.results.ResultCursor; ++row)
         text += rowTexts(row).join('\t') + fromUtf8(kLineEnd);
     ui::copyText(text);
+}
+
+// The edit menu's keys would go to the data sheet from here.
+bool ResultsTable::event(QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride || !isEditKey(*static_cast<QKeyEvent*>(event)))
+        return QWidget::event(event);
+    event->accept();
+    return true;
+}
+
+void ResultsTable::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        copyBlock(*m_grid);
+    else if (!isEditKey(*event))
+        QWidget::keyPressEvent(event);
 }
 
 void ResultsTable::cmdClearAll_Click()

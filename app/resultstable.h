@@ -49,6 +49,8 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QPushButton* addButton(const QString& caption, const char* name, void (ResultsTable::*clicked)());

@@ -46,6 +46,7 @@ private slots:
     void startsWithItsDefaults();
     void aDroppedFileOpensWhereverItFalls();
     void editMenuMovesBlocks();
+    void editKeysInTheResultsKeepToThem();
     void commandsTakeWhatIsInTheLine();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
@@ -136,6 +137,30 @@ void TestStartup::editMenuMovesBlocks()
     QCOMPARE(sheet.GetSheetText(0, 1), QString());
     QCOMPARE(sheet.GetSheetText(1, 1), QString("7"));
     QCOMPARE(sheet.GetSheetText(1, 2), QString("8"));
+}
+
+void TestStartup::editKeysInTheResultsKeepToThem()
+{
+    support::Application vorlo;
+    vorlo.fill({{"0"}});
+    app::ResultsTable& results = vorlo.program.MainWindow.results();
+    results.SetResultText(1, 1, " 5");
+    results.SetResultText(2, 2, "7");
+    results.grid().selectBlock(1, 1, 2, 2);
+    vorlo.program.MainWindow.activateWindow();
+    for (QWidget* control : {static_cast<QWidget*>(&results.grid()), &vorlo.control<QWidget>("cmdCopy")}) {
+        control->setFocus();
+        QTRY_VERIFY(control->hasFocus());
+        ui::copyText("9");
+        for (const Qt::Key key : {Qt::Key_X, Qt::Key_V})
+            QTest::keyClick(control, key, Qt::ControlModifier);
+        QCOMPARE(ui::clipboardText(), QString("9"));
+        QTest::keyClick(control, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(ui::clipboardText(), QString(" 5\t\r\n\t7\r\n"));
+        QVERIFY(vorlo.program.MainWindow.sheet().GetSheetText(1, 1) == "0" && results.GetResultText(1, 1) == " 5");
+        vorlo.run("mnuCopy");
+        QCOMPARE(ui::clipboardText(), QString("0\r\n"));
+    }
 }
 
 void TestStartup::commandsTakeWhatIsInTheLine()
