@@ -1,5 +1,7 @@
 #include "decay/curveevaluator.h"
 
+#include "decay/curvesums.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -84,12 +86,9 @@ void CurveEvaluator::addBrackets(Grid& sum, std::size_t count, const Brackets& b
         Grid inner;
         std::fill_n(inner.begin(), count, 0.0);
         for (const Exponential& term : bracket.sum) {
-            const Grid& e = exponentials(term.rate, count);
-            for (std::size_t i = 0; i < count; ++i)
-                inner[i] += term.amplitude * e[i];
+            addWeighted(std::span(inner.data(), count), term.amplitude, exponentials(term.rate, count).data());
         }
-        for (std::size_t i = 0; i < count; ++i)
-            sum[i] += bracket.factor * inner[i];
+        addWeighted(std::span(sum.data(), count), bracket.factor, inner.data());
     }
 }
 
@@ -104,16 +103,13 @@ void CurveEvaluator::addFactored(Grid& sum, std::size_t count, const Populations
         for (const Population& population : members)
             addPopulation(sum, count, population, populations.total);
     }
-    for (std::size_t i = 0; i < count; ++i)
-        sum[i] *= m_components[i];
+    multiply(std::span(sum.data(), count), m_components.data());
 }
 
 void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const Population& population, double total)
 {
-    const double share = population.weight / total;
     const Grid& e = exponentials(m_slowest + population.addedRate, count);
-    for (std::size_t i = 0; i < count; ++i)
-        sum[i] += share * e[i];
+    addWeighted(std::span(sum.data(), count), population.weight / total, e.data());
 }
 
 /// Population j = 1, 2, ... has j times the added rate of the first, so that its exponential is the first one's times
@@ -123,55 +119,55 @@ void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const std::ve
     const double addedRate = populations[1].addedRate;
     const Grid& first = exponentials(m_slowest + addedRate, count);
     const Grid& factor = exponentials(addedRate, count);
-    Grid series;
-    std::fill_n(series.begin(), count, 0.0);
-    for (std::size_t j = populations.size() - 1; j >= 1; --j)
-        for (std::size_t i = 0; i < count; ++i)
-            series[i] = series[i] * factor[i] + populations[j].weight;
-    for (std::size_t i = 0; i < count; ++i)
-        sum[i] += first[i] * series[i];
+    m_weights.clear();
+    for (std::size_t j = 1; j < populations.size(); ++j)
+        m_weights.push_back(populations[j].weight);
+    addSeries(sum, count, first, factor, m_weights);
 }
 
 const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
 {
-    const auto same = [rate](const Exponentials& e) { return e.rate == rate; };
-    const auto found = std::find_if(m_exponentials.begin(), m_exponentials.end(), same);
-    Exponentials& e = found == m_exponentials.end() ? placeFor(rate) : *found;
-    if (e.count < count)
-        extend(e, count);
-    e.lastUse = ++m_uses;
-    return e.values;
+    const auto same = [rate](const Kept& kept) { return kept.rate == rate; };
+    auto kept = std::find_if(m_kept.begin(), m_kept.end(), same);
+    if (kept == m_kept.end())
+        kept = placeFor(rate);
+    Grid& values = m_exponentials[static_cast<std::size_t>(kept - m_kept.begin())];
+    if (kept->count < count)
+        extend(values, *kept, count);
+    kept->lastUse = ++m_uses;
+    return values;
 }
 
 /// A new place for exponentials, or that of those not used for longest. At once not more than two are in use, which
 /// stay where they are.
-CurveEvaluator::Exponentials& CurveEvaluator::placeFor(double rate)
+std::vector<CurveEvaluator::Kept>::iterator CurveEvaluator::placeFor(double rate)
 {
     const std::size_t most = mostRates(m_evaluation, compositionOf(m_model));
-    m_exponentials.reserve(most);
-    const auto earlier = [](const Exponentials& a, const Exponentials& b) { return a.lastUse < b.lastUse; };
-    Exponentials& e = m_exponentials.size() < most
-                          ? m_exponentials.emplace_back()
-                          : *std::min_element(m_exponentials.begin(), m_exponentials.end(), earlier);
-    e.rate = rate;
-    e.count = 0;
-    return e;
+    if (m_kept.size() < most) {
+        m_exponentials.reserve(most);
+        m_exponentials.emplace_back();
+        return m_kept.insert(m_kept.end(), {.rate = rate});
+    }
+    const auto earlier = [](const Kept& a, const Kept& b) { return a.lastUse < b.lastUse; };
+    const auto oldest = std::min_element(m_kept.begin(), m_kept.end(), earlier);
+    *oldest = {.rate = rate};
+    return oldest;
 }
 
-void CurveEvaluator::extend(Exponentials& e, std::size_t count) const
+void CurveEvaluator::extend(Grid& values, Kept& kept, std::size_t count) const
 {
-    for (std::size_t i = e.count; i < count;) {
+    for (std::size_t i = kept.count; i < count;) {
         const std::size_t top = leadingPoint(i);
         if (i == top || i >= m_evenPoints) {
-            e.values[i] = std::exp(-e.rate * m_t[i]);
+            values[i] = std::exp(-kept.rate * m_t[i]);
             ++i;
             continue;
         }
         const std::size_t end = std::min({count, 2 * top, m_evenPoints});
-        for (const double first = e.values[top]; i < end; ++i)
-            e.values[i] = first * e.values[i - top];
+        setWeighted(std::span(values).subspan(i, end - i), values[top], values.data() + (i - top));
+        i = end;
     }
-    e.count = count;
+    kept.count = count;
 }
 
 } // namespace decay

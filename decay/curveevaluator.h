@@ -36,16 +36,15 @@ private:
         fit::Parameters a{};
         Grid intensity{};
     };
-    struct Exponentials {
-        std::size_t count = 0;
-        double rate = 0; // s^-1
+    struct Kept {
+        double rate = 0;       // s^-1
+        std::size_t count = 0; // of points at which its exponential is known
         std::uint64_t lastUse = 0;
-        Grid values{}; // exp(-rate t)
     };
 
     const Grid& exponentials(double rate, std::size_t count);
-    Exponentials& placeFor(double rate);
-    void extend(Exponentials& e, std::size_t count) const;
+    std::vector<Kept>::iterator placeFor(double rate);
+    void extend(Grid& values, Kept& kept, std::size_t count) const;
     void addBrackets(Grid& sum, std::size_t count, const Brackets& brackets);
     void addFactored(Grid& sum, std::size_t count, const Populations& populations);
     void addPopulation(Grid& sum, std::size_t count, const Population& population, double total);
@@ -63,8 +62,10 @@ private:
     std::size_t m_sample = 0;     // whose curves are kept; 0: none yet
     std::size_t m_curveCount = 0;
     std::array<Curve, 8> m_curves{}; // a base vector, three shifted ones, and as many that differ by a rounding
-    std::vector<Exponentials> m_exponentials;
+    std::vector<Kept> m_kept;
+    std::vector<Grid> m_exponentials; // exp(-rate t) of the rates kept, apart because these are searched
     std::uint64_t m_uses = 0;
+    std::vector<double> m_weights; // of the Poisson terms
 };
 
 inline const Grid* CurveEvaluator::kept(std::size_t sample, const fit::Parameters& a) const

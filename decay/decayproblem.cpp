@@ -1,5 +1,6 @@
 #include "decay/decayproblem.h"
 
+#include "decay/curvesums.h"
 #include "fit/realparameters.h"
 #include "fit/vectorregisters.h"
 
@@ -78,15 +79,32 @@ void DecayProblem::forgetCurves()
 double DecayProblem::residual(int point, const fit::Parameters& a)
 {
     const Point& data = m_points[slot(point - 1)];
-    if (const Grid* kept = evaluator().kept(data.sample, a))
-        return (*kept)[data.index] - data.observed;
-    return residualOfNewCurve(data, a);
+    return curve(data.sample, a)[data.index] - data.observed;
 }
 
-/// Apart from residual(), so that the many points of a kept curve do not pay for the calls made here.
-double DecayProblem::residualOfNewCurve(const Point& data, const fit::Parameters& a)
+int DecayProblem::pointsAtOnce(int first) const
 {
-    const double result = fitted(data.sample, data.index, a) - data.observed;
+    const Point& data = m_points[slot(first - 1)];
+    return m_samples.SampleData[data.sample].LastFitIndex + 1 - static_cast<int>(data.index);
+}
+
+void DecayProblem::residuals(int first, const fit::Parameters& a, std::span<double> room)
+{
+    const Point& data = m_points[slot(first - 1)];
+    const double* model = curve(data.sample, a).data() + data.index;
+    subtract(room, model, m_samples.SampleData[data.sample].IExp.data() + data.index);
+}
+
+const Grid& DecayProblem::curve(std::size_t sample, const fit::Parameters& a)
+{
+    const Grid* kept = evaluator().kept(sample, a);
+    return kept ? *kept : newCurve(sample, a);
+}
+
+/// Apart from curve(), so that the many points of a kept curve do not pay for the calls made here.
+const Grid& DecayProblem::newCurve(std::size_t sample, const fit::Parameters& a)
+{
+    const Grid& result = fitted(sample, a);
     if (m_model == kYieldingModel && modelEvaluated) {
         modelEvaluated();
         fit::clearUpperHalves();
@@ -117,7 +135,7 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
     for (std::size_t s = 1; s <= slot(m_samples.SampleCount); ++s) {
         SampleRecord& record = m_samples.SampleData[s];
         for (std::size_t i = 0; i <= slot(record.LastFitIndex); ++i) {
-            record.IFit[i] = fitted(s, i, a);
+            record.IFit[i] = fitted(s, a)[i];
             const double deviation = record.IExp[i] - record.IFit[i];
             sumOfIntensities += record.IExp[i];
             sumOfSquares += deviation * deviation;
@@ -134,12 +152,12 @@ fit::Statistics DecayProblem::statistics(const fit::Parameters& a)
     return {.R2 = fit::determination(residualSum, totalSum(m_samples)), .residualSum = residualSum};
 }
 
-double DecayProblem::fitted(std::size_t sample, std::size_t index, const fit::Parameters& a)
+const Grid& DecayProblem::fitted(std::size_t sample, const fit::Parameters& a)
 {
     if (const Grid* kept = evaluator().kept(sample, a))
-        return (*kept)[index];
+        return *kept;
     const SampleRecord& record = m_samples.SampleData[sample];
-    return evaluator().calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1)[index];
+    return evaluator().calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1);
 }
 
 } // namespace decay

@@ -30,6 +30,9 @@ public:
 
     int pointCount() const override { return static_cast<int>(m_points.size()); }
     double residual(int point, const fit::Parameters& a) override;
+    /// The points of one sample.
+    int pointsAtOnce(int first) const override;
+    void residuals(int first, const fit::Parameters& a, std::span<double> room) override;
 
     /// Model intensity (linear) at time t, s, and quencher concentration Q, M. Many times of one decay take little.
     double value(double t, double Q, const fit::Parameters& a);
@@ -58,10 +61,11 @@ private:
         Brackets brackets;
     };
 
-    double fitted(std::size_t sample, std::size_t index, const fit::Parameters& a);
+    const Grid& fitted(std::size_t sample, const fit::Parameters& a);
     void forgetCurves();
     CurveEvaluator& evaluator() { return m_evaluators[static_cast<std::size_t>(m_evaluation)]; }
-    double residualOfNewCurve(const Point& data, const fit::Parameters& a);
+    const Grid& curve(std::size_t sample, const fit::Parameters& a);
+    const Grid& newCurve(std::size_t sample, const fit::Parameters& a);
 
     SampleTable m_samples;
     int m_model = 0;

@@ -47,13 +47,13 @@ double Factorial(double x)
 namespace
 {
 
-/// Poisson populations with mean m up to a cumulative probability. Numbers of quenchers whose m^j reaches 1e200 are
-/// left out, so that m^j does not overflow; a mean that is not a number ends the series after its second term.
-Populations poissonPopulations(double m, double kq1, double rateWithoutQuencher, double cumulativeProbability,
-                               Evaluation evaluation)
+/// Poisson populations with mean m, of which the share p0 = exp(-m) has no quencher, up to a cumulative probability.
+/// Numbers of quenchers whose m^j reaches 1e200 are left out, so that m^j does not overflow; a mean that is not a
+/// number ends the series after its second term.
+Populations poissonPopulations(double m, double p0, double kq1, double rateWithoutQuencher,
+                               double cumulativeProbability, Evaluation evaluation)
 {
     constexpr double kLargestPower = 1e200;
-    const double p0 = std::exp(-m);
     Populations populations;
     populations.members.reserve(32);
     populations.members.push_back({p0, rateWithoutQuencher});
@@ -77,13 +77,13 @@ Populations poissonPopulations(double m, double kq1, double rateWithoutQuencher,
 Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2, Evaluation evaluation)
 {
     const double p0 = std::exp(-K * Q);
-    return poissonPopulations(K * Q, kq1, kq2 * (p0 * Q), 0.99, evaluation);
+    return poissonPopulations(K * Q, p0, kq1, kq2 * (p0 * Q), 0.99, evaluation);
 }
 
 Populations poissonDecay(double Q, double K, double kq1, Evaluation evaluation)
 {
     constexpr double kShare = 0.95; // lower than with collisions, on purpose
-    return poissonPopulations(K * Q, kq1, 0.0, kShare, evaluation);
+    return poissonPopulations(K * Q, std::exp(-K * Q), kq1, 0.0, kShare, evaluation);
 }
 
 Populations twoSiteDecay(double Q, double F, double kq2, double kq22)

@@ -1,5 +1,6 @@
 #include "fit/gaussnewton.h"
 
+#include "fit/normalequations.h"
 #include "fit/roundingwatch.h"
 #include "fit/safelog10.h"
 #include "fit/vectorregisters.h"
@@ -68,7 +69,6 @@ private:
     int parameterCount() const { return m_options.parameterCount; }
     Vector7 derivativeSteps() const;
     bool realParametersFinite() const;
-    double addPoint(int point);
     bool endIf(bool condition, Ending ending);
 
     Problem& m_problem;
@@ -81,15 +81,13 @@ private:
 
 void Run::linearise()
 {
-    m_pass.normal = {};
-    m_step = {};
     m_pass.steps = derivativeSteps();
+    const NormalEquations equations = normalEquations(m_problem, m_outcome.parameters, m_pass.steps, parameterCount());
+    m_pass.normal = equations.matrix;
+    m_step = equations.rightSide;
     if (m_outcome.iterations > 0)
         m_pass.previousSum = m_pass.sum;
-    double sum = 0;
-    for (int i = 1; i <= m_pass.pointCount; ++i)
-        sum += addPoint(i);
-    m_pass.sum = sum;
+    m_pass.sum = equations.residualSum;
 }
 
 /// An eighth of each parameter at first, halved with every iteration down to 1/128.
@@ -102,27 +100,6 @@ Vector7 Run::derivativeSteps() const
         h[j] = (a == 0 && m_options.unitStepForZero ? 1 : a) / divisor;
     }
     return h;
-}
-
-/// Adds a point to the normal equations and returns its squared residual.
-double Run::addPoint(int point)
-{
-    const Vector7& h = m_pass.steps;
-    Parameters& a = m_outcome.parameters;
-    const double r = m_problem.residual(point, a);
-    Vector7 J{};
-    for (int j = 1; j <= parameterCount(); ++j) {
-        a[j] += h[j];
-        const double shifted = m_problem.residual(point, a);
-        a[j] -= h[j]; // not from a copy: the rounding of this is carried on, on purpose
-        J[j] = (shifted - r) / h[j];
-    }
-    for (int j = 1; j <= parameterCount(); ++j) {
-        for (int k = j; k <= parameterCount(); ++k)
-            m_pass.normal[j][k] += J[j] * J[k];
-        m_step[j] -= r * J[j];
-    }
-    return r * r;
 }
 
 bool Run::roundingMatters() { return endIf(m_watch.couldShow(m_pass, m_options.tolerance), Ending::RoundingMatters); }

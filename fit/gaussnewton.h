@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <span>
 
 namespace fit
 {
@@ -11,6 +13,8 @@ using Flags = std::array<int, kMaxParameters + 1>;         // same rule, 1 = set
 
 /// Set to true to end every run after its current iteration; the program does so when its main window closes.
 inline bool StopRequested = false;
+
+inline constexpr int kMostPointsAtOnce = 256; // for which residuals() is asked
 
 /// What is fitted: residuals of numbered data points.
 class Problem
@@ -23,6 +27,15 @@ public:
 
     /// Model minus observation at a point, for parameters as the engine holds them (natural logarithms in log mode).
     virtual double residual(int point, const Parameters& a) = 0;
+
+    /// For how many points from the first on residuals() may be asked at once without work being done twice.
+    virtual int pointsAtOnce(int /*first*/) const { return kMostPointsAtOnce; }
+
+    /// residual() of so many points from the first on as there is room for.
+    virtual void residuals(int first, const Parameters& a, std::span<double> room)
+    {
+        std::generate(room.begin(), room.end(), [&, point = first]() mutable { return residual(point++, a); });
+    }
 };
 
 /// The outside world as the engine sees it. The engine knows no progress bar and no event loop.

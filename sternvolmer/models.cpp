@@ -2,6 +2,7 @@
 
 #include "decay/freequencher.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -99,36 +100,55 @@ namespace
 {
 
 struct Arguments {
-    double x, tau0, Cp;
+    double tau0, Cp;
     double p1, p2, p3;
 };
-using Law = double (*)(const Arguments&);
+using Points = std::span<const double>;
+using Law = void (*)(Points, const Arguments&, double*);
+
+/// A law as a function of arrays, so that what does not depend on x is worked out once.
+template <double (*ratioAt)(double x, const Arguments&)>
+void everywhere(Points x, const Arguments& arguments, double* ratio)
+{
+    const Arguments v = arguments;
+    for (std::size_t i = 0; i < x.size(); ++i)
+        ratio[i] = ratioAt(x[i], v);
+}
 
 // Row number = model number.
 constexpr std::array<Law, 14> kLaws{
     nullptr,
-    [](const Arguments& v) { return dynamicRatio(v.x, v.tau0, v.p1); },
-    [](const Arguments& v) { return complexAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2, v.p3); },
-    [](const Arguments& v) { return darkComplexAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
-    [](const Arguments& v) { return complexRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
-    [](const Arguments& v) { return darkComplexRatio(v.x, v.Cp, v.p1); },
-    [](const Arguments& v) { return sphereAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2, v.p3); },
-    [](const Arguments& v) { return darkSphereAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
-    [](const Arguments& v) { return sphereRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
-    [](const Arguments& v) { return darkSphereRatio(v.x, v.Cp, v.p1); },
-    [](const Arguments& v) { return poissonAndDynamicRatio(v.x, v.tau0, v.Cp, v.p1, v.p2, v.p3); },
-    [](const Arguments& v) { return poissonRatio(v.x, v.tau0, v.Cp, v.p1, v.p2); },
-    [](const Arguments& v) { return twoSiteRatio(v.x, v.tau0, v.p1, v.p2, v.p3); },
-    [](const Arguments& v) { return oneOfTwoSitesRatio(v.x, v.tau0, v.p1, v.p2); },
+    everywhere<[](double x, const Arguments& v) { return dynamicRatio(x, v.tau0, v.p1); }>,
+    everywhere<[](double x, const Arguments& v) { return complexAndDynamicRatio(x, v.tau0, v.Cp, v.p1, v.p2, v.p3); }>,
+    everywhere<[](double x, const Arguments& v) { return darkComplexAndDynamicRatio(x, v.tau0, v.Cp, v.p1, v.p2); }>,
+    everywhere<[](double x, const Arguments& v) { return complexRatio(x, v.tau0, v.Cp, v.p1, v.p2); }>,
+    everywhere<[](double x, const Arguments& v) { return darkComplexRatio(x, v.Cp, v.p1); }>,
+    everywhere<[](double x, const Arguments& v) { return sphereAndDynamicRatio(x, v.tau0, v.Cp, v.p1, v.p2, v.p3); }>,
+    everywhere<[](double x, const Arguments& v) { return darkSphereAndDynamicRatio(x, v.tau0, v.Cp, v.p1, v.p2); }>,
+    everywhere<[](double x, const Arguments& v) { return sphereRatio(x, v.tau0, v.Cp, v.p1, v.p2); }>,
+    everywhere<[](double x, const Arguments& v) { return darkSphereRatio(x, v.Cp, v.p1); }>,
+    everywhere<[](double x, const Arguments& v) { return poissonAndDynamicRatio(x, v.tau0, v.Cp, v.p1, v.p2, v.p3); }>,
+    everywhere<[](double x, const Arguments& v) { return poissonRatio(x, v.tau0, v.Cp, v.p1, v.p2); }>,
+    everywhere<[](double x, const Arguments& v) { return twoSiteRatio(x, v.tau0, v.p1, v.p2, v.p3); }>,
+    everywhere<[](double x, const Arguments& v) { return oneOfTwoSitesRatio(x, v.tau0, v.p1, v.p2); }>,
 };
 
 } // namespace
 
-double ratio(int model, double x, double tau0, double Cp, double p1, double p2, double p3)
+void ratios(int model, std::span<const double> x, double tau0, double Cp, double p1, double p2, double p3,
+            std::span<double> ratio)
 {
     if (model < 1 || model >= static_cast<int>(kLaws.size()))
-        return 0.0;
-    return kLaws[static_cast<std::size_t>(model)]({x, tau0, Cp, p1, p2, p3});
+        std::fill(ratio.begin(), ratio.end(), 0.0);
+    else
+        kLaws[static_cast<std::size_t>(model)](x, {tau0, Cp, p1, p2, p3}, ratio.data());
+}
+
+double ratio(int model, double x, double tau0, double Cp, double p1, double p2, double p3)
+{
+    double result = 0;
+    ratios(model, {&x, 1}, tau0, Cp, p1, p2, p3, {&result, 1});
+    return result;
 }
 
 } // namespace sternvolmer

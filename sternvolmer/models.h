@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 /// Ratios F0/F of the intensity without quencher to the intensity with it. All are dimensionless and 1 at x = 0.
 /// x: total quencher, M. tau0: lifetime without quencher, s. Cp: total probe, M. K: association constant, M^-1 (not 0
 /// in the laws of the 1:1 complex). kq1: rate constant through the complex, s^-1. kq2: collisional rate constant,
@@ -54,5 +56,9 @@ double oneOfTwoSitesRatio(double x, double tau0, double F, double kq2);
 /// The ratio of a model 1..13, in the order above, with its parameters in fitting order: K (F for two sites) first,
 /// then kq1, kq2, kq22 as far as the model has them. Any other number gives 0.
 double ratio(int model, double x, double tau0, double Cp, double p1, double p2, double p3);
+
+/// The same at many x; one place in ratio for each.
+void ratios(int model, std::span<const double> x, double tau0, double Cp, double p1, double p2, double p3,
+            std::span<double> ratio);
 
 } // namespace sternvolmer

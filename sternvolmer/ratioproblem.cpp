@@ -3,7 +3,9 @@
 #include "fit/vectorregisters.h"
 #include "sternvolmer/models.h"
 
+#include <algorithm>
 #include <cassert>
+#include <functional>
 
 namespace sternvolmer
 {
@@ -42,6 +44,14 @@ int RatioProblem::pointCount() const { return static_cast<int>(m_N); }
 double RatioProblem::residual(int point, const fit::Parameters& a)
 {
     return law(m_X[slot(point)], a) - m_Y[slot(point)];
+}
+
+void RatioProblem::residuals(int first, const fit::Parameters& a, std::span<double> room)
+{
+    const fit::Parameters& p = m_real.of(m_logMode, a);
+    const std::span x(m_X.data() + slot(first), room.size());
+    ratios(m_model, x, m_tau0, m_Cp, p[1], p[2], p[3], room);
+    std::transform(room.begin(), room.end(), m_Y.begin() + first, room.begin(), std::minus<>());
 }
 
 double RatioProblem::value(double x, const fit::Parameters& a)

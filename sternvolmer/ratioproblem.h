@@ -26,6 +26,7 @@ public:
 
     int pointCount() const override;
     double residual(int point, const fit::Parameters& a) override;
+    void residuals(int first, const fit::Parameters& a, std::span<double> room) override;
 
     /// Model ratio at total quencher x, M.
     double value(double x, const fit::Parameters& a);

@@ -25,6 +25,11 @@ public:
     {
         return m_problem.residual(point, fit::realParameters(m_logMode, a));
     }
+    int pointsAtOnce(int first) const override { return m_problem.pointsAtOnce(first); }
+    void residuals(int first, const fit::Parameters& a, std::span<double> room) override
+    {
+        m_problem.residuals(first, fit::realParameters(m_logMode, a), room);
+    }
 
 private:
     fit::Problem& m_problem;

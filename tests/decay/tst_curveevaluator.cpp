@@ -2,6 +2,7 @@
 #include "bench/jobs.h"
 #include "bench/literallaws.h"
 #include "decay/curvefit.h"
+#include "decay/curvesums.h"
 #include "fit/report.h"
 #include "tests/support/decaysessions.h"
 #include "tests/support/fitrun.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 
 using namespace decay;
 using support::engineParameters;
@@ -92,6 +94,7 @@ class TestCurveEvaluator : public QObject
 private slots:
     void agreesWithTheFormulas_data();
     void agreesWithTheFormulas();
+    void hasTheSameBitsInWideRegisters();
     void endsFitsAsTheFormulasDo_data();
     void endsFitsAsTheFormulasDo();
     void fitsTheTimedJobsAsTheFormulasDo();
@@ -141,6 +144,37 @@ void TestCurveEvaluator::agreesWithTheFormulas()
             }
     QVERIFY2(compared > 5000 && largest < kSameValue,
              qPrintable(QString("%1 in %2 values").arg(largest).arg(compared)));
+}
+
+// Optimised builds choose the width at run time; the loops here are narrow in any build.
+void TestCurveEvaluator::hasTheSameBitsInWideRegisters()
+{
+    std::mt19937 generator(7);
+    std::uniform_real_distribution<double> size(0, 1);
+    const auto fill = [&](auto& values) {
+        std::generate(values.begin(), values.end(), [&] { return size(generator); });
+    };
+    const auto sameBits = [](const Grid& a, const Grid& b, std::size_t n) {
+        return std::equal(a.begin(), a.begin() + n, b.begin());
+    };
+    for (const std::size_t n : {std::size_t{1}, std::size_t{50}, std::size_t{kGridSize}}) {
+        Grid sum, first, factor;
+        std::array<double, 7> weights;
+        fill(sum), fill(first), fill(factor), fill(weights);
+        Grid expected = sum;
+        for (std::size_t i = 0; i < n; ++i) {
+            double series = 0;
+            for (std::size_t j = weights.size(); j-- > 0;)
+                series = series * factor[i] + weights[j];
+            expected[i] += first[i] * series;
+            expected[i] += weights[0] * factor[i];
+            expected[i] *= first[i];
+        }
+        addSeries(sum, n, first, factor, weights);
+        addWeighted(std::span(sum).first(n), weights[0], factor.data());
+        multiply(std::span(sum).first(n), first.data());
+        QVERIFY(sameBits(sum, expected, n));
+    }
 }
 
 void TestCurveEvaluator::endsFitsAsTheFormulasDo_data()

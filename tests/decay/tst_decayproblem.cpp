@@ -3,6 +3,7 @@
 
 #include <QtTest>
 
+#include <array>
 #include <cmath>
 
 using namespace decay;
@@ -38,6 +39,7 @@ class TestDecayProblem : public QObject
     Q_OBJECT
 private slots:
     void fitsAllButTheReferencePointByPoint();
+    void givesTheResidualsOfASampleAtOnce();
     void announcesEveryCurveOfAPoissonFit();
     void hasNoPointsWithoutQuencher();
 };
@@ -54,6 +56,20 @@ void TestDecayProblem::fitsAllButTheReferencePointByPoint()
         for (int point = 1; point <= 51; ++point)
             QVERIFY(std::abs(problem.residual(point, kq2(1e9))) < kFewUlps);
         QVERIFY(std::abs(problem.residual(51, kq2(3e9))) < kFewUlps); // sample 3 at t = 0
+    }
+}
+
+void TestDecayProblem::givesTheResidualsOfASampleAtOnce()
+{
+    DecayProblem problem(quenchedTable(), 2, 0, kProbe), pointwise = problem;
+    const fit::Parameters a{0, 60, 1e7, 1e6};
+    std::array<double, kGridSize> room{};
+    for (int first : {1, 8, 51}) { // samples 2 and 3 have 50 points and 1
+        const int count = problem.pointsAtOnce(first);
+        QCOMPARE(count, first == 51 ? 1 : 51 - first);
+        problem.residuals(first, a, std::span(room).first(static_cast<std::size_t>(count)));
+        for (int i = 0; i < count; ++i)
+            QVERIFY(room[static_cast<std::size_t>(i)] == pointwise.residual(first + i, a));
     }
 }
 

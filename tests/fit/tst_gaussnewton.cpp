@@ -1,6 +1,6 @@
 #include "fit/gaussnewton.h"
 
-#include "fit/gausselimination.h"
+#include "fit/normalequations.h"
 #include "tests/support/callableproblem.h"
 
 #include <QScopeGuard>
@@ -90,6 +90,7 @@ private slots:
     void usesTheUpperTriangleOnly();
     void halvesTheDerivativeStepUntilTheFifthIteration();
     void restoresShiftedParametersBySubtraction();
+    void addsUpPointByPoint();
     void comparesTheFirstSumWithOne();
     void halvesInsteadOfCrossingZero();
     void keepsParametersInRange();
@@ -189,6 +190,40 @@ void TestGaussNewton::restoresShiftedParametersBySubtraction()
     options.fix[1] = 1;
     const double left = run({1, constantTwo}, options, {0, kStart}).parameters[1];
     QVERIFY(left != kStart && std::abs(left - kStart) < kFewUlps);
+}
+
+// Residuals are asked for many points at once, but every sum has its terms in the order of the points, and the rounding
+// of a parameter that a shift has moved goes on to the next point.
+void TestGaussNewton::addsUpPointByPoint()
+{
+    const auto residual = [](int point, const Parameters& a) {
+        return a[1] * std::exp(-a[2] * point / 100.0) + a[3] - 1.0 / point;
+    };
+    const Parameters start{0, 0.1, 0.7, 0.3};
+    for (const fit::Vector7& h : {fit::Vector7{0, 0.0125, 0.0875, 0.0375}, fit::Vector7{0, 100.3, 7.7, 0.3}}) {
+        Parameters expected = start, a = start;
+        fit::NormalEquations sums;
+        constexpr int kPoints = 2 * fit::kMostPointsAtOnce + 10;
+        for (int point = 1; point <= kPoints; ++point) {
+            const double r = residual(point, expected);
+            fit::Vector7 J{};
+            for (std::size_t j = 1; j <= 3; ++j) {
+                expected[j] += h[j];
+                J[j] = (residual(point, expected) - r) / h[j];
+                expected[j] -= h[j];
+            }
+            for (std::size_t j = 1; j <= 3; ++j) {
+                for (std::size_t k = j; k <= 3; ++k)
+                    sums.matrix[j][k] += J[j] * J[k];
+                sums.rightSide[j] -= r * J[j];
+            }
+            sums.residualSum += r * r;
+        }
+        CallableProblem problem(kPoints, residual);
+        const fit::NormalEquations equations = fit::normalEquations(problem, a, h, 3);
+        QVERIFY(equations.matrix == sums.matrix && equations.rightSide == sums.rightSide);
+        QVERIFY(equations.residualSum == sums.residualSum && a == expected);
+    }
 }
 
 void TestGaussNewton::comparesTheFirstSumWithOne()

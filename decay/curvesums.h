@@ -1,0 +1,28 @@
+#pragma once
+
+#include "decay/sampletable.h"
+
+#include <span>
+
+/// The inner loops of a curve's evaluation, over its points. They are compiled for wide vector registers as well. Each
+/// operation is rounded by itself and in the same order either way, so that the values are the same to the last bit.
+namespace decay
+{
+
+/// result = weight * term
+void setWeighted(std::span<double> result, double weight, const double* term);
+
+/// sum += weight * term
+void addWeighted(std::span<double> sum, double weight, const double* term);
+
+/// product *= factor
+void multiply(std::span<double> product, const double* factor);
+
+/// difference = left - right
+void subtract(std::span<double> difference, const double* left, const double* right);
+
+/// sum += first * (weights[0] + factor * (weights[1] + factor * (...))) at count points. Slots up to the next multiple
+/// of 8 hold anything afterwards.
+void addSeries(Grid& sum, std::size_t count, const Grid& first, const Grid& factor, std::span<const double> weights);
+
+} // namespace decay
