@@ -4,7 +4,9 @@
 #include "app/datasheet.h"
 #include "app/parameterpanel.h"
 #include "app/resultstable.h"
+#include "ui/clipboard.h"
 #include "ui/grid.h"
+#include "ui/textbox.h"
 #include "ui/twips.h"
 
 namespace app
@@ -67,6 +69,8 @@ void VorloMain::connectEditMenu()
     connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet); });
     connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet); });
     connect(&MainWindow, &frmVorloMain::pasteChosen, this, [this, &sheet] { mnuPaste_Click(sheet, m_prompter); });
+    for (const ui::TextBox* box : MainWindow.findChildren<ui::TextBox*>())
+        connect(box, &ui::TextBox::clipboardSilent, this, [this] { ui::tellOfSilentClipboard(m_prompter); });
 }
 
 void VorloMain::connectWindows()

@@ -2,7 +2,6 @@
 
 #include "ui/prompter.h"
 
-#include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QImage>
@@ -18,16 +17,10 @@ constexpr qint64 kTimeOut = 1000; // ms
 
 QString tr(const char* text) { return QCoreApplication::translate("ui::Clipboard", text); }
 
-} // namespace
-
-void copyText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
-
-void copyImage(const QImage& image) { QGuiApplication::clipboard()->setImage(image); }
-
 // Every question to a program that hangs costs a time-out, and the clipboard's own text() asks up to three.
-QString clipboardText()
+QString textOf(QClipboard::Mode mode)
 {
-    const QMimeData* held = QGuiApplication::clipboard()->mimeData();
+    const QMimeData* held = QGuiApplication::clipboard()->mimeData(mode);
     const QStringList formats = held ? held->formats() : QStringList();
     for (const char* format : {"text/plain;charset=utf-8", "text/plain"})
         if (formats.contains(format))
@@ -35,15 +28,35 @@ QString clipboardText()
     return {};
 }
 
-std::optional<QString> pastedText(Prompter& prompter)
+} // namespace
+
+void copyText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
+
+void copyImage(const QImage& image) { QGuiApplication::clipboard()->setImage(image); }
+
+QString clipboardText() { return textOf(QClipboard::Clipboard); }
+
+std::optional<QString> askedText(QClipboard::Mode mode)
 {
     QElapsedTimer waited;
     waited.start();
-    const QString text = clipboardText();
-    if (!text.isEmpty() || waited.elapsed() < kTimeOut)
-        return text;
+    const QString text = textOf(mode);
+    if (text.isEmpty() && waited.elapsed() >= kTimeOut)
+        return std::nullopt;
+    return text;
+}
+
+void tellOfSilentClipboard(Prompter& prompter)
+{
     prompter.message(tr("The program that holds the clipboard does not answer.\r\nNothing was pasted."));
-    return std::nullopt;
+}
+
+std::optional<QString> pastedText(Prompter& prompter)
+{
+    std::optional<QString> text = askedText();
+    if (!text)
+        tellOfSilentClipboard(prompter);
+    return text;
 }
 
 } // namespace ui

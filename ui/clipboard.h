@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QClipboard>
 #include <QString>
 
 #include <optional>
@@ -16,6 +17,9 @@ void copyText(const QString& text);
 void copyImage(const QImage& image);
 QString clipboardText(); // empty when the clipboard holds no text
 
+/// The text that the program behind the clipboard gives, asked once. nullopt when it does not answer.
+std::optional<QString> askedText(QClipboard::Mode mode = QClipboard::Clipboard);
+void tellOfSilentClipboard(Prompter& prompter);
 /// The text to paste. nullopt when the program that holds the clipboard does not answer, and the user has been told.
 std::optional<QString> pastedText(Prompter& prompter);
 

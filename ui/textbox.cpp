@@ -1,6 +1,7 @@
 #include "ui/textbox.h"
 
-#include <QClipboard>
+#include "ui/clipboard.h"
+
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
@@ -10,13 +11,6 @@
 
 namespace ui
 {
-namespace
-{
-
-QString clipboardText(QClipboard::Mode mode) { return QGuiApplication::clipboard()->text(mode); }
-
-} // namespace
-
 QString oneLine(const QString& text)
 {
     static const QRegularExpression lineEnd("[\r\n]");
@@ -30,27 +24,25 @@ QString TextBox::lineOf(const QString& text)
     return line != text && takenElsewhere && takenElsewhere(text) ? QString() : line;
 }
 
-/// False leaves a text that is one line to QLineEdit.
-bool TextBox::takeLines(const QString& text)
+// The toolkit's own paste would ask a program that hangs several times.
+void TextBox::pasteFrom(QClipboard::Mode mode)
 {
-    if (isReadOnly() || oneLine(text) == text)
-        return false;
-    insert(lineOf(text));
-    return true;
+    if (isReadOnly())
+        return;
+    if (const std::optional<QString> text = askedText(mode))
+        insert(lineOf(*text));
+    else
+        emit clipboardSilent();
 }
 
-void TextBox::paste()
-{
-    if (!takeLines(clipboardText(QClipboard::Clipboard)))
-        QLineEdit::paste();
-}
+void TextBox::paste() { pasteFrom(QClipboard::Clipboard); }
 
 void TextBox::keyPressEvent(QKeyEvent* event)
 {
+    if (!event->matches(QKeySequence::Paste))
+        return QLineEdit::keyPressEvent(event);
     const bool selection = event->modifiers() & Qt::ControlModifier && event->modifiers() & Qt::ShiftModifier;
-    if (!event->matches(QKeySequence::Paste) ||
-        !takeLines(clipboardText(selection ? QClipboard::Selection : QClipboard::Clipboard)))
-        QLineEdit::keyPressEvent(event);
+    pasteFrom(selection ? QClipboard::Selection : QClipboard::Clipboard);
 }
 
 // The press has put the caret where the text goes.
@@ -59,8 +51,7 @@ void TextBox::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::MiddleButton || !QGuiApplication::clipboard()->supportsSelection())
         return QLineEdit::mouseReleaseEvent(event);
     deselect();
-    if (!takeLines(clipboardText(QClipboard::Selection)))
-        QLineEdit::mouseReleaseEvent(event);
+    pasteFrom(QClipboard::Selection);
 }
 
 // With the focus, so that Esc discards the text.
@@ -73,7 +64,7 @@ void TextBox::dropEvent(QDropEvent* event)
     QDragLeaveEvent end;
     QLineEdit::dragLeaveEvent(&end); // takes away the caret that shows where the text would go
     setCursorPosition(cursorPositionAt(event->position().toPoint()));
-    takeLines(text);
+    insert(lineOf(text));
     event->acceptProposedAction();
 }
 

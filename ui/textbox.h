@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QClipboard>
 #include <QLineEdit>
 
 #include <functional>
@@ -21,6 +22,9 @@ public:
     /// Is offered each such text that is not one line; true: it went elsewhere, and the box takes nothing of it.
     std::function<bool(const QString& text)> takenElsewhere;
 
+signals:
+    void clipboardSilent(); // the program that holds the clipboard did not answer a paste
+
 public slots:
     void paste(); // the context menu looks it up by name and so finds it in place of QLineEdit's
 
@@ -32,7 +36,7 @@ protected:
 
 private:
     QString lineOf(const QString& text);
-    bool takeLines(const QString& text);
+    void pasteFrom(QClipboard::Mode mode);
 };
 
 } // namespace ui

@@ -439,9 +439,17 @@ void TestFaults::pastingFromAHangingProgramTellsAfterOneTimeOut()
     QVERIFY2(vorlo.prompter.shown[0].contains("does not answer"), qPrintable(vorlo.prompter.shown[0]));
     QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 1), before);
     QVERIFY(vorlo.program.shared.DataNormalized);
+
+    auto& box = vorlo.control<QLineEdit>("txtK");
+    const QString typed = box.text();
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(timeOuts, 2);
+    QCOMPARE(vorlo.prompter.shown.size(), 2);
+    QCOMPARE(box.text(), typed);
+
     ui::copyText("5");
     vorlo.run("mnuPaste");
-    QCOMPARE(vorlo.prompter.shown.size(), 1);
+    QCOMPARE(vorlo.prompter.shown.size(), 2);
     QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 1), "5");
 }
 
