@@ -1,3 +1,4 @@
+#include "bench/cleanstate.h"
 #include "bench/jobs.h"
 #include "bench/literallaws.h"
 #include "decay/curvefit.h"
@@ -19,6 +20,7 @@ void fit(benchmark::State& state, Problem& problem, const bench::Job& job, Fit f
 {
     bench::NoObserver observer;
     fit::Outcome outcome;
+    const bench::CleanState clean(state);
     for (auto _ : state)
         benchmark::DoNotOptimize(outcome = fitted(problem, job.options, job.start, observer));
     state.counters["updates"] = outcome.iterations;
@@ -57,6 +59,7 @@ template <class Problem>
 void pass(benchmark::State& state, Problem& problem, fit::Parameters a)
 {
     std::array<double, fit::kMostPointsAtOnce> room{};
+    const bench::CleanState clean(state);
     for (auto _ : state) {
         a[1] *= 1 + 1e-12;
         for (int first = 1, last = problem.pointCount(); first <= last;) {
@@ -87,6 +90,7 @@ void ratioPass(benchmark::State& state, int number)
 /// them.
 void floorOfPass(benchmark::State& state, const std::vector<double>& exponents, const std::vector<double>& squares)
 {
+    const bench::CleanState clean(state);
     for (auto _ : state) {
         double sum = 0;
         for (double x : exponents)

@@ -1,0 +1,6 @@
+#include "bench/fittimes.h"
+
+int main()
+{
+    return bench::printFitTimes([] {}) ? 0 : 1;
+}
