@@ -1,9 +1,9 @@
 #include "app/sessiontext.h"
-#include "bench/jobs.h"
-#include "bench/literallaws.h"
 #include "decay/curvefit.h"
 #include "decay/curvesums.h"
 #include "fit/report.h"
+#include "tests/bench/jobs.h"
+#include "tests/bench/literallaws.h"
 #include "tests/support/decaysessions.h"
 #include "tests/support/fitrun.h"
 

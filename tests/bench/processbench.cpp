@@ -1,4 +1,4 @@
-#include "bench/jobs.h"
+#include "tests/bench/jobs.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-#include "bench/firstframe.h"
+#include "tests/bench/firstframe.h"
 
 #include <QLabel>
 #include <QMainWindow>

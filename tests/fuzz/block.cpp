@@ -1,5 +1,5 @@
 #include "app/blocktext.h"
-#include "fuzz/fuzz.h"
+#include "tests/fuzz/fuzz.h"
 #include "tests/support/memorysheet.h"
 
 using fuzz::check;

@@ -1,11 +1,11 @@
 #include "app/sessiontext.h"
-#include "bench/jobs.h"
 #include "decay/analyzerwindow.h"
 #include "decay/curvefit.h"
 #include "plot/decaycharts.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
 #include "sternvolmer/analyzerwindow.h"
+#include "tests/bench/jobs.h"
 #include "ui/prompter.h"
 
 #include <benchmark/benchmark.h>

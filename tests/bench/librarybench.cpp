@@ -1,6 +1,6 @@
-#include "bench/cleanstate.h"
-#include "bench/jobs.h"
 #include "decay/decayproblem.h"
+#include "tests/bench/cleanstate.h"
+#include "tests/bench/jobs.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-#include "fuzz/fuzz.h"
+#include "tests/fuzz/fuzz.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
 #include "app/sessiontext.h"
-#include "fuzz/fuzz.h"
+#include "tests/fuzz/fuzz.h"
 
 using fuzz::check;
 

@@ -2,12 +2,12 @@
 #include "decay/decayproblem.h"
 #include "decay/normalization.h"
 #include "fit/realparameters.h"
-#include "fuzz/sheet.h"
 #include "plot/axis.h"
 #include "plot/decaycharts.h"
 #include "plot/sternvolmercharts.h"
 #include "sternvolmer/ratiodata.h"
 #include "sternvolmer/ratioproblem.h"
+#include "tests/fuzz/sheet.h"
 #include "tests/support/plotrecorders.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "bench/literallaws.h"
+#include "tests/bench/literallaws.h"
 
 #include "fit/realparameters.h"
 

@@ -1,6 +1,6 @@
-#include "bench/jobs.h"
+#include "tests/bench/jobs.h"
 
-#include "bench/literallaws.h"
+#include "tests/bench/literallaws.h"
 
 #include <cassert>
 #include <random>

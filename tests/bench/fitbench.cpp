@@ -1,7 +1,7 @@
-#include "bench/cleanstate.h"
-#include "bench/jobs.h"
-#include "bench/literallaws.h"
 #include "decay/curvefit.h"
+#include "tests/bench/cleanstate.h"
+#include "tests/bench/jobs.h"
+#include "tests/bench/literallaws.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,5 +1,5 @@
 #include "fit/numbertext.h"
-#include "fuzz/fuzz.h"
+#include "tests/fuzz/fuzz.h"
 
 #include <array>
 #include <cmath>

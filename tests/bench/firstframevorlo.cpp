@@ -1,5 +1,5 @@
 #include "app/startup.h"
-#include "bench/firstframe.h"
+#include "tests/bench/firstframe.h"
 #include "ui/prompter.h"
 
 int main(int argc, char* argv[])

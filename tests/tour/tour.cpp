@@ -1,6 +1,6 @@
 // The guided tour: operates the program's real windows as a person would and leaves a picture of each.
 
-#include "tools/hands.h"
+#include "tests/tour/hands.h"
 
 #include "app/datasheet.h"
 #include "app/startup.h"

@@ -2,7 +2,7 @@
 
 #include "decay/sampletable.h"
 #include "fit/numbertext.h"
-#include "fuzz/fuzz.h"
+#include "tests/fuzz/fuzz.h"
 
 #include <cmath>
 #include <string>

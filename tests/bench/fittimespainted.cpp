@@ -1,4 +1,4 @@
-#include "bench/fittimes.h"
+#include "tests/bench/fittimes.h"
 
 #include <QApplication>
 #include <QPlainTextEdit>

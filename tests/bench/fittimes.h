@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bench/jobs.h"
 #include "decay/curvefit.h"
+#include "tests/bench/jobs.h"
 #include "tests/support/vectorstate.h"
 
 #include <algorithm>

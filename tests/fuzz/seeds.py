@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes fuzz/seeds/engine and fuzz/seeds/trust from the descriptions below, as engine.cpp, trust.cpp and sheet.h read them.
+"""Writes seeds/engine and seeds/trust from the descriptions below, as engine.cpp, trust.cpp and sheet.h read them.
 
 Run it again after a change of what these read; tests fail while a seed no longer gets to a fit.
 
-    fuzz/seeds.py
+    tests/fuzz/seeds.py
 """
 import math
 import pathlib

@@ -1,4 +1,4 @@
-#include "fuzz/sheet.h"
+#include "tests/fuzz/sheet.h"
 #include "trust/fitdetails.h"
 #include "trust/ratiotask.h"
 #include "trust/startsearch.h"

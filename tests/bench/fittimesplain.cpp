@@ -1,4 +1,4 @@
-#include "bench/fittimes.h"
+#include "tests/bench/fittimes.h"
 
 int main()
 {

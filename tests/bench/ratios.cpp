@@ -1,4 +1,4 @@
-#include "bench/ratios.h"
+#include "tests/bench/ratios.h"
 
 #include <algorithm>
 #include <array>

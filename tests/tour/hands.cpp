@@ -1,4 +1,4 @@
-#include "tools/hands.h"
+#include "tests/tour/hands.h"
 
 #include <QApplication>
 #include <QComboBox>
