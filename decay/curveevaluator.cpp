@@ -85,9 +85,8 @@ void CurveEvaluator::addBrackets(Grid& sum, std::size_t count, const Brackets& b
     for (const Bracket& bracket : brackets) {
         Grid inner;
         std::fill_n(inner.begin(), count, 0.0);
-        for (const Exponential& term : bracket.sum) {
+        for (const Exponential& term : bracket.sum)
             addWeighted(std::span(inner.data(), count), term.amplitude, exponentials(term.rate, count).data());
-        }
         addWeighted(std::span(sum.data(), count), bracket.factor, inner.data());
     }
 }

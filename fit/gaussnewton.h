@@ -31,7 +31,7 @@ public:
     /// For how many points from the first on residuals() may be asked at once without work being done twice.
     virtual int pointsAtOnce(int /*first*/) const { return kMostPointsAtOnce; }
 
-    /// residual() of so many points from the first on as there is room for.
+    /// residual() of as many points from the first on as there is room for.
     virtual void residuals(int first, const Parameters& a, std::span<double> room)
     {
         std::generate(room.begin(), room.end(), [&, point = first]() mutable { return residual(point++, a); });

@@ -14,7 +14,7 @@ void clearUpperHalves();
 
 /// Marks a function that is compiled for wide vector registers (AVX2) as well; the processor decides at the start of
 /// the program. Only where the compiler can do so, and not in builds for debugging.
-#if defined(__x86_64__) && defined(__linux__) && defined(__OPTIMIZE__) && !defined(__clang__)
+#if defined(__x86_64__) && defined(__gnu_linux__) && defined(__OPTIMIZE__) && !defined(__clang__)
 #define VORLO_ALSO_WIDE __attribute__((target_clones("avx2", "default")))
 #else
 #define VORLO_ALSO_WIDE
