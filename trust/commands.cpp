@@ -129,9 +129,9 @@ void Commands::search(const Task& task, const app::PanelState& panel, app::Analy
     if (fit::StopRequested)
         return;
     if (found.cancelled || !progress(done))
-        window.showNothingFound("The search was cancelled. The boxes hold what was typed.");
+        window.showNothingFound("The search was cancelled. The boxes keep the typed values.");
     else if (starts.starts.empty())
-        window.showNothingFound("The model has no value for any start tried. The boxes hold what was typed.");
+        window.showNothingFound("The model cannot be evaluated at any start tried. The boxes keep the typed values.");
     else
         window.showFound(starts);
 }

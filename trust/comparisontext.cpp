@@ -54,7 +54,7 @@ std::string remarksText(const ComparedModel& compared)
             add(constantName(compared.model, slot) + " " + doubt);
     }
     if (!compared.engineStays)
-        add("an analysis does not stay there");
+        add("an analysis leaves this minimum");
     return text;
 }
 

@@ -13,8 +13,8 @@ namespace
 {
 
 constexpr std::string_view kNoErrorsForDecays =
-    "Decay curves are recomputed from the typed lifetimes and carry no noise, so there are no standard errors and "
-    "there is no AICc.";
+    "The decay curves are computed from the typed lifetimes and carry no noise, so there are no standard errors "
+    "and no AICc.";
 
 /// One text on its way.
 class Writer
@@ -78,13 +78,13 @@ std::string Writer::remarks() const
     if (!hasErrors())
         add(kNoErrorsForDecays);
     if (hasErrors() && m_details.uncertainty.degreesOfFreedom < 1)
-        add("There are no standard errors: there are too few samples for so many constants.");
+        add("There are too few samples for standard errors of so many constants.");
     const bool atMinimum = m_details.verdict == Verdict::AtMinimum || m_details.verdict == Verdict::Undetermined;
     if (hasErrors() && !atMinimum && m_details.verdict != Verdict::NotDefined)
-        add("Standard errors hold at a minimum only; those below are for orientation.");
+        add("Standard errors are valid only at a minimum; the errors below are a rough guide.");
     constexpr double kRare = 0.05;
     if (hasErrors() && m_details.runs.probability < kRare)
-        add("The residuals change their sign too seldom: the curve bends otherwise than the data.");
+        add("The residuals change sign too rarely: the curve has another shape than the data.");
     return text;
 }
 
@@ -131,7 +131,7 @@ TextTable Writer::figures() const
     table.push_back({"Root mean square error", dof > 0 ? figure(m_details.rootMeanSquareError) : std::string("-")});
     table.push_back({"R2 over the points", figure(m_details.R2)});
     table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
-    table.push_back({"Runs of residuals of one sign", runsText()});
+    table.push_back({"Runs of residuals with the same sign", runsText()});
     table.push_back({"Probability of so few runs", chanceText()});
     return table;
 }
@@ -140,7 +140,7 @@ std::string Writer::runsText() const
 {
     const RunsTest& runs = m_details.runs;
     if (runs.above == 0 || runs.below == 0)
-        return "no runs test, all have one sign";
+        return "no runs test, all have the same sign";
     return std::to_string(runs.runs) + " (" + std::to_string(runs.above) + " points above, " +
            std::to_string(runs.below) + " below)";
 }

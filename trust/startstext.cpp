@@ -18,7 +18,7 @@ std::string endText(const FoundStart& found, int logMode)
     if (found.start.leadsToMinimum)
         return "An analysis started from these values ends at this minimum (sum " + sumText(found.start.reached) + ").";
     std::string text =
-        "An analysis started from these values does not stay there: with the present settings it ends at "
+        "An analysis started from these values leaves this minimum: with the present settings it ends at "
         "the sum " +
         sumText(found.start.reached);
     if (std::isfinite(found.start.reached))
@@ -50,13 +50,13 @@ std::string foundText(const FoundStarts& found, std::size_t chosen)
                        "at the values found: " + sumText(start.solution.sumOfSquares) + "\n\n";
     if (found.starts.size() > 1)
         text += std::to_string(found.starts.size()) +
-                " different solutions are equally good; the data alone cannot tell them apart. Choose one above by "
-                "what else is known, such as lifetimes.\n\n";
+                " different solutions are equally good; the data alone cannot tell them apart. Use other knowledge, "
+                "such as lifetimes, to choose one above.\n\n";
     if (!start.solution.undetermined.empty()) {
         std::vector<std::string> names;
         for (const std::size_t slot : start.solution.undetermined)
             names.push_back(constantName(found.model, slot));
-        text += "But " + verdictText(Verdict::Undetermined, names) + ": other values are as good.\n\n";
+        text += "But " + verdictText(Verdict::Undetermined, names) + ": other values fit equally well.\n\n";
     }
     return text + endText(start, found.logMode);
 }

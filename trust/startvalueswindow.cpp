@@ -27,7 +27,7 @@ StartValuesWindow::StartValuesWindow()
     m_solutions->setObjectName("lstSolutions");
     m_solutions->setAccessibleName(tr("Solutions"));
     m_text->setObjectName("txtFound");
-    m_text->setAccessibleName(tr("What was found"));
+    m_text->setAccessibleName(tr("Result of the search"));
     m_text->setReadOnly(true);
     m_text->setTabChangesFocus(true);
     m_cancel->setObjectName("cmdCancelSearch");
@@ -106,7 +106,7 @@ void StartValuesWindow::showChoice(int row)
 void StartValuesWindow::goBack()
 {
     m_solutions->setCurrentRow(-1); // so that each can be chosen again
-    m_text->setPlainText(tr("The boxes hold what was typed. Choose a solution above to have its values."));
+    m_text->setPlainText(tr("The boxes hold the typed values. Choose a solution above to use its values."));
     emit backChosen();
 }
 

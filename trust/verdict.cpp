@@ -54,7 +54,7 @@ std::string verdictText(Verdict verdict, std::span<const std::string> undetermin
     case Verdict::Undetermined:
         return "the data do not determine " + listed(undetermined);
     case Verdict::NotDefined:
-        return "the model has no value for these constants";
+        return "the model cannot be evaluated at these constants";
     }
     return {};
 }
