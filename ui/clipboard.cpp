@@ -17,7 +17,8 @@ constexpr qint64 kTimeOut = 1000; // ms
 
 QString tr(const char* text) { return QCoreApplication::translate("ui::Clipboard", text); }
 
-// Every question to a program that hangs costs a time-out, and the clipboard's own text() asks up to three.
+// Every request to a program that does not respond costs a time-out, and the clipboard's own text() makes up to three
+// requests.
 QString textOf(QClipboard::Mode mode)
 {
     const QMimeData* held = QGuiApplication::clipboard()->mimeData(mode);

@@ -14,7 +14,7 @@ namespace
 constexpr int kUnstretched = 100; // percent
 constexpr int kNarrowest = 60;
 constexpr double kUsualTextTwips = 280; // height of a 12-point text
-constexpr int kStep = 10; // every stretch is a font of its own, which takes time to load when it is first used
+constexpr int kStep = 10;               // each stretch is a separate font, which takes time to load at its first use
 
 } // namespace
 

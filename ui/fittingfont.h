@@ -5,15 +5,15 @@
 namespace ui
 {
 
-/// Percent of its natural width that a text may have to be `width` pixels wide at most, but never so little that it is
-/// illegible; 100 where it fits.
+/// The width in percent of its natural width at which a text fits into `width` pixels; 100 if it fits already. Never so
+/// small that the text is illegible.
 int fittingStretch(qreal natural, qreal width);
 
-/// The font, condensed as far as a text needs to be `width` pixels wide at most, but never beyond legibility.
+/// The font, condensed until a text fits into `width` pixels, but never so much that it is illegible.
 QFont fittingFont(const QFont& font, const QString& text, qreal width);
 
-/// How many times as large as a usual text this font's is: 1 up to 12 points. What is measured out for texts of a usual
-/// size gets as much larger.
+/// Ratio of the font's size to a normal size: 1 up to 12 points. Sizes designed for normal texts are multiplied by this
+/// ratio.
 qreal enlargement(const QFont& font);
 
 } // namespace ui

@@ -19,7 +19,7 @@ namespace ui
 namespace
 {
 
-constexpr int kColumnTwips = 960; // of a column that nobody has sized
+constexpr int kColumnTwips = 960; // initial width of a column
 constexpr int kRowPadding = 4;    // pixels above and below a row's text together
 
 struct Step {
@@ -27,7 +27,7 @@ struct Step {
     int columns = 0;
 };
 
-/// Steps as long as the whole grid end at its edge.
+/// Steps of the length of the whole grid end at its edge.
 std::optional<Step> stepOf(const QKeyEvent& event, const Grid& grid)
 {
     const bool toEdge = event.modifiers() & Qt::ControlModifier;
@@ -56,7 +56,7 @@ std::optional<Step> stepOf(const QKeyEvent& event, const Grid& grid)
     }
 }
 
-/// From a title a step may lead into the cells, from a cell never onto a title.
+/// A step may lead from a title into the cells, but never from a cell to a title.
 int stepped(int from, int step, int count) { return std::clamp(from + step, std::min(from, 1), count - 1); }
 
 bool isPrintable(const QString& text) { return !text.isEmpty() && text.front().unicode() > 32; }
@@ -106,7 +106,7 @@ void Grid::setCounts(int rows, int columns)
 {
     m_cells->setRowCount(std::max(rows, 1));
     m_cells->setColumnCount(std::max(columns, 1));
-    setRowHidden(0, true); // the headers show these
+    setRowHidden(0, true); // the headers show the titles
     setColumnHidden(0, true);
     if (!currentIndex().isValid())
         selectCell(1, 1);
@@ -214,7 +214,8 @@ void Grid::currentMoved()
     emit currentCellMoved();
 }
 
-// The view's own mouse handling moves the current cell to the end of a dragged block; here it stays at its start.
+// The view's own mouse handling moves the current cell to the end of a dragged block. Here the current cell stays at
+// the start.
 void Grid::mousePressEvent(QMouseEvent* event)
 {
     const QModelIndex cell = indexAt(event->position().toPoint());

@@ -8,9 +8,9 @@ class QStandardItemModel;
 namespace ui
 {
 
-/// A grid of text cells whose row 0 and column 0 are titles: real headers that stay in view, and cells of the model
-/// all the same. Texts are in the model, the current cell and the selected block in the selection model. Texts that are
-/// too long for their column are drawn condensed.
+/// A grid of text cells with titles in row 0 and column 0. The titles are cells of the model, but headers that stay in
+/// view show them. The model holds the texts, the selection model the current cell and the selected block. Texts that
+/// are too long for their column are drawn condensed.
 class Grid : public QTableView
 {
     Q_OBJECT
@@ -18,29 +18,29 @@ class Grid : public QTableView
 public:
     explicit Grid(QWidget* parent = nullptr);
 
-    /// Rows and columns, the title row and the title column included. A new grid has one cell, the current one.
+    /// Rows and columns, including the title row and the title column. A new grid has one cell, which is current.
     void setCounts(int rows, int columns);
     int rows() const;
     int columns() const;
 
-    /// A cell outside the grid reads as an empty text and is not written.
+    /// Outside the grid, reading gives an empty text and writing does nothing.
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);
 
     /// Wider where the font is larger than usual.
     void setColumnTwips(int column, int twips);
 
-    /// Makes a cell, title cells included, the current one and the only selected one.
+    /// Makes a cell the current and only selected cell. It may be a title cell.
     void selectCell(int row, int column);
     /// The current cell is the block's first corner. Cells outside the grid change nothing.
     void selectBlock(int row, int column, int farRow, int farColumn);
     int currentRow() const;
     int currentColumn() const;
-    /// The corner of the selected block that lies opposite the current cell.
+    /// The corner of the selected block opposite the current cell.
     int farRow() const;
     int farColumn() const;
 
-    /// Repainting off while cells are filled, on again at the end.
+    /// Turns repainting off while cells are filled, and on again afterwards.
     void setRedraw(bool on);
 
     /// All cells without the titles.
@@ -49,7 +49,7 @@ public:
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 signals:
-    void cellChosen(); // by a click on a cell or a title, or by a key, even if it was the current one already
+    void cellChosen(); // by a click on a cell or a title, or by a key, even if the cell was current already
     void currentCellMoved();
     /// A printable character (code above 32) or a text that an input method committed.
     void textTyped(const QString& text);

@@ -14,14 +14,14 @@ namespace
 constexpr int kTextMargin = 4; // pixels left and right of a text
 constexpr int kFramePen = 2;   // pixels
 
-/// Draws a title into its section, as narrow as it must be to fit, and shortened if that is not enough. A condensed
-/// font would take time to load, and the first titles stand on the first window.
+/// Draws a title into its section. A title that is too long is narrowed, and then shortened if it still does not fit. A
+/// condensed font would take time to load, and the first window has titles.
 void drawTitle(QPainter& painter, const QWidget& header, const QStyleOptionHeader& section, const QString& title)
 {
     const qreal room = section.rect.width() - 2 * kTextMargin;
     TitleLine line = titleLine(header.font(), title);
     const qreal narrowing = fittingStretch(line.width, room) / 100.0;
-    if (line.width * narrowing > room) // no digit may be missing without a sign of it
+    if (line.width * narrowing > room) // a missing digit must be visible as an ellipsis
         line = titleLine(header.font(),
                          header.fontMetrics().elidedText(title, Qt::ElideRight, static_cast<int>(room / narrowing)));
     const QSize size(qRound(line.width * narrowing), header.fontMetrics().height());
@@ -74,8 +74,8 @@ void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
     option->fontMetrics = QFontMetrics(option->font);
 }
 
-// Most cells of a sheet are empty, and of those that nothing marks there is nothing to draw. Styles hardly mark the
-// current cell, and two grids stand on one window.
+// Most cells of a sheet are empty, and an empty cell without a mark needs no drawing. Styles hardly mark the current
+// cell, and the main window has two grids.
 void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const
 {
     const bool marked = option.state & (QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
@@ -86,7 +86,7 @@ void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         drawFrame(*painter, option.rect, option.palette.color(QPalette::Text));
 }
 
-// Of the whole text: the column may be widened for it.
+// The size of the whole text, because the user may widen the column for it.
 QSize FittingDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& cell) const
 {
     QStyleOptionViewItem wide(option);
@@ -100,8 +100,8 @@ TitleHeader::TitleHeader(Qt::Orientation orientation, QWidget* parent) : QHeader
     setHighlightSections(false);
 }
 
-/// One line, whatever the titles say: by itself a header measures them with every step of a layout. How wide the titles
-/// of rows are is up to the grid.
+/// Always the height of one line: by default a header measures all titles in every step of a layout. The grid sets the
+/// width of row titles.
 QSize TitleHeader::sizeHint() const
 {
     return {0, fontMetrics().height() + 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this)};
@@ -109,7 +109,7 @@ QSize TitleHeader::sizeHint() const
 
 void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logicalIndex) const
 {
-    painter->save(); // the style leaves nothing but an empty clip
+    painter->save(); // the style leaves an empty clip
     QHeaderView::paintSection(painter, section, logicalIndex);
     painter->restore();
     QStyleOptionHeader option;
@@ -126,11 +126,11 @@ void TitleHeader::paintSection(QPainter* painter, const QRect& section, int logi
 void TitleHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int logicalIndex) const
 {
     QHeaderView::initStyleOptionForIndex(option, logicalIndex);
-    option->text.clear(); // drawn apart
+    option->text.clear(); // drawn separately
 }
 
-/// For the font that titles are drawn with. By itself a header measures them in bold, a font that would be loaded for
-/// nothing else.
+/// Measures titles in the font in which they are drawn. By default a header measures them in bold, and this font would
+/// be loaded for nothing else.
 QSize TitleHeader::sectionSizeFromContents(int logicalIndex) const
 {
     QStyleOptionHeader option;

@@ -4,11 +4,12 @@
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
 
-/// What a grid is made of. Texts that are too long for their column are condensed, so that numbers stay whole.
+/// The model, the cell painter and the headers of a grid. Texts that are too long for their column are condensed, so
+/// that numbers stay complete.
 namespace ui
 {
 
-/// The cells; the headers read their texts from row 0 and column 0.
+/// The texts of the cells. The headers show the texts of row 0 and column 0.
 class TitledCells final : public QStandardItemModel
 {
 public:
@@ -18,7 +19,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex&) const override { return Qt::ItemIsEnabled | Qt::ItemIsSelectable; }
 };
 
-/// Draws the cells; the one that keys go to has a frame.
+/// Draws the cells, with a frame around the current cell.
 class FittingDelegate final : public QStyledItemDelegate
 {
 public:
@@ -30,7 +31,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const override;
 };
 
-/// A header that shows which title is the current cell.
+/// A header that marks a title that is the current cell.
 class TitleHeader final : public QHeaderView
 {
 public:
@@ -43,7 +44,7 @@ protected:
     QSize sectionSizeFromContents(int logicalIndex) const override;
 };
 
-/// The title where both headers meet.
+/// The title in the corner between both headers.
 void paintCornerTitle(QWidget& corner, const QString& title, bool current);
 
 } // namespace ui

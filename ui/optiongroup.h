@@ -5,8 +5,8 @@ class QButtonGroup;
 namespace ui
 {
 
-/// Makes the chosen option of a group the only one that the Tab key stops at, whoever chooses it. By itself Tab stops
-/// at the first option until one of them has been clicked.
+/// Makes Tab stop at the checked option of a group only, however it was checked. By default Tab stops at the first
+/// option until the user clicks one.
 void stopTabAtChosen(QButtonGroup& group);
 
 } // namespace ui

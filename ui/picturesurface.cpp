@@ -19,7 +19,7 @@ constexpr int kLabelPoints = 10;
 constexpr double kTwipsPerPoint = 20;
 constexpr double kRingTwips = 75;    // radius: a rim around the largest marker
 constexpr double kRingPen = 1.5;     // pixels
-constexpr double kDigitWidth = 0.45; // of the font's height: labels are placed as if a digit took 6 of 13.3 pixels
+constexpr double kDigitWidth = 0.45; // of the font's height: 6 of 13.3 pixels, as label positions assume
 
 /// Tells assistive technology that the surface is a picture.
 QAccessibleInterface* accessibleSurface(const QString&, QObject* object)
@@ -57,7 +57,7 @@ QImage PictureSurface::picture()
     return shown;
 }
 
-// Kept in pixels of the picture: while the window is hidden no resize event tells of its size.
+// Stored in pixels of the picture, because a hidden window gets no resize event.
 void PictureSurface::growToWidget()
 {
     const qreal ratio = m_picture.isNull() ? devicePixelRatioF() : m_picture.devicePixelRatio();
@@ -141,7 +141,7 @@ void PictureSurface::drawText(double x, double y, const QString& text)
         painter.setFont(m_labelFont);
         painter.setPen(Qt::black);
         QPointF corner = pixels(x, y);
-        if (corner.x() < width()) // a label that starts on the surface ends on it
+        if (corner.x() < width()) // a label that starts on the surface also ends on it
             corner.setX(std::min(corner.x(), width() - painter.fontMetrics().horizontalAdvance(text) - 1.0));
         painter.drawText(corner + QPointF(0, painter.fontMetrics().ascent()), text);
     });

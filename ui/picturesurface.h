@@ -12,7 +12,7 @@ class QPainter;
 namespace ui
 {
 
-/// A drawing surface whose picture stays as drawn when it is covered, hidden or resized; new area is white.
+/// A drawing surface that keeps its picture when it is covered, hidden or resized; new area is white.
 /// Coordinates are in twips from the top-left corner, outlines one pixel wide.
 class PictureSurface : public QWidget
 {
@@ -23,7 +23,7 @@ public:
 
     double widthTwips() const;
     double heightTwips() const;
-    /// The picture as far as the surface shows it.
+    /// The visible part of the picture.
     QImage picture();
 
     void clear();
@@ -36,12 +36,12 @@ public:
     /// The points are opposite corners in any order.
     void drawBox(double x1, double y1, double x2, double y2, const QColor& color);
     void fillBox(double x1, double y1, double x2, double y2, const QColor& color);
-    /// Black text whose top-left corner stands at the point.
+    /// Black text with its top-left corner at the point.
     void drawText(double x, double y, const QString& text);
 
-    /// Rings around these places, shown over the picture and not part of it.
+    /// Shows rings around these places. They lie over the picture and are not part of it.
     void setRings(const QList<QPointF>& twips);
-    /// What to tell the user about a place, in twips, that is pointed at; an empty text tells nothing.
+    /// Returns the tooltip for a place in twips; an empty text shows no tooltip.
     std::function<QString(const QPointF& twips)> tipAt;
 
 protected:

@@ -58,7 +58,7 @@ bool DialogPrompter::mayReplace(const QString& path)
 std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog, const QString& proposal)
 {
     dialog.setObjectName("CommonDialog1");
-    // Its list of completions would take the click on the button that ends the dialog.
+    // The list of completions would intercept the click on the button that ends the dialog.
     if (auto* name = dialog.findChild<QLineEdit*>("fileNameEdit")) // a desktop's own dialog has none
         name->setCompleter(nullptr);
     dialog.setNameFilter("Vorlo File (*.vrl)");

@@ -9,7 +9,7 @@ class QFileDialog;
 namespace ui
 {
 
-/// Everything modal goes through here, so that tests can answer for the user.
+/// The interface for everything modal, so that tests can answer for the user.
 class Prompter
 {
 public:

@@ -24,7 +24,7 @@ QString TextBox::lineOf(const QString& text)
     return line != text && takenElsewhere && takenElsewhere(text) ? QString() : line;
 }
 
-// The toolkit's own paste would ask a program that hangs several times.
+// The toolkit's own paste would ask a program that does not respond several times.
 void TextBox::pasteFrom(QClipboard::Mode mode)
 {
     if (isReadOnly())
@@ -45,7 +45,7 @@ void TextBox::keyPressEvent(QKeyEvent* event)
     pasteFrom(selection ? QClipboard::Selection : QClipboard::Clipboard);
 }
 
-// The press has put the caret where the text goes.
+// The mouse press has already placed the caret.
 void TextBox::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::MiddleButton || !QGuiApplication::clipboard()->supportsSelection())
@@ -54,7 +54,7 @@ void TextBox::mouseReleaseEvent(QMouseEvent* event)
     pasteFrom(QClipboard::Selection);
 }
 
-// With the focus, so that Esc discards the text.
+// The box takes the focus, so that Esc discards the text.
 void TextBox::dropEvent(QDropEvent* event)
 {
     setFocus();
@@ -62,7 +62,7 @@ void TextBox::dropEvent(QDropEvent* event)
     if (isReadOnly() || oneLine(text) == text)
         return QLineEdit::dropEvent(event);
     QDragLeaveEvent end;
-    QLineEdit::dragLeaveEvent(&end); // takes away the caret that shows where the text would go
+    QLineEdit::dragLeaveEvent(&end); // removes the caret that shows the drop position
     setCursorPosition(cursorPositionAt(event->position().toPoint()));
     insert(lineOf(text));
     event->acceptProposedAction();

@@ -8,7 +8,7 @@
 namespace ui
 {
 
-/// The text up to its first line end, with blanks for tabs: what a box of one line takes of it.
+/// The part of a text that a one-line box takes: the text up to its first line end, with blanks for tabs.
 QString oneLine(const QString& text);
 
 /// A text box of one line: whatever is pasted, dropped or committed by an input method becomes one line.
@@ -19,14 +19,15 @@ class TextBox : public QLineEdit
 public:
     using QLineEdit::QLineEdit;
 
-    /// Is offered each such text that is not one line; true: it went elsewhere, and the box takes nothing of it.
+    /// Receives each pasted, dropped or committed text that has several lines or tabs. Returns true if it used the text
+    /// elsewhere; the box then takes nothing.
     std::function<bool(const QString& text)> takenElsewhere;
 
 signals:
     void clipboardSilent(); // the program that holds the clipboard did not answer a paste
 
 public slots:
-    void paste(); // the context menu looks it up by name and so finds it in place of QLineEdit's
+    void paste(); // the context menu looks the slot up by name and finds it instead of QLineEdit's
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -24,7 +24,7 @@ void placeFrame(QWidget& window, int top, int left)
 {
     const QPoint corner(toPixels(left), toPixels(top));
     window.move(corner);
-    // Until a window is shown only its native window can be told that the corner is the frame's.
+    // Before a window is shown, only its native window accepts a position of the frame.
     window.winId();
     window.windowHandle()->setFramePosition(corner);
 }
@@ -33,7 +33,7 @@ void placeAndShow(QWidget& window, int top, int left, int height, int width)
 {
     if (window.isMinimized())
         return;
-    window.resize(toPixels(width), toPixels(height)); // first: a new size would make the corner the contents' again
+    window.resize(toPixels(width), toPixels(height)); // first: a later resize would move the frame
     placeFrame(window, top, left);
     window.show();
 }

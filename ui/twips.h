@@ -13,10 +13,10 @@ int toTwips(int pixels);
 /// Moves the top-left corner of the window's frame, in twips; a window not yet shown appears there.
 void placeFrame(QWidget& window, int top, int left);
 
-/// Sets top, left, height and width in twips and shows the window; nothing when it is minimised.
+/// Sets top, left, height and width in twips and shows the window. Does nothing while the window is minimised.
 void placeAndShow(QWidget& window, int top, int left, int height, int width);
 
-/// Shows the window, also a minimised one, in front of all others and gives it the focus.
+/// Shows the window in front of all others, even if it was minimised, and gives it the focus.
 void bringToFront(QWidget& window);
 
 } // namespace ui
