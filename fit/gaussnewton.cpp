@@ -17,7 +17,7 @@ namespace
 
 double log10OrZero(double x) { return SafeLog10(x).value_or(0); }
 
-/// Brings a magnitude above 1e25 back just below it and keeps its digits.
+/// Reduces a magnitude above 1e25 to just below 1e25 and keeps its digits.
 double heldInNormalMode(double a)
 {
     constexpr double kLimit = 1e25;
@@ -26,8 +26,8 @@ double heldInNormalMode(double a)
     return a;
 }
 
-/// Brings a natural logarithm beyond 50 back to 10, and one below -50 in steps of a quarter decade to between -10
-/// and -17.8. The two sides differ on purpose.
+/// Sets a natural logarithm above 50 to 10, and multiplies one below -50 by 10^-0.25 until it is between -10 and -17.8.
+/// The two sides differ deliberately.
 double heldInLogMode(double a)
 {
     constexpr double kLimit = 50;
@@ -38,7 +38,7 @@ double heldInLogMode(double a)
     return a;
 }
 
-/// One fit on its way. Its predicates tell whether the run ends here, and note how.
+/// The state of a running fit. Its predicates tell whether the run ends here, and store how it ends.
 class Run
 {
 public:
@@ -106,8 +106,8 @@ bool Run::roundingMatters() { return endIf(m_watch.couldShow(m_pass, m_options.t
 
 bool Run::converged() { return endIf(std::abs(1 - m_pass.ratio()) < m_options.tolerance, Ending::Converged); }
 
-/// Solves for the step. A zero pivot beyond the first unknown is met once more with the unknowns before it; the
-/// others then move by what the first attempt left.
+/// Solves for the step. After a zero pivot beyond the first unknown, only the unknowns before it are solved again; the
+/// others then move by the values that the first attempt left.
 bool Run::solverFailed()
 {
     int info = 0;
@@ -141,8 +141,8 @@ void Run::keepInRange()
     }
 }
 
-/// Whether the model's own parameters are numbers, the shifted one included: in log mode it takes exp of them, and an
-/// infinite one could vanish in a quotient.
+/// Whether the model's parameters are finite, also when shifted: in log mode the model uses exp of them, and an
+/// infinite parameter could vanish in a quotient.
 bool Run::realParametersFinite() const
 {
     static const double kLargestLogarithm = std::log(std::numeric_limits<double>::max());
@@ -154,7 +154,7 @@ bool Run::realParametersFinite() const
     return true;
 }
 
-/// The one place where arithmetic faults are looked for: no point at all, or any number of the run that is not finite.
+/// The only place that checks for arithmetic faults: no data point, or a number of the run that is not finite.
 bool Run::faulty()
 {
     bool finite = realParametersFinite() && m_pass.pointCount > 0 && std::isfinite(m_options.tolerance) &&

@@ -11,12 +11,12 @@ inline constexpr int kMaxParameters = 3;
 using Parameters = std::array<double, kMaxParameters + 1>; // slots 1..3 are used, slot 0 is not
 using Flags = std::array<int, kMaxParameters + 1>;         // same rule, 1 = set
 
-/// Set to true to end every run after its current iteration; the program does so when its main window closes.
+/// Set to true to end every run after its current iteration. The program sets it when its main window closes.
 inline bool StopRequested = false;
 
-inline constexpr int kMostPointsAtOnce = 256; // for which residuals() is asked
+inline constexpr int kMostPointsAtOnce = 256; // in one call of residuals()
 
-/// What is fitted: residuals of numbered data points.
+/// A least-squares problem: residuals of numbered data points.
 class Problem
 {
 public:
@@ -28,17 +28,17 @@ public:
     /// Model minus observation at a point, for parameters as the engine holds them (natural logarithms in log mode).
     virtual double residual(int point, const Parameters& a) = 0;
 
-    /// For how many points from the first on residuals() may be asked at once without work being done twice.
+    /// The number of points, from the first on, that one call of residuals() can evaluate without repeating work.
     virtual int pointsAtOnce(int /*first*/) const { return kMostPointsAtOnce; }
 
-    /// residual() of as many points from the first on as there is room for.
+    /// residual() of consecutive points from the first on, as many as there is room for.
     virtual void residuals(int first, const Parameters& a, std::span<double> room)
     {
         std::generate(room.begin(), room.end(), [&, point = first]() mutable { return residual(point++, a); });
     }
 };
 
-/// The outside world as the engine sees it. The engine knows no progress bar and no event loop.
+/// The interface through which the engine reports progress. The engine knows no progress bar and no event loop.
 class Observer
 {
 public:
@@ -74,8 +74,8 @@ struct Options {
     double iterationLimit = 100;
     double tolerance = 0.0001;    // on the relative change of the sum of squares
     bool unitStepForZero = false; // a parameter that is 0 gets the derivative step of 1; otherwise that is a fault
-    /// Largest error of a residual, relative to 1 + |residual|: the run is given up when it could show in the result.
-    /// 0: residuals are taken as they are.
+    /// Largest error of a residual, relative to 1 + |residual|. The run ends when this error could change the result.
+    /// 0: residuals count as exact.
     double residualRounding = 0;
 };
 
@@ -86,8 +86,8 @@ struct Outcome {
     Ending ending = Ending::Converged;
 };
 
-/// Minimises the sum of squared residuals from `start`. Each step solves the upper triangle of the normal
-/// equations only, which is deliberate.
+/// Minimises the sum of squared residuals from `start`. Each step deliberately solves only the upper triangle of the
+/// normal equations.
 Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& start, Observer& observer);
 
 } // namespace fit

@@ -25,8 +25,8 @@ private:
     void add(std::size_t count);
     NormalEquations sums() const;
 
-    std::array<Parameters, n + 1> m_shifts{}; // a vector, and for each parameter the one shifted by its step
-    std::array<Column, n + 1> m_columns;      // their residuals at some points, then derivatives; not initialised
+    std::array<Parameters, n + 1> m_shifts{}; // the parameters, and for each parameter a copy shifted by its step
+    std::array<Column, n + 1> m_columns;      // residuals of these at some points, then derivatives; not initialised
     std::array<std::array<double, n>, n> m_matrix{};
     std::array<double, n> m_rightSide{};
     double m_residualSum = 0;
@@ -35,7 +35,7 @@ private:
 template <std::size_t n>
 NormalEquations Pass<n>::result(Problem& problem, Parameters& a, const Vector7& h)
 {
-    bool settled = false; // once subtraction has led back to where it began, it always will
+    bool settled = false; // once subtraction restores the old value, it always does
     for (int first = 1, last = problem.pointCount(); first <= last;) {
         int count = 1;
         if (settled) {
@@ -62,7 +62,7 @@ void Pass<n>::shift(Parameters& a, const Vector7& h)
     for (std::size_t j = 1; j <= n; ++j) {
         a[j] += h[j];
         m_shifts[j] = a;
-        a[j] -= h[j]; // not from a copy: the rounding of this is carried on, on purpose
+        a[j] -= h[j]; // deliberately not restored from a copy: later points use the rounded value
     }
 }
 

@@ -6,7 +6,7 @@
 namespace fit
 {
 
-/// What a step of the method is solved from, with r the residuals of all points and J their derivatives.
+/// The equations of a step, where r holds the residuals of all points and J their derivatives.
 struct NormalEquations {
     Matrix7 matrix{};       // J'J, upper triangle
     Vector7 rightSide{};    // -J'r
@@ -14,7 +14,7 @@ struct NormalEquations {
 };
 
 /// J from forward differences, with the steps h[1..parameterCount]. Every point shifts each parameter in turn and
-/// subtracts the step again; the rounding of that stays in a, on purpose.
+/// subtracts the step again; the rounding deliberately stays in a.
 NormalEquations normalEquations(Problem& problem, Parameters& a, const Vector7& h, int parameterCount);
 
 } // namespace fit

@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMostDigits = 800;      // the midpoint of two doubles has 767 at most
+    static constexpr std::size_t kMostDigits = 800;      // the midpoint of two doubles has at most 767
     static constexpr long long kFarExponent = 1'000'000; // beyond any double, with any of the kept digits
     static constexpr std::size_t kExponentRoom = 16;
 
@@ -60,7 +60,7 @@ private:
             return true;
         }
         if (digit != '0' && m_digits.back() == '0')
-            m_digits.back() = '1'; // the number lies above the kept digits, which may stand for a midpoint
+            m_digits.back() = '1'; // the number is larger than the kept digits, which may be exactly a midpoint
         return false;
     }
 
@@ -120,7 +120,7 @@ bool NumberScanner::takeDigits(Sink sink)
 
 long long NumberScanner::takeExponent()
 {
-    constexpr long long kSaturation = 1'000'000'000'000; // more than a text can shift back with its zeros
+    constexpr long long kSaturation = 1'000'000'000'000; // more than the zeros of any text can compensate
     const std::size_t start = m_next;
     if (take('e') || take('E')) {
         const bool negative = takeSign();

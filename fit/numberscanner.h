@@ -9,8 +9,8 @@ namespace fit
 
 inline constexpr std::string_view kBlanks = " \t\r\n"; // no other character, not even a no-break space
 
-/// Reads one number from the start of a text: sign, digits with at most one point, exponent; each but the digits may
-/// be missing. Any text is accepted, of any length.
+/// Reads one number from the start of a text: sign, digits with at most one point, exponent. Sign, point and exponent
+/// are optional. Accepts any text of any length.
 class NumberScanner
 {
 public:
@@ -32,8 +32,8 @@ private:
     bool take(char wanted);
     bool takeSign(); // true if it is a minus
     template <typename Sink>
-    bool takeDigits(Sink sink); // true if there is any
-    long long takeExponent();   // 0, and nothing taken, if it has no digits
+    bool takeDigits(Sink sink); // true if there is a digit
+    long long takeExponent();   // 0 if it has no digits; then takes nothing
 
     std::string_view m_text;
     Blanks m_blanks;

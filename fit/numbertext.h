@@ -16,20 +16,20 @@ std::string formatNumber(double value, std::string_view pattern);
 /// Plain decimal text with a sign position: '-' or a blank before the digits; 3 -> " 3", 0.5 -> " .5".
 std::string signedText(double value);
 
-/// The same without the sign position and with a zero before the point: 3 -> "3", 0.5 -> "0.5".
+/// Plain decimal text without the sign position and with a zero before the point: 3 -> "3", 0.5 -> "0.5".
 std::string plainText(double value);
 
 /// The leading number of a text, blanks ignored; 0 when there is none. "12 M" -> 12; "" and "abc" -> 0.
 double numberFrom(std::string_view text);
 
-/// The whole text as one number, blanks allowed around it only; nullopt when it is anything else.
+/// The whole text as one number, with blanks only around it; nullopt for any other text.
 std::optional<double> strictNumber(std::string_view text);
 
 /// Nearest whole number, ties to the even neighbour; nullopt when the result does not fit the type.
 std::optional<std::int16_t> roundedInt16(double value);
 std::optional<std::int32_t> roundedInt32(double value);
 
-/// As roundedInt32, but a value beyond the type is held at the nearer end (a NaN gives 0).
+/// As roundedInt32, but a value beyond the type is clamped to its limits (a NaN gives 0).
 std::int32_t heldInt32(double value);
 
 } // namespace fit

@@ -9,7 +9,7 @@
 namespace fit
 {
 
-/// Parameters in their real units from those the engine holds: in log mode exp of every slot, fitted or not.
+/// Converts the engine's parameters to real units: in log mode exp of every slot, fitted or not.
 inline Parameters realParameters(int logMode, const Parameters& a)
 {
     if (logMode != 1)
@@ -29,7 +29,7 @@ inline bool sameBits(const Parameters& a, const Parameters& b)
     return difference == 0;
 }
 
-/// realParameters() for a problem that is asked for its points with the same few vectors in turn: each is converted
+/// realParameters() for a problem that evaluates its points with the same few vectors in turn. Each vector is converted
 /// once, and in normal mode nothing is copied.
 class RealParameters
 {
@@ -54,7 +54,7 @@ private:
         Parameters a{};
         Parameters real{};
     };
-    std::array<Converted, 8> m_kept{}; // a base vector, three shifted ones, and as many that differ by a rounding
+    std::array<Converted, 8> m_kept{}; // a base vector, three shifted vectors, and the same four with another rounding
     std::size_t m_count = 0;
 };
 

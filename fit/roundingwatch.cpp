@@ -7,8 +7,8 @@ namespace fit
 namespace
 {
 
-constexpr double kClearChange = 1e8; // smallest change of the curves for a derivative, in units of the rounding
-constexpr int kMostRises = 3;        // of the sum of squares; starts far away overshoot once or twice
+constexpr double kClearChange = 1e8; // smallest safe change of the curves for a derivative, in units of the rounding
+constexpr int kMostRises = 3;        // of the sum of squares; a fit that starts far away overshoots once or twice
 
 } // namespace
 

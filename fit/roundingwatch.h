@@ -14,26 +14,25 @@ struct Linearisation {
     Vector7 steps{};        // of the derivatives, h(j)
     Matrix7 normal{};       // upper triangle of the normal matrix J'J
     double sum = 0;         // of squared residuals, S
-    double previousSum = 1; // that of the pass before; 1 before the first pass
+    double previousSum = 1; // S of the previous pass; 1 before the first pass
 
     /// S / S_old, which decides whether the run has converged.
     double ratio() const { return sum / previousSum; }
 };
 
-/// Follows a run whose residuals carry rounding errors and tells when these could show in its result.
+/// Follows a run whose residuals have rounding errors and reports when these errors could change the result.
 ///
-/// Rounding errors change nothing that is printed while each of three things is so. Each derivative comes from a change
-/// of the curves far above the rounding: its relative error is 2 rounding / c, where c = |h(j)| sqrt(A(j,j) / N) is the
-/// root mean square of that change. The test of convergence is not so close that the rounding of S / S_old decides it.
-/// And the run settles: where S rises again and again the steps overshoot, and two runs that differ by a rounding draw
-/// apart.
+/// Rounding errors change no printed digit if three conditions hold. First, each derivative comes from a change of the
+/// curves far above the rounding: its relative error is 2 rounding / c, where c = |h(j)| sqrt(A(j,j) / N) is the root
+/// mean square of this change. Second, the convergence test is not so close that the rounding of S / S_old decides it.
+/// Third, the run settles: if S rises repeatedly, the steps overshoot, and two runs that differ by rounding diverge.
 class RoundingWatch
 {
 public:
-    /// rounding: largest error of a residual, relative to 1 + |residual|; 0: nothing is ever said.
+    /// rounding: largest error of a residual, relative to 1 + |residual|; 0: never reports.
     explicit RoundingWatch(double rounding) : m_rounding(rounding) {}
 
-    /// To be asked once for every pass. tolerance: of the test of convergence.
+    /// Must be called once for every pass. tolerance: of the convergence test.
     bool couldShow(const Linearisation& pass, double tolerance);
 
 private:

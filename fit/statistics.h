@@ -8,15 +8,14 @@ namespace fit
 /// How well fitted values follow observed ones.
 struct Statistics {
     double R2 = 0;          // 1 - Se / SStot
-    double residualSum = 0; // Se: plain sum of squared deviations
+    double residualSum = 0; // Se: sum of squared deviations
 };
 
 /// 1 - residualSum / totalSum, the coefficient of determination.
 double determination(double residualSum, double totalSum);
 
-/// Statistics of a Stern-Volmer fit. observed and fitted are slot arrays: point i stands at index i, 1 <= i <= count.
-/// The total sum of squares runs over slots 0..49 whatever the count is, which is deliberate; slots beyond the
-/// spans count as 0.
+/// Statistics of a Stern-Volmer fit. observed and fitted are slot arrays: point i has index i, 1 <= i <= count. The
+/// total sum of squares deliberately runs over slots 0..49, whatever the count is; slots beyond the spans count as 0.
 Statistics slotStatistics(std::span<const double> observed, std::span<const double> fitted, int count);
 
 } // namespace fit
