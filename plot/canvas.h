@@ -20,7 +20,7 @@ inline constexpr Color kBrightRed = rgb(255, 0, 0);     // 12
 
 enum class Fill { Solid = 0, Transparent = 1 };
 
-/// What a chart draws on. World coordinates; View declares which part of the world is shown.
+/// The interface on which a chart draws, in world coordinates. View sets the visible part of the world.
 /// Order: SetTitle, View, Axis, then the primitives.
 class Canvas
 {
@@ -30,17 +30,17 @@ public:
     virtual void View(double x1, double y1, double x2, double y2) = 0;
     /// Clears the surface and draws grid, axes and labels; the tick spacings may come back negated.
     virtual void Axis(double& xt, double& yt, int islog) = 0;
-    /// The circles that follow, up to the next sample or chart, are the markers of this sample. Conc: quencher, M.
+    /// The following circles, up to the next sample or chart, are the markers of this sample. Conc: quencher, M.
     virtual void beginSample(int number, double Conc) = 0;
     virtual void VLine(double x1, double y1, double x2, double y2, Color c) = 0;
     virtual void VPset(double x, double y, Color c) = 0;
-    /// R in surface units (twips), so that markers keep their size whatever the view.
+    /// R is in surface units (twips), so that markers have the same size in every view.
     virtual void VCircle(double x, double y, double R, Color c, Fill f) = 0;
     virtual void VBox(double x1, double y1, double x2, double y2, Color c) = 0;
     virtual void VFill(double x1, double y1, double x2, double y2, Color c) = 0;
 };
 
-/// What axes and primitives are finally drawn on: coordinates in twips from the top-left corner.
+/// The interface for the drawing primitives of axes and charts, in twips from the top-left corner.
 class Surface
 {
 public:
@@ -51,7 +51,7 @@ public:
     virtual void clear() = 0;
     virtual void setFontSize(int points) = 0;
     virtual void line(double x1, double y1, double x2, double y2, Color c) = 0;
-    /// Text whose top-left corner stands at (x, y), black.
+    /// Black text with its top-left corner at (x, y).
     virtual void text(double x, double y, std::string_view text) = 0;
 };
 

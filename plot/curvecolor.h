@@ -11,7 +11,7 @@ namespace plot
 /// and blue the hue itself, which is not the textbook order and is deliberate.
 Color CurveColor(std::int32_t h, std::int32_t L, std::int32_t S);
 
-/// One component, 0..32, between m1 and m2.
+/// One colour component, 0..32, between m1 and m2.
 std::int32_t HueComponent(std::int32_t h, std::int32_t m1, std::int32_t m2);
 
 /// Colours of sample i of N in decay charts; the fitted line is a darker shade of its points.

@@ -30,7 +30,7 @@ std::size_t fittedPoints(const decay::SampleTable& samples)
     return slot(std::clamp(reference(samples).LastFitIndex, 1, decay::kGridSize));
 }
 
-/// Time runs from a tenth of its range before zero.
+/// The time axis begins a tenth of its range before zero.
 void timeAxis(Canvas& canvas, const decay::SampleTable& samples, double top, double bottom, double yt, int islog)
 {
     const double start = -samples.TimeMax / 10;
@@ -78,7 +78,7 @@ void writeDecayTable(TableSink& table, const decay::SampleTable& samples, const 
     }
 }
 
-/// How far an observed intensity lies above the fitted one, percent.
+/// Difference between the observed and the fitted intensity in percent of the fitted intensity.
 double deviation(double observedLog, double fittedLog) { return std::pow(10.0, observedLog - fittedLog + 2) - 100; }
 
 } // namespace

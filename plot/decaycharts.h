@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-/// Charts and tables of decay curves. Charts show seconds and base-10 logarithms whatever the settings are.
+/// Charts and tables of decay curves. Charts always show seconds and base-10 logarithms, whatever the settings are.
 namespace plot
 {
 
@@ -19,20 +19,20 @@ using DecayCurve = std::function<double(double t, double Conc)>; // fitted inten
 /// Base-10 logarithms of the fitted decays: [sample][grid point], sample 0 unused.
 using FittedCurves = std::array<std::vector<double>, decay::kMaxSamples + 1>;
 
-/// The fitted decays on each sample's time grid, up to but not including the last fitted point of sample 1.
-/// nullopt when a fitted intensity is not finite; an intensity that is not positive has the logarithm 0.
+/// The fitted decays on each sample's time grid, up to but not including the last fitted point of sample 1. nullopt if
+/// a fitted intensity is not finite. The logarithm of an intensity that is not positive is set to 0.
 std::optional<FittedCurves> evaluateFitted(const decay::SampleTable& samples, const DecayCurve& fitted);
 
-/// Observed decays as dots.
+/// Draws observed decays as dots.
 void PlotDecayCurves(Canvas& canvas, const decay::SampleTable& samples);
-/// Fitted decays as lines over the dots; writes the samples' fittedLog and point 0 of their observedLog.
+/// Draws fitted decays as lines over the dots; writes the samples' fittedLog and point 0 of their observedLog.
 void PlotFittedDecayCurves(Canvas& canvas, decay::SampleTable& samples, const FittedCurves& fitted);
-/// Deviations of observed from fitted intensities in percent; writes point 0 of the samples' observedLog.
+/// Draws deviations of observed from fitted intensities in percent; writes point 0 of the samples' observedLog.
 void PlotDecayDeviation(Canvas& canvas, decay::SampleTable& samples, const FittedCurves& fitted);
 
-/// Times down, samples across: the observed decays.
+/// Lists the observed decays, one row per time and one column per sample.
 void ShowExperimentalDecayTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings);
-/// The same of the fitted decays that PlotFittedDecayCurves has stored; leaves the title as it is.
+/// Lists the fitted decays that PlotFittedDecayCurves stored; does not change the title.
 void ShowDecayFittingTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings);
 
 } // namespace plot

@@ -16,12 +16,12 @@ namespace plot
 namespace
 {
 
-constexpr double kReachTwips = 120; // a pointer this near is on a marker
-constexpr int kFirstTwips = 5000;   // width and height of the surface until someone sizes the window
+constexpr double kReachTwips = 120; // the largest distance at which the pointer is on a marker
+constexpr int kFirstTwips = 5000;   // initial width and height of the surface
 
 QColor color(Color c) { return QColor(c & 0xff, c >> 8 & 0xff, c >> 16 & 0xff); }
 
-/// What axes are drawn on.
+/// The drawing primitives on which axes are drawn.
 class AxisSurface final : public Surface
 {
 public:
@@ -74,7 +74,7 @@ void Graph::SetYFormat(std::string_view str) { m_yFormat = str; }
 
 void Graph::View(double x1, double y1, double x2, double y2)
 {
-    placeChildren(); // a hidden window has not heard of its new size yet
+    placeChildren(); // a hidden window has not received its resize event yet
     m_map = ViewMap({x1, y1, x2, y2}, {m_surface->widthTwips(), m_surface->heightTwips()});
 }
 

@@ -19,8 +19,8 @@ namespace plot
 
 class SampleList;
 
-/// A plot window: a surface above a bar with a copy button and a legend. It keeps the picture, not the data; after a
-/// resize the picture stays as drawn until the next View and Axis.
+/// A plot window: a surface above a bar with a copy button and a legend. It stores the picture, not the data, so a
+/// resized window shows the old picture until the next View and Axis.
 class Graph : public OutputWindow, public Canvas
 {
     Q_OBJECT

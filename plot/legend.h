@@ -8,7 +8,7 @@
 namespace plot
 {
 
-/// Where a marker stands on the surface, twips.
+/// The place of a marker on the surface, twips.
 struct MarkerPlace {
     double x = 0;
     double y = 0;
@@ -24,17 +24,17 @@ struct LegendEntry {
 /// "3: 0.1 M".
 std::string legendText(const LegendEntry& entry);
 
-/// Which markers of a chart belong to which sample.
+/// Stores which markers of a chart belong to which sample.
 class Legend
 {
 public:
     void clear() { m_entries.clear(); }
     void beginSample(int number, double Conc) { m_entries.push_back({number, Conc, kBlack, {}}); }
-    /// A marker of the sample begun last; markers before the first sample are no one's.
+    /// Adds a marker to the current sample. Markers before the first sample belong to no sample.
     void addMarker(MarkerPlace place, Color color);
 
     const std::vector<LegendEntry>& entries() const { return m_entries; }
-    /// The sample with the marker nearest to a place, none beyond a distance in twips: nullptr.
+    /// The sample with the marker nearest to a place; nullptr if there is none within `reach` twips.
     const LegendEntry* nearest(MarkerPlace place, double reach) const;
 
 private:

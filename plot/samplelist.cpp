@@ -42,7 +42,7 @@ void SampleList::removeSamples()
 void SampleList::addSample(const LegendEntry& entry)
 {
     QString text = QString::fromStdString(legendText(entry));
-    if (isRightToLeft()) // a mark that keeps "2: 0.04 M" from being shown as "M 0.04 :2"
+    if (isRightToLeft()) // without the mark, "2: 0.04 M" would appear as "M 0.04 :2"
         text.insert(text.indexOf(':'), QChar(0x200e));
     addItem(swatch(entry.color, iconSize().height()), text, entry.number);
     setMaxVisibleItems(count()); // the whole legend at a glance

@@ -7,7 +7,8 @@ namespace plot
 
 struct LegendEntry;
 
-/// The legend of a plot: each sample with its colour, number and concentration. Choosing one asks for its markers.
+/// The legend of a plot: each sample with its colour, number and concentration. Choosing a sample requests rings around
+/// its markers.
 class SampleList : public QComboBox
 {
     Q_OBJECT
@@ -15,7 +16,7 @@ class SampleList : public QComboBox
 public:
     explicit SampleList(QWidget* parent = nullptr);
 
-    /// Nothing is chosen afterwards.
+    /// Afterwards no sample is selected.
     void removeSamples();
     void addSample(const LegendEntry& entry);
 

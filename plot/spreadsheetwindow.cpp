@@ -18,7 +18,7 @@ namespace plot
 namespace
 {
 
-constexpr int kWidthTwips = 4000; // of the window until someone sizes it
+constexpr int kWidthTwips = 4000; // initial size of the window
 constexpr int kHeightTwips = 2000;
 constexpr int kMarginTwips = 120;
 constexpr int kGridTopTwips = 480; // below the menu, with the cell text above it
@@ -38,7 +38,7 @@ SpreadSheet::SpreadSheet(QWidget* parent)
     m_cellText->setFixedHeight(qRound(ui::toPixels(kGridTopTwips - kMarginTwips) * larger));
     const int margin = ui::toPixels(kMarginTwips);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, 0, 0); // the grid goes on to the far edges of the window
+    layout->setContentsMargins(margin, margin, 0, 0); // the grid extends to the right and lower edges of the window
     layout->setSpacing(0);
     layout->addWidget(m_cellText);
     layout->addWidget(m_grid);
@@ -110,7 +110,7 @@ void SpreadSheet::setRedraw(bool on)
 
 void SpreadSheet::SaveCSV(std::string_view) {}
 
-/// Makes the written cell the grid's current one; a table that has just been filled stays scrolled to its start.
+/// Makes the written cell the grid's current cell. A newly filled table stays scrolled to its start.
 void SpreadSheet::showPosition()
 {
     m_grid->setAutoScroll(false);
@@ -122,7 +122,7 @@ void SpreadSheet::showPosition()
 void SpreadSheet::currentCellMoved()
 {
     if (!m_redraw)
-        return; // a fill keeps its own position
+        return; // filling uses its own position
     m_row = m_grid->currentRow();
     m_column = m_grid->currentColumn();
     m_cellText->setText(m_grid->text(m_row, m_column));

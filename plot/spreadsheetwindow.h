@@ -13,8 +13,8 @@ class Grid;
 namespace plot
 {
 
-/// A table window. The grid shows the texts; the copy for the clipboard is made from a copy of them that the user
-/// cannot change.
+/// A table window. The grid shows the texts; the clipboard gets a separate copy of the texts that the user cannot
+/// change.
 class SpreadSheet : public OutputWindow, public TableSink
 {
     Q_OBJECT
@@ -24,16 +24,16 @@ public:
 
     void ClearSheet() override;
     void SetTitle(std::string_view title) override;
-    /// Held within 1 and what the table keeps, 501 rows and 101 columns.
+    /// Clamped to 1..501 rows and 1..101 columns, the size of the table.
     void Rows(int count) override;
     void Cols(int count) override;
     void Locate(int column, int row) override;
     void Row(int row);
     void col(int column);
-    /// Writes the current cell; the grid grows to hold it. Nothing beyond what the table keeps may be written.
+    /// Writes the current cell; the grid grows to hold it. The cell must lie within the largest size of the table.
     void Value(std::string_view txt) override;
     void setRedraw(bool on) override;
-    /// Reserved: writes no file.
+    /// Writes no file. The name is reserved for a later export, so it stays although nothing calls it.
     void SaveCSV(std::string_view fname);
 
 private:
@@ -43,7 +43,7 @@ private:
     void copyTable();
 
     ui::Grid* m_grid;
-    QLineEdit* m_cellText; // the current cell's text, also where its column is too narrow
+    QLineEdit* m_cellText; // the current cell's text, which the column may be too narrow to show
     TableText m_texts;
     int m_row = 1; // the next Value goes here
     int m_column = 1;

@@ -7,7 +7,7 @@ namespace plot
 namespace
 {
 
-constexpr double kRounding = 1e-9; // of a step; what the additions add up to is far less
+constexpr double kRounding = 1e-9; // of a step; the accumulated rounding of the additions is far less
 
 } // namespace
 

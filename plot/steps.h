@@ -8,8 +8,8 @@ namespace plot
 inline constexpr int kMaxSteps = 1000; // many more than a chart or table can show
 
 /// first, first + step, ... up to and including last, in the direction of the step, by repeated addition. A value that
-/// only the rounding of the additions puts beyond last still counts as last.
-/// At most kMaxSteps values; none for a step that is zero or not finite.
+/// exceeds last only by the rounding of the additions still counts as last. At most kMaxSteps values; none for a step
+/// that is zero or not finite.
 std::vector<double> steps(double first, double last, double step);
 
 } // namespace plot

@@ -8,12 +8,12 @@
 #include <span>
 #include <vector>
 
-/// Chart and table of a Stern-Volmer analysis. Fitted values are worked out first, so that nothing is drawn when one
-/// of them is not finite.
+/// Chart and table of a Stern-Volmer analysis. Fitted values are calculated first, so that nothing is drawn if a value
+/// is not finite.
 namespace plot
 {
 
-/// Quencher concentration in M and the ratio F0/F there.
+/// Quencher concentration in M and the ratio F0/F at this concentration.
 struct CurvePoint {
     double x = 0;
     double y = 0;
@@ -21,15 +21,15 @@ struct CurvePoint {
 
 using RatioCurve = std::function<double(double x)>; // fitted F0/F at quencher concentration x, M
 
-/// The fitted curve in steps of Xmax/20, one step beyond Xmax; empty when Xmax is 0.
+/// The fitted curve in steps of Xmax/20, up to one step beyond Xmax; empty if Xmax is 0.
 std::vector<CurvePoint> ratioCurve(double Xmax, const RatioCurve& fitted);
-/// The rows of the fitting table: round steps from 0 to Xmax; the row of x = 0 also when Xmax is 0.
+/// The rows of the fitting table, in round steps from 0 to Xmax; only the row of x = 0 if Xmax is 0.
 std::vector<CurvePoint> ratioTable(double Xmax, const RatioCurve& fitted);
 bool allFinite(std::span<const CurvePoint> points);
 
-/// Measured ratios, each sample a red dot. Xmax in M and Ymax are the largest values to be shown.
+/// Draws the measured ratios as red dots. Xmax in M and Ymax are the largest values shown.
 void PlotSternVolmer(Canvas& canvas, const decay::SampleTable& samples, double Xmax, double Ymax);
-/// The fitted curve over the measured ratios.
+/// Draws the fitted curve over the measured ratios.
 void PlotSternVolmerFit(Canvas& canvas, std::span<const CurvePoint> curve);
 /// Concentrations in column 0, ratios in column 1, from row 1 on.
 void ShowSternVolmerFittingTable(TableSink& table, std::span<const CurvePoint> rows);

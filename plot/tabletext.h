@@ -11,7 +11,7 @@ namespace plot
 inline constexpr int kTableRows = 501;
 inline constexpr int kTableColumns = 101;
 
-/// What a result table is written into. Locate takes the column first.
+/// The interface through which a result table is written. Locate takes the column first.
 class TableSink
 {
 public:
@@ -22,7 +22,7 @@ public:
     virtual void Cols(int count) = 0;
     virtual void Locate(int column, int row) = 0;
     virtual void Value(std::string_view text) = 0;
-    /// Repainting off while a table is filled, on again at its end.
+    /// Turns repainting off while a table is filled, and on again afterwards.
     virtual void setRedraw(bool on) = 0;
 };
 
@@ -37,7 +37,7 @@ public:
     std::string copyText() const;
 
 private:
-    std::vector<std::string> m_cells; // all of them, or none before the first text: most tables are never filled
+    std::vector<std::string> m_cells; // allocated with the first text, because most tables are never filled
 };
 
 } // namespace plot
