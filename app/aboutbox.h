@@ -10,10 +10,10 @@ class Prompter;
 namespace app
 {
 
-/// Program and arguments of the first system-information tool that this computer has; empty when it has none.
+/// Program and arguments of the first system-information tool found on this computer; empty if there is none.
 QStringList systemInformationTool();
 
-/// What the toolkit knows of the computer, one fact per line.
+/// What the toolkit knows about the computer, one fact per line.
 QString systemInformation();
 
 /// The about box. It is modeless.

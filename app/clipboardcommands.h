@@ -6,7 +6,7 @@ class Grid;
 class Prompter;
 } // namespace ui
 
-/// Blocks of cells to and from the system clipboard; the edit menu works on the data sheet.
+/// Copies blocks of cells to and from the system clipboard. The edit menu works on the data sheet.
 namespace app
 {
 
@@ -16,9 +16,9 @@ class DataSheet;
 void copyBlock(const ui::Grid& grid);
 
 void mnuCopy_Click(const DataSheet& sheet);
-/// Copies and empties the block, titles in it included. What was normalized stays valid.
+/// Copies and empties the block, including its titles. The last normalization stays valid.
 void mnuCut_Click(DataSheet& sheet);
-/// Writes the clipboard's text from the current cell on. Changes nothing when the clipboard does not answer.
+/// Writes the clipboard's text from the current cell on. Changes nothing if the clipboard does not answer.
 void mnuPaste_Click(DataSheet& sheet, ui::Prompter& prompter);
 
 } // namespace app

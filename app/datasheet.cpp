@@ -67,7 +67,8 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
     connect(m_grid, &ui::Grid::currentCellMoved, this, &DataSheet::finishEdit);
     connect(m_grid, &ui::Grid::textTyped, this, &DataSheet::startEdit);
     connect(m_grid, &ui::Grid::deletePressed, this, &DataSheet::clearBlock);
-    // In place of the line's own event: a window that is not active moves its focus without one.
+    // The line's own focus event does not suffice, because a window that is not active moves its focus without an
+    // event.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
         if (now)
             focusMoved(*now);
@@ -93,7 +94,7 @@ void DataSheet::writeTitles()
     }
 }
 
-// A sample is read down its column: all its rows are to be seen at once.
+// All rows of a sample must be visible at once, because a sample is one column.
 void DataSheet::showWholeColumns()
 {
     const int rows = m_grid->verticalHeader()->length();
@@ -149,7 +150,7 @@ void DataSheet::finishEdit()
     mirrorCurrentCell();
 }
 
-// The menu bar takes the focus before anything is chosen; the command that is chosen then stores.
+// The menu bar takes the focus before the user chooses an item; the chosen command stores the text.
 void DataSheet::focusMoved(const QWidget& now)
 {
     if (&now != m_editor && now.window() == window() && !qobject_cast<const QMenuBar*>(&now))
@@ -162,7 +163,7 @@ void DataSheet::startEdit(const QString& text)
         return;
     storeTyped();
     m_editor->setFocus();
-    m_editor->setText(ui::oneLine(text)); // leaves the caret at the end, so that typing goes on
+    m_editor->setText(ui::oneLine(text)); // leaves the caret at the end, where typing continues
 }
 
 void DataSheet::store()
@@ -173,7 +174,7 @@ void DataSheet::store()
     SelectSheetCell(std::min(row + 1, rowCount() - 1), column);
 }
 
-// Title cells in the block are emptied too. What was normalized stays valid on purpose: only typed, pasted and
+// Title cells in the block are emptied, too. The last normalization deliberately stays valid: only typed, pasted and
 // opened data count as edits.
 void DataSheet::clearBlock()
 {

@@ -30,9 +30,9 @@ public:
     std::string cell(int row, int column) const override;
     void setCell(int row, int column, const std::string& text) override;
 
-    /// Makes a cell, title cells included, the current one and the only selected one; what was typed is stored first.
+    /// Stores a typed text, then makes a cell the current and only selected cell. It may be a title cell.
     void SelectSheetCell(int row, int column);
-    /// Reading and writing leave the user's current cell and selection where they are.
+    /// Reading and writing do not change the user's current cell and selection.
     void SetSheetText(int row, int column, const QString& text);
     QString GetSheetText(int row, int column) const;
 
@@ -40,14 +40,15 @@ public:
     void pasteText(const QString& text);
     /// Empties the selected block.
     void clearBlock();
-    /// Stores what was typed into the line but not entered yet in the cell for which it was typed. Titles keep theirs.
+    /// Stores a text that was typed into the line but not entered yet in the cell for which it was typed. Title cells
+    /// keep their texts.
     void storeTyped();
 
     ui::Grid& grid() { return *m_grid; }
     const ui::Grid& grid() const { return *m_grid; }
 
 signals:
-    void edited(); // by a key in the line or by paste: what was read from the sheet may be out of date
+    void edited(); // by a key in the line or by paste: samples read earlier may be out of date
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,7 +67,7 @@ private:
 
     ui::TextBox* m_editor;
     ui::Grid* m_grid;
-    // What the line was filled with: it holds something typed while its text is another one.
+    // The text with which the line was filled. While the line has another text, the user has typed something.
     int m_shownRow = 0;
     int m_shownColumn = 0;
     QString m_shown;

@@ -88,7 +88,7 @@ void HelpViewer::layOut()
     m_text->setFocus();
 }
 
-// At the end of the text it goes on from the start.
+// After the last match the search starts again at the top.
 void HelpViewer::findNext()
 {
     if (m_text->find(m_find->text()))

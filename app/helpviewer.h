@@ -8,7 +8,7 @@ class QTextBrowser;
 namespace app
 {
 
-/// Path of the help file in the program's folder. Where file names ignore case the folder is put in lower case.
+/// Path of the help file in the program's folder. If file names ignore case, the folder is in lower case.
 QString helpFilePath(const QString& folder, QChar separator, bool caseIgnored);
 
 /// The same for this program on this platform.

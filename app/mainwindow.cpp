@@ -78,7 +78,7 @@ const std::vector<Menu>& menus()
     return all;
 }
 
-/// The path of the only file in what is dragged; empty: there is none, or more than one.
+/// The path of a single dragged file; empty if nothing or more than one file is dragged.
 QString onlyFile(const QMimeData& dragged)
 {
     const QList<QUrl> urls = dragged.urls();
@@ -145,10 +145,10 @@ void frmVorloMain::arrange()
     columns->addLayout(left, 1);
     columns->addWidget(m_panel);
     setCentralWidget(centre);
-    m_sheet->grid().setFocus(); // no focus proxy: at the end of the round Tab would pass over the editor
+    m_sheet->grid().setFocus(); // no focus proxy, or Tab would skip the editor after the last control
 }
 
-// Text boxes would write a file's name into themselves before the window learns of it.
+// Otherwise a text box would insert the name of a dropped file before the window receives it.
 void frmVorloMain::acceptFiles()
 {
     setAcceptDrops(true);
@@ -156,7 +156,7 @@ void frmVorloMain::acceptFiles()
         box->installEventFilter(this);
 }
 
-// Commands that do not come from a menu; a button that is pressed by its underlined letter takes no focus.
+// These commands do not come from a menu, and a button pressed by its underlined letter does not take the focus.
 void frmVorloMain::storeTypedFirst()
 {
     for (const QAbstractButton* button : findChildren<QAbstractButton*>())
@@ -169,7 +169,7 @@ bool frmVorloMain::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::DragEnter || !static_cast<QDragEnterEvent*>(event)->mimeData()->hasUrls())
         return QMainWindow::eventFilter(watched, event);
-    event->ignore(); // it goes on to the window
+    event->ignore(); // the window receives it next
     return true;
 }
 
@@ -177,7 +177,7 @@ void frmVorloMain::dragEnterEvent(QDragEnterEvent* event)
 {
     if (onlyFile(*event->mimeData()).isEmpty())
         return;
-    event->setDropAction(Qt::CopyAction); // a file manager may delete what is said to be moved
+    event->setDropAction(Qt::CopyAction); // a file manager may delete a file that was moved
     event->accept();
 }
 
@@ -200,7 +200,7 @@ void frmVorloMain::setDecayAnalysisEnabled(bool enabled)
     findChild<QAction*>("mnuDecayCurveAnalysis")->setEnabled(enabled);
 }
 
-// A fit may be running in a command that let this event through: it ends after its current iteration.
+// A running fit may have processed this event; it ends after its current iteration.
 void frmVorloMain::closeEvent(QCloseEvent* event)
 {
     fit::StopRequested = true;

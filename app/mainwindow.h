@@ -12,8 +12,8 @@ class ParameterPanel;
 class ResultsTable;
 struct SharedState;
 
-/// The main window: menus, data sheet, results table and parameter panel. It announces what was chosen or dropped on
-/// it; its owner acts.
+/// The main window: menus, data sheet, results table and parameter panel. It announces chosen commands and dropped
+/// files; its owner acts.
 class frmVorloMain : public QMainWindow
 {
     Q_OBJECT
@@ -23,10 +23,10 @@ public:
 
     explicit frmVorloMain(SharedState& shared, QWidget* parent = nullptr);
 
-    /// Twips; nothing while the window is minimised.
+    /// All in twips. Does nothing while the window is minimised.
     void SetSize(int top, int left, int height, int width);
 
-    /// While a decay-curve analysis runs it cannot be started again.
+    /// Disables the command while a decay-curve analysis runs.
     void setDecayAnalysisEnabled(bool enabled);
 
     DataSheet& sheet() { return *m_sheet; }

@@ -15,7 +15,7 @@ enum class Analysis { SternVolmer, Decay };
 /// Quantities that a result carries; a mask is a sum of these bits.
 enum Reported : int { KorF = 1, Kq1 = 2, Kq2 = 4, Kq22 = 8, Radius = 16 };
 
-/// Where a parameter's starting value is typed.
+/// The box into which the start value of a parameter is typed.
 enum class PanelBox { K, F, kq1, kq2 };
 
 /// One fitted parameter.

@@ -51,7 +51,7 @@ bool boxesFinite(const PanelState& panel, Analysis analysis)
 {
     const PanelValues values = panelValues(panel);
     const ModelRow& row = modelRow(panel.Model);
-    // The limit is asked as a text: as a whole number it is held at the largest one.
+    // The text of the limit is checked, because its number is already clamped to the largest integer.
     bool finite = std::isfinite(values.tolerance) && std::isfinite(fit::numberFrom(panel.iteration)) &&
                   (std::isfinite(values.Cp) || !row.usesProbe(analysis));
     for (const ModelParameter& parameter : row.fitted())

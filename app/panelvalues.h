@@ -8,7 +8,7 @@
 namespace app
 {
 
-/// The parameter panel as it stands: texts as typed, choices as clicked.
+/// The state of the parameter panel: texts as typed, options as clicked.
 struct PanelState {
     std::string kq1 = "1e+7";
     std::string kq2 = "1e+6";
@@ -38,11 +38,11 @@ struct PanelValues {
 };
 PanelValues panelValues(const PanelState& panel);
 
-/// False when a number that an analysis of the panel's model starts from is infinite: a starting value, the tolerance,
-/// the iteration limit or, where the law has it, the probe concentration.
+/// False if a number that an analysis of the panel's model needs is infinite: a start value, the tolerance, the
+/// iteration limit or, if the law contains it, the probe concentration.
 bool boxesFinite(const PanelState& panel, Analysis analysis);
 
-/// What a fit of the panel's model starts from: count, starting values (not logarithms) and flags, slots 1..3.
+/// The start of a fit of the panel's model: number of parameters, start values (not logarithms) and flags, slots 1..3.
 struct StartParameters {
     int count = 0;
     fit::Parameters values{};

@@ -43,14 +43,14 @@ QLabel* label(const QString& text, const char* name, QWidget* parent)
     return named(new QLabel(text, parent), QString::fromLatin1(name));
 }
 
-/// Tells what a control is for, by pointing at it and by a screen reader.
+/// Sets the explanation that the tooltip of a control shows and a screen reader reads.
 void explain(QWidget& control, const std::string& text)
 {
     control.setToolTip(QString::fromStdString(text));
     control.setAccessibleDescription(QString::fromStdString(text));
 }
 
-/// A text that is too long for its box shows its first digits, not its last.
+/// If a text is too long for its box, its first digits are shown, not its last.
 void showText(QLineEdit& box, const QString& text)
 {
     box.setText(text);
@@ -129,7 +129,7 @@ QLayout* ParameterPanel::makeParameterBoxes()
     m_Cp = addBox(*grid, 1, 2, label(tr("Probe /M"), "lblConcProbe", this), "txtConcProbe");
     m_tolerance = addBox(*grid, 2, 2, label(tr("Tolerance"), "lblTolerance", this), "txtTolerance");
     m_iteration = addBox(*grid, 3, 2, label(tr("Iteration"), "lblItalation", this), "txtIteration");
-    // The caption of the first label changes with the model; the boxes must not move then.
+    // The caption of the first label changes with the model, and the boxes must not move with it.
     m_kq1Label->setMinimumWidth(m_kq1Label->fontMetrics().horizontalAdvance(fromUtf8(kKq1PerMolarSecond)));
     explain(*m_s, guideText(kRadiusGuide));
     explain(*m_Cp, guideText(kProbeGuide));
@@ -143,7 +143,7 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel
     auto* edit = named(new ui::TextBox(this), QString::fromLatin1(name));
     // Wide enough for a restored rate constant.
     edit->setFixedWidth(edit->fontMetrics().horizontalAdvance("1.235e+7") + kBoxPadding);
-    // Start values that were found may have more digits: one sees them all, or else the power of ten is hidden.
+    // Start values from a search can have more digits. All must be visible, or the power of ten is hidden.
     connect(edit, &QLineEdit::textChanged, this, [this, edit](const QString& text) {
         edit->setFont(ui::fittingFont(font(), text, edit->width() - kBoxPadding));
     });
@@ -156,7 +156,7 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel
 QGroupBox* ParameterPanel::makeFitRegionFrame()
 {
     auto* frame = named(new QGroupBox(tr("Fitting Region"), this), "Frame2");
-    // Written from the right, the sign would be mirrored and mean the opposite: marks on both sides keep it as it is.
+    // In right-to-left text the sign would be mirrored and mean the opposite; marks on both sides prevent this.
     frame->setLayoutDirection(Qt::LeftToRight);
     const QString mark = QGuiApplication::isRightToLeft() ? QString(QChar(0x200e)) : QString();
     auto* row = new QHBoxLayout(frame);
@@ -243,8 +243,8 @@ void ParameterPanel::modelToggled(int model, bool chosen)
     }
 }
 
-// By itself an arrow key goes to the nearest option on the screen and so passes over some; here all four keys follow
-// the numbers.
+// By default an arrow key goes to the nearest option on the screen and so skips some. Here all four keys follow the
+// model numbers.
 bool ParameterPanel::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)
@@ -271,7 +271,7 @@ void ParameterPanel::stepModel(int step)
     }
 }
 
-// "All" leaves the mode as it is: once a threshold was chosen, only a restart or an opened session ends it.
+// "All" does not change the mode: after a threshold was chosen, only a restart or an opened session resets it.
 void ParameterPanel::fitRegionToggled(int option, bool chosen)
 {
     if (chosen && option == kThresholdOption)

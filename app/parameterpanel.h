@@ -17,7 +17,7 @@ namespace app
 
 struct SharedState;
 
-/// Model, starting values and fit controls. Texts are kept as typed; analyses convert them when they run.
+/// Model, start values and fit controls. The panel keeps texts as typed; a command converts them when it runs.
 class ParameterPanel : public QWidget, public PanelEditor
 {
     Q_OBJECT
@@ -26,13 +26,13 @@ public:
     explicit ParameterPanel(SharedState& shared, QWidget* parent = nullptr);
 
     PanelState panelState() const override;
-    /// Shows a state. A model outside 1..13 leaves the chosen one.
+    /// Shows a state. A model outside 1..13 does not change the selected model.
     void setPanelState(const PanelState& panel) override;
 
     /// Chooses a model and enables the boxes that it uses; a number outside 1..13 does nothing.
     void chooseModel(int model);
 
-    /// Takes over the model and the starting values that a row of the results table shows, columns 0..8 as displayed.
+    /// Copies the model and the start values from the texts of a results row, columns 0..8 as displayed.
     void restore(const QStringList& resultRow);
 
 protected:

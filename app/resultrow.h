@@ -23,11 +23,11 @@ constexpr std::string_view assessmentTitle(int assessmentMode)
     return assessmentMode == 0 ? "R2" : kResultTitles[kAssessmentColumn];
 }
 
-/// Sum of the Reported bits that the row of a record shows. A record of neither method shows what the row above,
-/// `maskAbove`, shows: an unused record amid results keeps their columns, with its zeros.
+/// Sum of the Reported bits that the row of a record shows. A record without a method shows the columns of the row
+/// above, `maskAbove`: an unused record between results fills their columns with its zeros.
 int shownMask(const ResultRecord& record, int maskAbove);
 
-/// The texts of a row; the columns of quantities that are not in `mask` are empty.
+/// The texts of a row. Columns of quantities that are not in `mask` are empty.
 std::array<std::string, kResultColumns> resultRow(const ResultRecord& record, int mask, int assessmentMode);
 
 } // namespace app

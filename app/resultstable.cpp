@@ -44,7 +44,7 @@ ResultsTable::ResultsTable(SharedState& shared, QWidget* parent)
     auto* head = new QHBoxLayout;
     head->setSpacing(2);
     head->addWidget(addButton(tr("Cop&y"), "cmdCopy", &ResultsTable::cmdCopy_Click));
-    // No letter presses what a slip would lose.
+    // Buttons that delete results have no underlined letter, so that no slip presses them.
     head->addWidget(addButton(tr("Clear All"), "cmdClearAll", &ResultsTable::cmdClearAll_Click));
     head->addWidget(addButton(tr("Del Row"), "cmdDelRow", &ResultsTable::cmdDelRow_Click));
     head->addWidget(addButton(tr("&Restore"), "cmdRestore", &ResultsTable::cmdRestore_Click));
@@ -94,7 +94,7 @@ void ResultsTable::storeResult(const ResultRecord& result, int mask)
     m_shared.results.store(result, mask);
     markCursor(true);
     RedrawResult();
-    m_grid->scrollTo(m_grid->model()->index(row, m_grid->columnAt(0))); // sideways it stays
+    m_grid->scrollTo(m_grid->model()->index(row, m_grid->columnAt(0))); // keeps the horizontal position
 }
 
 void ResultsTable::RedrawResult()
@@ -113,7 +113,7 @@ void ResultsTable::RedrawResult()
     m_grid->setRedraw(true);
 }
 
-// Of a row that is pointed at, its title included: the column of the error text is mostly out of view.
+// The tooltip of a row and its title shows the error text, because its column is mostly out of view.
 bool ResultsTable::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::ToolTip)
@@ -156,8 +156,8 @@ QStringList ResultsTable::rowTexts(int row) const
     return texts;
 }
 
-// The title row and the rows above the cursor, also when results stand below it: the cursor marks the end of what
-// the user works on.
+// Copies the title row and the rows above the cursor, even if there are results below it: the cursor marks the end of
+// the current work.
 void ResultsTable::cmdCopy_Click()
 {
     QString text;
@@ -166,7 +166,7 @@ void ResultsTable::cmdCopy_Click()
     ui::copyText(text);
 }
 
-// The edit menu's keys would go to the data sheet from here.
+// Without this, the edit menu's keys would act on the data sheet.
 bool ResultsTable::event(QEvent* event)
 {
     if (event->type() != QEvent::ShortcutOverride || !isEditKey(*static_cast<QKeyEvent*>(event)))

@@ -27,7 +27,7 @@ public:
     explicit ResultsTable(SharedState& shared, QWidget* parent = nullptr);
 
     void storeResult(const ResultRecord& result, int mask) override;
-    /// Shows the store. The cursor's ">" is not written again: it stays away until a step places it.
+    /// Shows the store. The cursor's ">" is not written; it appears again when a later step places it.
     void RedrawResult();
 
     void SelectResultCell(int row, int column);
@@ -44,7 +44,7 @@ public:
     ui::Grid& grid() { return *m_grid; }
 
 signals:
-    /// "Restore" on a filled row: its texts of all columns as displayed, so rounded as they are.
+    /// "Restore" was chosen on a filled row. The texts are those of all columns as displayed, so they are rounded.
     void restoreChosen(const QStringList& row);
 
 protected:

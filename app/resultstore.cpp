@@ -22,7 +22,7 @@ std::size_t slot(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// A number that a double cannot hold is no value of a quantity: the field keeps what it held.
+/// If a number does not fit into a double, the field keeps its old value.
 void setIfFinite(double& field, std::optional<double> number)
 {
     if (number && std::isfinite(*number))

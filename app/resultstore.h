@@ -23,7 +23,7 @@ struct ResultRecord {
     bool operator==(const ResultRecord&) const = default;
 };
 
-/// The last twenty results and the row that receives the next one.
+/// The last twenty results and the row for the next result.
 struct ResultStore {
     std::array<ResultRecord, kMaxResults + 1> ResultData{}; // record i belongs to table row i; 0 is unused
     int ResultCursor = 1;                                   // 1..20
@@ -31,19 +31,19 @@ struct ResultStore {
 
     void MoveData(int from, int to);
     void SwapData(int a, int b);
-    /// Fills a record from the fields of a session-file line; a short list leaves the remaining fields alone.
+    /// Fills a record from the fields of a session-file line. If fields are missing, the record keeps its old values.
     void SetResultRecord(int index, std::span<const std::string> fields);
     void clearAll();
-    /// Stores a finished analysis at the cursor and moves the cursor on. Only the quantities in `mask` are
-    /// taken over from K or F, the rate constants and the radius; the record keeps its old values of the others.
+    /// Stores a finished analysis at the cursor and advances the cursor. Of K or F, the rate constants and the radius,
+    /// only the quantities in `mask` are copied; the record keeps its old values of the other quantities.
     void store(const ResultRecord& result, int mask);
 };
 
-/// The interaction radius in nm of an association constant K in M^-1 around a probe of radius s in nm; 0 when
-/// s^3 + 3 K / (4 pi N_A) is not positive.
+/// The interaction radius (s^3 + 3 K / (4 pi N_A))^(1/3) in nm for an association constant K in M^-1 and a probe of
+/// radius s in nm; 0 if the sum is not positive.
 double RadiusFromK(double K, double s);
 
-/// What takes a finished analysis: the results table of the main window.
+/// Receives finished analyses. The results table of the main window implements it, tests record the calls.
 class ResultSink
 {
 public:

@@ -37,7 +37,7 @@ void SessionCommands::mnuNew_Click()
 {
     SheetText& sheet = m_parts.sheet;
     forEachDataCell(sheet, [&sheet](int row, int column) { sheet.setCell(row, column, {}); });
-    sheet.setCounts(sheet.rowCount(), sheet.columnCount()); // writes titles anew that were cut or pasted over
+    sheet.setCounts(sheet.rowCount(), sheet.columnCount()); // restores titles that were cut or overwritten
     setPath({});
 }
 
@@ -47,7 +47,7 @@ void SessionCommands::mnuSaveAs_Click()
     if (!chosen)
         return;
     const QString path = withExtension(*chosen);
-    // The dialog has asked about the name as it was chosen only.
+    // The dialog asked only about the name as it was chosen, without the added suffix.
     if (path != *chosen && QFileInfo::exists(path) && !m_parts.prompter.mayReplace(path))
         return;
     const QString error = writeSessionFile(path, writeSession(session()));
@@ -106,7 +106,7 @@ Session SessionCommands::session() const
     return session;
 }
 
-// A file does not say which kind of fit region was chosen: an opened one brings back the start of the program.
+// A file does not store the option of the fit region, so opening a file resets it to the initial option.
 void SessionCommands::show(const Session& session)
 {
     PanelState panel = session.panel;

@@ -16,7 +16,7 @@ namespace app
 class ResultsTable;
 struct SharedState;
 
-/// The file menu: empties, opens and saves the session that sheet, panel, settings and results make up.
+/// The file menu: empties, opens and saves the session, which consists of sheet, panel, settings and results.
 class SessionCommands : public QObject
 {
     Q_OBJECT
@@ -34,14 +34,14 @@ public:
 
     void mnuNew_Click();
     void mnuOpen_Click();
-    /// As if chosen in the dialog; but a file that is no session and was dropped by mistake changes nothing.
+    /// Opens a file as if it had been chosen in the dialog, but a dropped file that is not a session changes nothing.
     void openDropped(const QString& path);
     void mnuSaveAs_Click();
 
 signals:
     /// A session was opened: the settings dialog follows.
     void opened();
-    /// The file of the session, which the main window's caption names; empty: it has none yet.
+    /// The file of the session, which the caption of the main window shows; empty if it has no file yet.
     void pathChanged(const QString& path);
 
 private:
@@ -55,7 +55,7 @@ private:
     QString m_path; // where "Save as" begins
 };
 
-/// Caption of the main window with the session's file; of a long path only the end, of an empty one nothing.
+/// Caption of the main window with the session's file: only the end of a long path, nothing for an empty path.
 QString captionWithFile(const QString& title, const QString& path);
 
 } // namespace app

@@ -22,22 +22,22 @@ constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF"; // in UTF-8
 
 QString tr(const char* text) { return QCoreApplication::translate("app::SessionFile", text); }
 
-/// Why a path cannot hold a session whatever its permissions are: a pipe would wait for its other end, and saving
-/// would put a file in the place of a device. Empty for a regular file and for a name that is still free.
+/// The reason why a path cannot hold a session, whatever its permissions are: a pipe would wait for its other end, and
+/// saving would replace a device with a file. Empty for a regular file and for an unused name.
 QString notAFile(const QString& path)
 {
     const QFileInfo info(path);
     return info.exists() && !info.isFile() ? tr("Not a regular file") : QString();
 }
 
-/// An editor may have put the mark before the text; it is not part of it.
+/// Some editors write the mark before the text; it is not part of the text.
 void removeByteOrderMark(QByteArray& bytes)
 {
     if (bytes.startsWith(kByteOrderMark))
         bytes.remove(0, kByteOrderMark.size());
 }
 
-/// Every byte is a character of Latin-1, so that saving loses none of a text that is not in the system's encoding.
+/// Latin-1 has a character for every byte, so saving loses nothing of a text in another encoding than the system's.
 QString decoded(const QByteArray& bytes)
 {
     QStringDecoder decode(QStringDecoder::System, QStringDecoder::Flag::Stateless);
@@ -45,8 +45,8 @@ QString decoded(const QByteArray& bytes)
     return decode.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
-/// Waits until the disk holds an open file or folder. Returns why it does not, empty when it does or when the file
-/// system does not know how to wait.
+/// Waits until the disk holds an open file or folder. Returns the reason of a failure; empty on success or if the file
+/// system cannot wait.
 QString waitForDisk(int handle)
 {
     int result = 0;
@@ -96,7 +96,7 @@ QString writeSessionFile(const QString& path, std::string_view text)
     if (const QString reason = notAFile(path); !reason.isEmpty())
         return reason;
     QSaveFile file(path);
-    // Flushed and waited for here: commit() does not tell when the disk has no room or cannot write.
+    // Flush and wait here, because commit() does not report a full disk or a write error.
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
         return file.errorString();
     if (const QString error = waitForDisk(file.handle()); !error.isEmpty())

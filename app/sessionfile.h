@@ -9,17 +9,17 @@
 namespace app
 {
 
-/// What was read, or why nothing was.
+/// The text of a file, or the reason why it was not read.
 struct SessionFileText {
-    std::string text; // of a file that is not a session only the first bytes
+    std::string text; // only the first bytes if the file is not a session
     QString error;    // the system's reason; empty: the file was read
 };
 
-/// Reads no more of a file than a session can hold. A text that is not in the system's encoding is read as Latin-1.
+/// Reads at most as many bytes as a session can have. A text that is not in the system's encoding is read as Latin-1.
 SessionFileText readSessionFile(const QString& path);
 
-/// Writes beside the file, waits for the disk and moves the result over it, so that a failure leaves the old file
-/// whole. Returns the reason of a failure, empty when the session is saved.
+/// Writes a temporary file, waits for the disk and replaces the old file, which therefore survives a failure. Returns
+/// the reason of a failure; empty if the session is saved.
 QString writeSessionFile(const QString& path, std::string_view text);
 
 } // namespace app

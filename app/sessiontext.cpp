@@ -15,7 +15,7 @@ namespace
 constexpr std::string_view kTableLine = "Table";
 constexpr int kResultFields = 10;
 
-/// One "key=value" line: how its value is made and what it is read into.
+/// One "key=value" line: how its value is written and how it is read.
 struct Key {
     std::string_view name;
     std::string (*value)(const Session& session);
@@ -38,7 +38,7 @@ constexpr Key countKey(std::string_view name)
             }};
 }
 
-/// A choice of two: any value but 0 and 1 is damage and leaves the setting.
+/// A setting with two values: any value except 0 and 1 is damage and does not change the setting.
 template <int Settings::*Choice>
 constexpr Key choiceKey(std::string_view name)
 {

@@ -16,15 +16,15 @@ namespace app
 
 inline constexpr std::string_view kSessionFirstLine = "Vorlo File";
 
-/// The longest session in bytes: 400 for each of the 99 x 99 cells that a sheet can have. What is longer is not
-/// written, so that nothing is lost, and not read to its end, so that a damaged file stays cheap.
+/// The longest session in bytes: 400 for each of the 99 x 99 cells that a sheet can have. A longer session is not
+/// written, so that nothing is lost; a longer file is not read to its end, so that a damaged file costs little.
 inline constexpr int kMaxSessionBytes = 4'000'000;
 
 inline constexpr int kLeastCount = 2; // a title and one data row or column
 inline constexpr int kMostCount = 100;
 
-/// What a session file holds. Of the settings only LogMode and AssessmentMode are in it, of the panel all but
-/// the check boxes and the kind of the fit region.
+/// The contents of a session file. They include LogMode and AssessmentMode, but no other settings, and the panel
+/// without its check boxes and the option of the fit region.
 struct Session {
     PanelState panel;
     Settings settings;
@@ -39,8 +39,8 @@ std::string writeSession(const Session& session);
 /// Whether the first bytes of a file, at least one more than kSessionFirstLine has, are those of a session file.
 bool startsSession(std::string_view bytes);
 
-/// `before` with everything that the text gives written over it. The results are those of the text alone.
-/// nullopt: the first line is not that of a session file.
+/// `before`, overwritten with the contents of the text; the results come from the text alone. nullopt: the first line
+/// is not the first line of a session file.
 std::optional<Session> readSession(std::string_view text, Session before);
 
 } // namespace app

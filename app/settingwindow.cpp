@@ -50,7 +50,7 @@ frmSettingWindow::frmSettingWindow(SharedState& shared, QWidget* parent) : QDial
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmSettingWindow::cmdOK_Click);
 
-    // The two short frames share a row: the square that the dialog is placed in has no height for four.
+    // The two short frames share a row, because the dialog's square place has no room for four rows.
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->setSpacing(4);
@@ -78,7 +78,7 @@ QGroupBox* frmSettingWindow::makeFrame(const SettingChoice& choice)
         layout->addWidget(option);
     }
     ui::stopTabAtChosen(*group);
-    // Assistive technology checks an option without a click; a click on the checked one stores and announces, too.
+    // Assistive technology checks an option without a click. A click on a checked option also stores and announces it.
     connect(group, &QButtonGroup::idToggled, this, [this, &choice](int index, bool checked) {
         if (checked && m_shared.settings.*choice.setting != index)
             choose(choice, index);

@@ -11,7 +11,7 @@ namespace app
 struct SettingChoice;
 struct SharedState;
 
-/// The "Output Settings" dialog: four choices of two, stored the moment an option is clicked.
+/// The "Output Settings" dialog: four pairs of options. A click stores the option at once.
 class frmSettingWindow : public QDialog
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     /// Places the window, all in twips, and shows it.
     void SetSize(int top, int left, int height, int width);
 
-    /// Shows the settings in force, also those that a session file brought.
+    /// Shows the current settings, for instance after a session file was opened.
     void showSettings();
 
 signals:

@@ -9,13 +9,13 @@
 namespace app
 {
 
-/// What commands and windows share, one copy per program.
+/// The state that commands and windows share; one copy per program.
 struct SharedState {
     Settings settings;
-    std::optional<decay::SampleTable> samples; // as Normalization left them; none before it has run for the first time
+    std::optional<decay::SampleTable> samples; // the result of the last Normalization; none before the first
     ResultStore results;
     int FitRegionMode = decay::kFitRegionOwn;
-    bool DataNormalized = false; // Normalization has run on the sheet as it stands
+    bool DataNormalized = false; // the sheet was not edited after Normalization
 };
 
 } // namespace app

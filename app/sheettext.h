@@ -16,15 +16,15 @@ inline constexpr int kSheetColumns = 21; // a title column and 20 samples
 inline constexpr std::array<std::string_view, kSheetRows> kSheetRowTitles{
     "", "Qtotal/ M", "Component", "A1", "τ1/ns", "A2", "τ2/ns", "A3", "τ3/ns", "Φ"};
 
-/// The data sheet as analyses and files see it: texts in rows and columns, titles in row 0 and column 0.
-/// A cell outside the sheet reads as an empty text and is not written.
+/// The data sheet as analyses and files see it: texts in rows and columns, titles in row 0 and column 0. Outside the
+/// sheet, reading gives an empty text and writing does nothing.
 class SheetText
 {
 public:
     virtual ~SheetText() = default;
     virtual int rowCount() const = 0;
     virtual int columnCount() const = 0;
-    virtual void setCounts(int rows, int columns) = 0; // writes the titles anew
+    virtual void setCounts(int rows, int columns) = 0; // restores the titles
     virtual std::string cell(int row, int column) const = 0;
     virtual void setCell(int row, int column, const std::string& text) = 0;
 };

@@ -16,7 +16,7 @@ Front::Front() { MainWindow.SetSize(0, 6500, 8160, 9750); }
 
 void Front::whenPainted(std::function<void()> then)
 {
-    // Queued: the frame is handed over after the event of its painting.
+    // Queued, because the frame reaches the screen only after its paint event.
     QObject::connect(&MainWindow, &frmVorloMain::painted, &MainWindow, std::move(then),
                      static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
@@ -41,7 +41,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<Front> front)
     // Plots stack to the left of the main window.
     GraphWindow1.SetPosition(0, 1000);
     GraphWindow2.SetPosition(5000, 1000);
-    // Tables lie below the main window, where they cover neither it nor the plots.
+    // Tables are placed below the main window, where they cover neither the main window nor the plots.
     OutputTable1.SetPosition(9600, 6500);
     OutputTable2.SetPosition(9600, 11000);
 }
@@ -50,14 +50,14 @@ void VorloMain::connectFileMenu()
 {
     connect(&MainWindow, &frmVorloMain::newChosen, &m_session, &SessionCommands::mnuNew_Click);
     connect(&MainWindow, &frmVorloMain::openChosen, &m_session, &SessionCommands::mnuOpen_Click);
-    // Queued: whoever dropped the file waits for the end of the drop, and a message box may come up.
+    // Queued, because the source of the drop waits for its end, and a message box may open.
     connect(&MainWindow, &frmVorloMain::fileDropped, &m_session, &SessionCommands::openDropped, Qt::QueuedConnection);
     connect(&MainWindow, &frmVorloMain::saveAsChosen, &m_session, &SessionCommands::mnuSaveAs_Click);
     connect(&m_session, &SessionCommands::pathChanged, this,
             [this](const QString& path) { MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path)); });
     connect(&m_session, &SessionCommands::opened, this, [this] {
         SettingWindow.showSettings();
-        // Wherever the user was before, what was opened is seen from its first cells on.
+        // An opened session is always shown from its first cells on.
         MainWindow.sheet().SelectSheetCell(1, 1);
         MainWindow.results().SelectResultCell(1, 1);
     });
@@ -132,7 +132,7 @@ void VorloMain::connectTrust()
     };
 }
 
-// Windows are hidden, not destroyed: a fit whose event processing let the close through still uses them.
+// Windows are hidden, not destroyed, because a fit that processed the close event still uses them.
 void VorloMain::endProgram()
 {
     for (QWidget* window : std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2,

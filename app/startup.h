@@ -23,24 +23,24 @@ class Prompter;
 namespace app
 {
 
-/// What is on the screen first, without waiting for the other windows: the main window, with the state that it shares.
+/// The first window on the screen: the main window with the shared state. It does not wait for the other windows.
 struct Front {
     Front();
-    /// Does something once when the main window has been painted for the first time.
+    /// Calls a function once after the main window has been painted for the first time.
     void whenPainted(std::function<void()> then);
 
     SharedState shared;
     frmVorloMain MainWindow{shared};
 };
 
-/// The program: shared state, one instance of every window, and which command each choice runs.
-/// Windows are public so that commands and tests reach them; they live as long as the program.
+/// The program: it owns the shared state and one instance of every window, and connects menu items with commands.
+/// Windows are public, so that commands and tests reach them; they live as long as the program.
 class VorloMain : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Creates and places all windows but those of the front. `prompter` must outlive the program.
+    /// Creates and places all windows except the main window. `prompter` must outlive the program.
     explicit VorloMain(ui::Prompter& prompter, std::unique_ptr<Front> front = std::make_unique<Front>());
 
 private:

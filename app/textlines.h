@@ -17,14 +17,14 @@ inline constexpr std::string_view kSeparators = "\t\r\n"; // what a field cannot
 /// so that no typed text is ever cut, while a damaged file cannot fill the windows with megabytes.
 inline constexpr std::size_t kMaxFieldBytes = 3 * 32767;
 
-/// Takes the first line off the front of `rest`; CR LF, CR and LF each end a line, the last one may lack its end.
+/// Removes the first line from `rest` and returns it. CR LF, CR and LF each end a line; the last line may have no end.
 /// nullopt: nothing is left.
 std::optional<std::string_view> takeLine(std::string_view& rest);
 
 /// The first fields of a line, at most `most` of them; an empty line has one empty field.
 std::vector<std::string> fieldsOf(std::string_view line, int most);
 
-/// The text without what lies beyond the limit of a field; a UTF-8 character is never cut in two.
+/// The text, cut at the limit of a field; a UTF-8 character is never cut in two.
 std::string heldField(std::string_view text);
 
 /// The text with each of the `separators` replaced by a blank, so that it stays one field when it is read back.
