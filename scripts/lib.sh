@@ -1,4 +1,5 @@
-# Shared by the scripts of this folder: sourced, not run. Leaves the shell in the top folder of the tree.
+# shellcheck shell=bash
+# The scripts of this folder source this file. It changes to the top folder of the tree.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -8,7 +9,7 @@ die()
     exit 1
 }
 
-# packages GROUP...: the names that scripts/packages lists for these groups.
+# packages GROUP...: prints the names that scripts/packages lists for these groups.
 packages()
 {
     local group
@@ -22,12 +23,13 @@ is_installed()
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# install_packages GROUP...: installs what is missing; touches neither apt nor the network when nothing is.
+# install_packages GROUP...: installs what is missing; uses neither apt nor the network if nothing is missing.
 install_packages()
 {
     local package missing=() as_root=()
     if ! command -v dpkg-query >/dev/null; then
-        echo "This system does not use Debian packages. Needed are what Debian calls:" $(packages "$@") >&2
+        echo "This system does not use Debian packages. Please install these, here under their Debian names:" >&2
+        packages "$@" >&2
         return
     fi
     for package in $(packages "$@"); do
@@ -44,7 +46,7 @@ install_packages()
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
 }
 
-# build PRESET [OPTION...]: configures and builds; the options go to cmake --build.
+# build PRESET [OPTION...]: configures and builds; the options are passed to cmake --build.
 build()
 {
     local preset=$1
