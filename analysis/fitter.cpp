@@ -32,7 +32,7 @@ std::string Fitter::getResults()
 {
     std::vector<fit::ReportLine> lines;
     int slot = 0;
-    for (const app::ModelParameter& parameter : app::modelRow(model()).fitted()) {
+    for (const models::Parameter& parameter : models::row(model()).fitted()) {
         const double value = realValue(++slot);
         valueOf(parameter) = value;
         lines.push_back({parameter.label, value});
@@ -52,23 +52,23 @@ double Fitter::realValue(int slot) const
 
 bool Fitter::realValuesFinite() const
 {
-    for (int slot = 1; slot <= app::modelRow(model()).parameterCount; ++slot)
+    for (int slot = 1; slot <= models::row(model()).parameterCount(); ++slot)
         if (!std::isfinite(realValue(slot)))
             return false;
     return true;
 }
 
-double& Fitter::valueOf(const app::ModelParameter& parameter)
+double& Fitter::valueOf(const models::Parameter& parameter)
 {
     switch (parameter.reported) {
-    case app::Kq1:
+    case models::Kq1:
         return m_values.kq1;
-    case app::Kq2:
+    case models::Kq2:
         return m_values.kq2;
-    case app::Kq22:
+    case models::Kq22:
         return m_values.kq22;
     default:
-        return parameter.box == app::PanelBox::F ? m_values.F : m_values.K;
+        return parameter.box == models::Box::F ? m_values.F : m_values.K;
     }
 }
 
@@ -108,15 +108,15 @@ void configure(Fitter& fitter, const app::StartParameters& start)
     fitter.setAboveZero(start.aboveZero[1], start.aboveZero[2], start.aboveZero[3]);
 }
 
-std::optional<app::ResultRecord> resultOf(Fitter& fitter, app::Analysis analysis, int model, double s)
+std::optional<app::ResultRecord> resultOf(Fitter& fitter, models::Analysis analysis, int model, double s)
 {
-    const app::ModelRow& row = app::modelRow(model);
+    const models::Model& row = models::row(model);
     const double radius = row.hasRadius ? app::RadiusFromK(fitter.getK(), s) : 0;
     if (!std::isfinite(radius))
         return std::nullopt;
-    return app::ResultRecord{.Method = analysis == app::Analysis::Decay ? "Decay" : "SV",
+    return app::ResultRecord{.Method = analysis == models::Analysis::Decay ? "Decay" : "SV",
                              .Model = model,
-                             .KorF = row.uses(app::PanelBox::F) ? fitter.getF() : fitter.getK(),
+                             .KorF = row.uses(models::Box::F) ? fitter.getF() : fitter.getK(),
                              .Kq1 = fitter.getkq1(),
                              .Kq2 = fitter.getkq2(),
                              .Kq22 = fitter.getkq22(),

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/modeltables.h"
 #include "app/panelvalues.h"
 #include "app/resultstore.h"
 #include "fit/gaussnewton.h"
 #include "fit/statistics.h"
+#include "models/catalogue.h"
 
 #include <memory>
 #include <optional>
@@ -86,7 +86,7 @@ private:
     };
 
     double realValue(int slot) const;
-    double& valueOf(const app::ModelParameter& parameter);
+    double& valueOf(const models::Parameter& parameter);
 
     State m_state;
     Values m_values;
@@ -109,6 +109,6 @@ void configure(Fitter& fitter, const app::StartParameters& start);
 
 /// The result of a finished fit of a model; s: radius of the probe, nm. nullopt when the model has an interaction
 /// radius and it is too large for a number.
-std::optional<app::ResultRecord> resultOf(Fitter& fitter, app::Analysis analysis, int model, double s);
+std::optional<app::ResultRecord> resultOf(Fitter& fitter, models::Analysis analysis, int model, double s);
 
 } // namespace analysis

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/modeltables.h"
+#include "models/catalogue.h"
 
 #include <optional>
 #include <string>
@@ -17,7 +17,7 @@ inline std::optional<std::string> decayComplaint(bool normalized, int model)
 {
     if (!normalized)
         return "Please Normalize the data.";
-    if (!app::modelRow(model).hasDecayLaw)
+    if (!models::row(model).hasDecayLaw())
         return "Model " + std::to_string(model) + " cannot be analyzed with decay curves.";
     return std::nullopt;
 }

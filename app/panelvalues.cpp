@@ -9,28 +9,28 @@ namespace app
 namespace
 {
 
-double typedValue(const PanelValues& values, PanelBox box)
+double typedValue(const PanelValues& values, models::Box box)
 {
     switch (box) {
-    case PanelBox::K:
+    case models::Box::K:
         return values.K;
-    case PanelBox::F:
+    case models::Box::F:
         return values.F;
-    case PanelBox::kq1:
+    case models::Box::kq1:
         return values.kq1;
-    case PanelBox::kq2:
+    case models::Box::kq2:
         return values.kq2;
     }
     return 0;
 }
 
-int fixFlag(const PanelState& panel, const ModelParameter& parameter, Analysis analysis)
+int fixFlag(const PanelState& panel, const models::Parameter& parameter, models::Analysis analysis)
 {
-    if (analysis == Analysis::Decay && !parameter.fixableInDecay)
+    if (analysis == models::Analysis::Decay && !parameter.fixableInDecay)
         return 0;
-    if (parameter.box == PanelBox::kq2)
+    if (parameter.box == models::Box::kq2)
         return panel.FixKq2;
-    return parameter.box == PanelBox::F ? panel.FixF : 0;
+    return parameter.box == models::Box::F ? panel.FixF : 0;
 }
 
 } // namespace
@@ -47,23 +47,23 @@ PanelValues panelValues(const PanelState& panel)
             .tolerance = fit::numberFrom(panel.tolerance)};
 }
 
-bool boxesFinite(const PanelState& panel, Analysis analysis)
+bool boxesFinite(const PanelState& panel, models::Analysis analysis)
 {
     const PanelValues values = panelValues(panel);
-    const ModelRow& row = modelRow(panel.Model);
+    const models::Model& row = models::row(panel.Model);
     // The text of the limit is checked, because its number is already clamped to the largest integer.
     bool finite = std::isfinite(values.tolerance) && std::isfinite(fit::numberFrom(panel.iteration)) &&
                   (std::isfinite(values.Cp) || !row.usesProbe(analysis));
-    for (const ModelParameter& parameter : row.fitted())
+    for (const models::Parameter& parameter : row.fitted())
         finite = finite && std::isfinite(typedValue(values, parameter.box));
     return finite;
 }
 
-StartParameters startParameters(const PanelState& panel, Analysis analysis)
+StartParameters startParameters(const PanelState& panel, models::Analysis analysis)
 {
     const PanelValues values = panelValues(panel);
     StartParameters start;
-    for (const ModelParameter& parameter : modelRow(panel.Model).fitted()) {
+    for (const models::Parameter& parameter : models::row(panel.Model).fitted()) {
         const auto slot = static_cast<std::size_t>(++start.count);
         start.values[slot] = typedValue(values, parameter.box);
         start.fix[slot] = fixFlag(panel, parameter, analysis);

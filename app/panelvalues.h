@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/modeltables.h"
 #include "fit/gaussnewton.h"
+#include "models/catalogue.h"
 
 #include <string>
 
@@ -40,7 +40,7 @@ PanelValues panelValues(const PanelState& panel);
 
 /// False if a number that an analysis of the panel's model needs is infinite: a start value, the tolerance, the
 /// iteration limit or, if the law contains it, the probe concentration.
-bool boxesFinite(const PanelState& panel, Analysis analysis);
+bool boxesFinite(const PanelState& panel, models::Analysis analysis);
 
 /// The start of a fit of the panel's model: number of parameters, start values (not logarithms) and flags, slots 1..3.
 struct StartParameters {
@@ -49,7 +49,7 @@ struct StartParameters {
     fit::Flags fix{};
     fit::Flags aboveZero{0, 1, 1, 1};
 };
-StartParameters startParameters(const PanelState& panel, Analysis analysis);
+StartParameters startParameters(const PanelState& panel, models::Analysis analysis);
 
 /// The panel as commands see it.
 class Panel

@@ -1,9 +1,10 @@
 #include "app/parameterpanel.h"
 
-#include "app/modelguide.h"
-#include "app/panelrules.h"
+#include "app/boxguides.h"
+#include "app/resultrow.h"
 #include "app/sharedstate.h"
 #include "fit/numbertext.h"
+#include "models/guide.h"
 #include "ui/fittingfont.h"
 #include "ui/optiongroup.h"
 #include "ui/textbox.h"
@@ -48,6 +49,20 @@ void explain(QWidget& control, const std::string& text)
 {
     control.setToolTip(QString::fromStdString(text));
     control.setAccessibleDescription(QString::fromStdString(text));
+}
+
+void explain(QWidget& control, const BoxGuide& guide)
+{
+    explain(control, models::guideText(guide.meaning, guide.unit));
+}
+
+QString rateCaption(const char* name, std::string_view unit) { return name + QString("/") + fromUtf8(unit); }
+
+/// Where two-site models type the constant of a site, the others type one of a quencher beside the probe.
+QString kq1Caption(int model)
+{
+    const models::Parameter* kq1 = models::row(model).typedInto(models::Box::kq1);
+    return rateCaption("kq1", kq1 ? kq1->unit : models::kPerSecond);
 }
 
 /// If a text is too long for its box, its first digits are shown, not its last.
@@ -99,20 +114,29 @@ QGroupBox* ParameterPanel::makeModelFrame()
     auto* grid = new QGridLayout(frame);
     tighten(*grid);
     int row = 0;
-    for (const ModelGroup& group : kModelGroups) {
-        const QString groupText = fromUtf8(group.label);
-        grid->addWidget(new QLabel(groupText, frame), row++, 0, 1, kOptionsPerRow);
-        for (int model = group.first; model <= group.last; ++model) {
-            auto* option = named(new QRadioButton(tr("Model %1").arg(model), frame), QString("opnModel%1").arg(model));
-            explain(*option, std::string(group.label) + "\n" + modelText(model));
-            option->installEventFilter(this);
-            m_models->addButton(option, model);
-            const int place = model - group.first;
-            grid->addWidget(option, row + place / kOptionsPerRow, place % kOptionsPerRow);
+    int column = 0;
+    std::string_view above;
+    for (int model = 1; model <= models::kModelCount; ++model) {
+        const std::string_view group = models::row(model).group;
+        if (group != above)
+            grid->addWidget(new QLabel(fromUtf8(group), frame), ++row, 0, 1, kOptionsPerRow);
+        if (group != above || column == kOptionsPerRow) {
+            ++row;
+            column = 0;
         }
-        row += (group.last - group.first) / kOptionsPerRow + 1;
+        above = group;
+        grid->addWidget(makeModelOption(model, frame), row, column++);
     }
     return frame;
+}
+
+QRadioButton* ParameterPanel::makeModelOption(int model, QWidget* parent)
+{
+    auto* option = named(new QRadioButton(tr("Model %1").arg(model), parent), QString("opnModel%1").arg(model));
+    explain(*option, std::string(models::row(model).group) + "\n" + models::modelText(model));
+    option->installEventFilter(this);
+    m_models->addButton(option, model);
+    return option;
 }
 
 QLayout* ParameterPanel::makeParameterBoxes()
@@ -120,9 +144,9 @@ QLayout* ParameterPanel::makeParameterBoxes()
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(4);
     grid->setVerticalSpacing(2);
-    m_kq1Label = label(fromUtf8(kKq1PerSecond), "lblkq1", this);
+    m_kq1Label = label(rateCaption("kq1", models::kPerSecond), "lblkq1", this);
     m_kq1 = addBox(*grid, 0, 0, m_kq1Label, "txtkq1");
-    m_kq2 = addBox(*grid, 1, 0, label(tr("kq2/M-1s-1"), "lblkq2", this), "txtkq2");
+    m_kq2 = addBox(*grid, 1, 0, label(rateCaption("kq2", models::kPerMolarSecond), "lblkq2", this), "txtkq2");
     m_K = addBox(*grid, 2, 0, label(tr("K"), "lblK", this), "txtK");
     m_F = addBox(*grid, 3, 0, label(tr("F"), "lblF", this), "txtF");
     m_s = addBox(*grid, 0, 2, label(tr("s /nm"), "lblS", this), "txtS");
@@ -130,11 +154,12 @@ QLayout* ParameterPanel::makeParameterBoxes()
     m_tolerance = addBox(*grid, 2, 2, label(tr("Tolerance"), "lblTolerance", this), "txtTolerance");
     m_iteration = addBox(*grid, 3, 2, label(tr("Iteration"), "lblItalation", this), "txtIteration");
     // The caption of the first label changes with the model, and the boxes must not move with it.
-    m_kq1Label->setMinimumWidth(m_kq1Label->fontMetrics().horizontalAdvance(fromUtf8(kKq1PerMolarSecond)));
-    explain(*m_s, guideText(kRadiusGuide));
-    explain(*m_Cp, guideText(kProbeGuide));
-    explain(*m_tolerance, guideText(kToleranceGuide));
-    explain(*m_iteration, guideText(kIterationGuide));
+    m_kq1Label->setMinimumWidth(
+        m_kq1Label->fontMetrics().horizontalAdvance(rateCaption("kq1", models::kPerMolarSecond)));
+    explain(*m_s, kRadiusGuide);
+    explain(*m_Cp, kProbeGuide);
+    explain(*m_tolerance, kToleranceGuide);
+    explain(*m_iteration, kIterationGuide);
     return grid;
 }
 
@@ -164,7 +189,7 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     auto* threshold = named(new QRadioButton(mark + tr("≧") + mark, frame), "opnFitRegion1");
     m_fitRegion = named(new ui::TextBox(frame), "txtFitRegion");
     m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
-    explain(*m_fitRegion, guideText(kFitRegionGuide));
+    explain(*m_fitRegion, kFitRegionGuide);
     auto* all = named(new QRadioButton(tr("All"), frame), "opnFitRegion0");
     explain(*threshold, "follow the decays down to the fraction in the box");
     explain(*all, "follow the decays down to 0.0001 of their initial intensity");
@@ -176,16 +201,16 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     return frame;
 }
 
-QLineEdit* ParameterPanel::box(PanelBox box) const
+QLineEdit* ParameterPanel::box(models::Box box) const
 {
     switch (box) {
-    case PanelBox::K:
+    case models::Box::K:
         return m_K;
-    case PanelBox::F:
+    case models::Box::F:
         return m_F;
-    case PanelBox::kq1:
+    case models::Box::kq1:
         return m_kq1;
-    case PanelBox::kq2:
+    case models::Box::kq2:
         break;
     }
     return m_kq2;
@@ -235,11 +260,12 @@ void ParameterPanel::modelToggled(int model, bool chosen)
 {
     if (!chosen)
         return;
-    m_kq1Label->setText(fromUtf8(kq1Caption(model)));
-    for (const PanelBox used : {PanelBox::kq1, PanelBox::kq2, PanelBox::K, PanelBox::F}) {
-        const ParameterGuide* guide = parameterGuide(model, used);
-        box(used)->setEnabled(guide);
-        explain(*box(used), guide ? guideText(*guide) : "not a parameter of Model " + std::to_string(model));
+    m_kq1Label->setText(kq1Caption(model));
+    for (const models::Box used : {models::Box::kq1, models::Box::kq2, models::Box::K, models::Box::F}) {
+        const models::Parameter* parameter = models::row(model).typedInto(used);
+        box(used)->setEnabled(parameter);
+        explain(*box(used), parameter ? models::guideText(parameter->meaning, parameter->unit)
+                                      : "not a parameter of Model " + std::to_string(model));
     }
 }
 
@@ -285,7 +311,7 @@ void ParameterPanel::restore(const QStringList& resultRow)
         return;
     const int model = fit::roundedInt16(fit::numberFrom(modelText.toStdString())).value_or(0);
     chooseModel(model);
-    for (const ModelParameter& parameter : modelRow(model).fitted())
+    for (const models::Parameter& parameter : models::row(model).fitted())
         if (parameter.restored)
             showText(*box(parameter.box), resultRow.value(resultColumn(parameter.reported)));
 }

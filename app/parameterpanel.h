@@ -11,6 +11,7 @@ class QGroupBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
+class QRadioButton;
 
 namespace app
 {
@@ -40,10 +41,11 @@ protected:
 
 private:
     QGroupBox* makeModelFrame();
+    QRadioButton* makeModelOption(int model, QWidget* parent);
     QGroupBox* makeFitRegionFrame();
     QLayout* makeParameterBoxes();
     QLineEdit* addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name);
-    QLineEdit* box(PanelBox box) const;
+    QLineEdit* box(models::Box box) const;
     void modelToggled(int model, bool chosen);
     void fitRegionToggled(int option, bool chosen);
     void stepModel(int step);

@@ -1,7 +1,6 @@
 #include "app/resultstable.h"
 
 #include "app/clipboardcommands.h"
-#include "app/panelrules.h"
 #include "app/resultrow.h"
 #include "app/sharedstate.h"
 #include "app/textlines.h"

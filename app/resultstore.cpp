@@ -70,15 +70,15 @@ void ResultStore::store(const ResultRecord& result, int mask)
     ResultRecord& record = ResultData[slot(ResultCursor)];
     record.Method = result.Method;
     record.Model = result.Model;
-    if (mask & KorF)
+    if (mask & models::KorF)
         record.KorF = result.KorF;
-    if (mask & Kq1)
+    if (mask & models::Kq1)
         record.Kq1 = result.Kq1;
-    if (mask & Kq2)
+    if (mask & models::Kq2)
         record.Kq2 = result.Kq2;
-    if (mask & Kq22)
+    if (mask & models::Kq22)
         record.Kq22 = result.Kq22;
-    if (mask & Radius)
+    if (mask & models::Radius)
         record.R = result.R;
     record.R2 = result.R2;
     record.Se = result.Se;

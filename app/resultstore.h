@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/modeltables.h"
+#include "models/catalogue.h"
 
 #include <array>
 #include <span>

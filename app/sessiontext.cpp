@@ -53,7 +53,7 @@ constexpr Key choiceKey(std::string_view name)
 void readModel(Session& session, std::string_view value)
 {
     const int model = fit::heldInt32(fit::numberFrom(value));
-    if (modelRow(model).parameterCount > 0)
+    if (models::row(model).parameterCount() > 0)
         session.panel.Model = model;
 }
 

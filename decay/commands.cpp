@@ -85,11 +85,11 @@ void Commands::DecayCurveAnalysis()
     if (!curves)
         return;
     const int model = run->panel.Model;
-    const auto result = analysis::resultOf(m_analyzer, app::Analysis::Decay, model, run->values.s);
+    const auto result = analysis::resultOf(m_analyzer, models::Analysis::Decay, model, run->values.s);
     if (!result)
         return m_analyzer.reportArithmeticFault();
     show(*run, *curves, "Decay Curve (Fitting)");
-    m_context.results.storeResult(*result, app::reportedMask(model, app::Analysis::Decay));
+    m_context.results.storeResult(*result, models::reportedMask(model, models::Analysis::Decay));
     finished(run->samples, analysis::finishedRun(m_analyzer, run->panel, analysis::Kind::Fit));
     ui::bringToFront(m_analyzer);
 }
@@ -114,7 +114,7 @@ std::optional<Commands::Run> Commands::prepare()
         m_context.prompter.message(QString::fromStdString(*complaint));
         return std::nullopt;
     }
-    if (!app::boxesFinite(panel, app::Analysis::Decay)) {
+    if (!app::boxesFinite(panel, models::Analysis::Decay)) {
         m_analyzer.reportArithmeticFault();
         return std::nullopt;
     }
@@ -130,7 +130,7 @@ std::optional<Commands::Run> Commands::prepare()
 void Commands::handOver(const Run& run)
 {
     m_analyzer.setLogMode(run.settings.LogMode);
-    analysis::configure(m_analyzer, app::startParameters(run.panel, app::Analysis::Decay));
+    analysis::configure(m_analyzer, app::startParameters(run.panel, models::Analysis::Decay));
     m_analyzer.SetSize(analysis::kAnalyzerTop, analysis::kAnalyzerLeft, analysis::kAnalyzerHeight,
                        analysis::kAnalyzerWidth);
     ui::bringToFront(m_analyzer);

@@ -38,20 +38,22 @@ double slowestRate(const Reference& reference)
 }
 
 /// Enough for what one iteration has of different rates in a sample, or of those that the samples share.
-std::size_t mostRates(Evaluation evaluation, Composition composition)
+std::size_t mostRates(models::Evaluation evaluation, models::Composition composition)
 {
-    if (evaluation == Evaluation::Fast)
-        return 8;                                               // two for each of four vectors
-    return composition == Composition::PoissonSeries ? 64 : 24; // three components; of Poisson terms not too many
+    if (evaluation == models::Evaluation::Fast)
+        return 8; // two for each of four vectors
+    return composition == models::Composition::PoissonSeries ? 64
+                                                             : 24; // three components; of Poisson terms not too many
 }
 
 } // namespace
 
-CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, Evaluation evaluation)
+CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference,
+                               models::Evaluation evaluation)
     : m_model(model), m_logMode(logMode), m_Cp(Cp), m_evaluation(evaluation), m_reference(referenceOf(reference)),
       m_t(reference.T)
 {
-    if (evaluation == Evaluation::AsWritten)
+    if (evaluation == models::Evaluation::AsWritten)
         return;
     m_evenPoints = evenPoints(m_t);
     m_slowest = slowestRate(m_reference);
@@ -71,9 +73,10 @@ const Grid& CurveEvaluator::calculated(std::size_t sample, const fit::Parameters
     curve.a = a;
     Grid& sum = curve.intensity;
     std::fill_n(sum.begin(), count, 0.0);
-    const Populations populations = populationsOf(m_model, Q, m_Cp, fit::realParameters(m_logMode, a), m_evaluation);
-    const Composition composition = compositionOf(m_model);
-    if (m_evaluation == Evaluation::Fast && composition != Composition::Sites)
+    const models::Populations populations =
+        models::populationsOf(m_model, {Q, m_Cp, fit::realParameters(m_logMode, a), m_evaluation});
+    const models::Composition composition = models::compositionOf(m_model);
+    if (m_evaluation == models::Evaluation::Fast && composition != models::Composition::Sites)
         addFactored(sum, count, populations);
     else
         addBrackets(sum, count, bracketsOf(composition, populations, m_reference));
@@ -91,21 +94,21 @@ void CurveEvaluator::addBrackets(Grid& sum, std::size_t count, const Brackets& b
     }
 }
 
-void CurveEvaluator::addFactored(Grid& sum, std::size_t count, const Populations& populations)
+void CurveEvaluator::addFactored(Grid& sum, std::size_t count, const models::Populations& populations)
 {
-    const std::vector<Population>& members = populations.members;
+    const std::vector<models::Population>& members = populations.members;
     // Powers of a factor above 1 could overflow where the exponentials do not.
-    if (compositionOf(m_model) == Composition::PoissonSeries && members[1].addedRate >= 0) {
+    if (models::compositionOf(m_model) == models::Composition::PoissonSeries && members[1].addedRate >= 0) {
         addPopulation(sum, count, members[0], populations.total);
         addPoissonTerms(sum, count, members);
     } else {
-        for (const Population& population : members)
+        for (const models::Population& population : members)
             addPopulation(sum, count, population, populations.total);
     }
     multiply(std::span(sum.data(), count), m_components.data());
 }
 
-void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const Population& population, double total)
+void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const models::Population& population, double total)
 {
     const Grid& e = exponentials(m_slowest + population.addedRate, count);
     addWeighted(std::span(sum.data(), count), population.weight / total, e.data());
@@ -113,7 +116,7 @@ void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const Populatio
 
 /// Population j = 1, 2, ... has j times the added rate of the first, so that its exponential is the first one's times
 /// a power of exp(-addedRate t): a polynomial, summed from its highest power.
-void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const std::vector<Population>& populations)
+void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const std::vector<models::Population>& populations)
 {
     const double addedRate = populations[1].addedRate;
     const Grid& first = exponentials(m_slowest + addedRate, count);
@@ -141,7 +144,7 @@ const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
 /// stay where they are.
 std::vector<CurveEvaluator::Kept>::iterator CurveEvaluator::placeFor(double rate)
 {
-    const std::size_t most = mostRates(m_evaluation, compositionOf(m_model));
+    const std::size_t most = mostRates(m_evaluation, models::compositionOf(m_model));
     if (m_kept.size() < most) {
         m_exponentials.reserve(most);
         m_exponentials.emplace_back();

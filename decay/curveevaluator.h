@@ -1,6 +1,6 @@
 #pragma once
 
-#include "decay/models.h"
+#include "decay/quencheddecay.h"
 #include "fit/realparameters.h"
 
 #include <array>
@@ -8,6 +8,10 @@
 
 namespace decay
 {
+
+/// Largest difference between an intensity of the fast evaluation and that of the formula, relative to the intensity,
+/// or to exp(-50) where it is smaller: some hundreds of roundings of products of exponentials.
+inline constexpr double kFastRounding = 1e-13;
 
 /// Quenched decays of one model on the reference's time grid, kept for the last few parameter vectors. A fit goes
 /// through the points of a sample with the same few vectors in turn, so that a whole curve is worked out at a time, and
@@ -21,7 +25,7 @@ class CurveEvaluator
 public:
     CurveEvaluator() = default;
     /// reference: the sample without quencher, with its components and its time grid.
-    CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, Evaluation evaluation);
+    CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, models::Evaluation evaluation);
 
     /// The decay of a sample for parameters as the engine holds them, if it has been kept, otherwise nullptr. Keyed on
     /// the exact vector: the engine restores a parameter by subtraction, which may move it by a rounding.
@@ -46,14 +50,14 @@ private:
     std::vector<Kept>::iterator placeFor(double rate);
     void extend(Grid& values, Kept& kept, std::size_t count) const;
     void addBrackets(Grid& sum, std::size_t count, const Brackets& brackets);
-    void addFactored(Grid& sum, std::size_t count, const Populations& populations);
-    void addPopulation(Grid& sum, std::size_t count, const Population& population, double total);
-    void addPoissonTerms(Grid& sum, std::size_t count, const std::vector<Population>& populations);
+    void addFactored(Grid& sum, std::size_t count, const models::Populations& populations);
+    void addPopulation(Grid& sum, std::size_t count, const models::Population& population, double total);
+    void addPoissonTerms(Grid& sum, std::size_t count, const std::vector<models::Population>& populations);
 
     int m_model = 0;
     int m_logMode = 0;
     double m_Cp = 0;
-    Evaluation m_evaluation = Evaluation::AsWritten;
+    models::Evaluation m_evaluation = models::Evaluation::AsWritten;
     Reference m_reference;
     Grid m_t{};
     std::size_t m_evenPoints = 0; // leading points of the grid in even steps; none when not to be made use of

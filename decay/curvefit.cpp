@@ -26,9 +26,9 @@ private:
 fit::Outcome fitFast(DecayProblem& problem, fit::Options options, const fit::Parameters& start, fit::Observer& observer)
 {
     options.residualRounding = kFastRounding;
-    problem.setEvaluation(Evaluation::Fast);
+    problem.setEvaluation(models::Evaluation::Fast);
     const fit::Outcome outcome = fit::gaussNewton(problem, options, start, observer);
-    problem.setEvaluation(Evaluation::AsWritten);
+    problem.setEvaluation(models::Evaluation::AsWritten);
     return outcome;
 }
 

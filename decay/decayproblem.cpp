@@ -9,8 +9,6 @@ namespace decay
 namespace
 {
 
-constexpr int kYieldingModel = 10;
-
 std::size_t slot(int number) { return static_cast<std::size_t>(number); }
 
 /// Sum of squared distances of all observed intensities from their mean.
@@ -60,7 +58,7 @@ void DecayProblem::setLaw(int model, int logMode, double Cp)
     forgetCurves();
 }
 
-void DecayProblem::setEvaluation(Evaluation evaluation)
+void DecayProblem::setEvaluation(models::Evaluation evaluation)
 {
     m_evaluation = evaluation;
     m_fittedWith.reset();
@@ -71,7 +69,7 @@ void DecayProblem::forgetCurves()
     m_fittedWith.reset();
     m_decay.reset();
     const SampleRecord& reference = m_samples.SampleData[1];
-    for (const Evaluation evaluation : {Evaluation::AsWritten, Evaluation::Fast})
+    for (const models::Evaluation evaluation : {models::Evaluation::AsWritten, models::Evaluation::Fast})
         m_evaluators[static_cast<std::size_t>(evaluation)] =
             CurveEvaluator(m_model, m_logMode, m_Cp, reference, evaluation);
 }
@@ -105,7 +103,7 @@ const Grid& DecayProblem::curve(std::size_t sample, const fit::Parameters& a)
 const Grid& DecayProblem::newCurve(std::size_t sample, const fit::Parameters& a)
 {
     const Grid& result = fitted(sample, a);
-    if (m_model == kYieldingModel && modelEvaluated) {
+    if (models::row(m_model).decay.yields && modelEvaluated) {
         modelEvaluated();
         fit::clearUpperHalves();
     }
@@ -118,7 +116,7 @@ double DecayProblem::value(double t, double Q, const fit::Parameters& a)
         fit::clearUpperHalves();
         m_decay = {
             Q, a,
-            bracketsOf(m_model, Q, referenceOf(m_samples.SampleData[1]), m_Cp, fit::realParameters(m_logMode, a))};
+            bracketsOf(m_model, {Q, m_Cp, fit::realParameters(m_logMode, a)}, referenceOf(m_samples.SampleData[1]))};
     }
     return intensityAt(m_decay->brackets, t);
 }

@@ -22,7 +22,7 @@ public:
     /// Cp: probe concentration, M.
     void setLaw(int model, int logMode, double Cp);
     /// As written from the beginning.
-    void setEvaluation(Evaluation evaluation);
+    void setEvaluation(models::Evaluation evaluation);
 
     /// Called after every curve that a fit needs of the Poisson law with collisions, which may take long; may be empty.
     /// Points of a curve that is kept do not call it.
@@ -71,7 +71,7 @@ private:
     int m_model = 0;
     int m_logMode = 0;
     double m_Cp = 0; // M
-    Evaluation m_evaluation = Evaluation::AsWritten;
+    models::Evaluation m_evaluation = models::Evaluation::AsWritten;
     std::array<CurveEvaluator, 2> m_evaluators;  // one for each evaluation
     std::vector<Point> m_points;                 // point i stands at i - 1
     std::optional<fit::Parameters> m_fittedWith; // what the samples' fitted curves are those of

@@ -4,6 +4,7 @@
 #include "fit/numbertext.h"
 #include "fit/safelog10.h"
 #include "fit/vectorregisters.h"
+#include "models/catalogue.h"
 
 #include <cmath>
 #include <span>
@@ -92,7 +93,8 @@ DecayData readDecayData(const CellText& cell, double FitRegionLevel, int model)
         data.complete = false;
     table.FitRegionLevel = FitRegionLevel;
     // Slot 0 is never filled, so nothing is refused: sitewise laws give 0 for three components, and the fit says so.
-    data.siteModelRefused = (model == 12 || model == 13) && table.SampleData[0].NComp == 3;
+    data.siteModelRefused =
+        models::compositionOf(model) == models::Composition::Sites && table.SampleData[0].NComp == 3;
     return data;
 }
 

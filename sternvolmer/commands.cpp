@@ -20,11 +20,11 @@ void Commands::SternVolmerAnalysis()
     if (!curves)
         return;
     const int model = run->panel.Model;
-    const auto result = analysis::resultOf(m_analyzer, app::Analysis::SternVolmer, model, run->values.s);
+    const auto result = analysis::resultOf(m_analyzer, models::Analysis::SternVolmer, model, run->values.s);
     if (!result)
         return m_analyzer.reportArithmeticFault();
     show(*run, *curves);
-    m_context.results.storeResult(*result, app::reportedMask(model, app::Analysis::SternVolmer));
+    m_context.results.storeResult(*result, models::reportedMask(model, models::Analysis::SternVolmer));
     finished(run->data, analysis::finishedRun(m_analyzer, run->panel, analysis::Kind::Fit));
     ui::bringToFront(m_analyzer);
 }
@@ -58,7 +58,7 @@ std::optional<Commands::Run> Commands::prepare()
     if (!found.empty())
         return std::nullopt;
     computeRatios(run.data);
-    if (!allFinite(run.data) || !app::boxesFinite(run.panel, app::Analysis::SternVolmer)) {
+    if (!allFinite(run.data) || !app::boxesFinite(run.panel, models::Analysis::SternVolmer)) {
         m_analyzer.reportArithmeticFault();
         return std::nullopt;
     }
@@ -71,7 +71,7 @@ void Commands::handOver(const Run& run)
     const decay::SampleTable& samples = run.data.samples;
     m_analyzer.setStatus(1);
     m_analyzer.setExenum(0);
-    analysis::configure(m_analyzer, app::startParameters(run.panel, app::Analysis::SternVolmer));
+    analysis::configure(m_analyzer, app::startParameters(run.panel, models::Analysis::SternVolmer));
     m_analyzer.setModel(run.panel.Model);
     m_analyzer.setIteration(run.values.iterationLimit);
     m_analyzer.setTolerance(run.values.tolerance);

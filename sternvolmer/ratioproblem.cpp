@@ -1,7 +1,7 @@
 #include "sternvolmer/ratioproblem.h"
 
 #include "fit/vectorregisters.h"
-#include "sternvolmer/models.h"
+#include "models/catalogue.h"
 
 #include <algorithm>
 #include <cassert>
@@ -48,9 +48,8 @@ double RatioProblem::residual(int point, const fit::Parameters& a)
 
 void RatioProblem::residuals(int first, const fit::Parameters& a, std::span<double> room)
 {
-    const fit::Parameters& p = m_real.of(m_logMode, a);
     const std::span x(m_X.data() + slot(first), room.size());
-    ratios(m_model, x, m_tau0, m_Cp, p[1], p[2], p[3], room);
+    models::ratios(m_model, x, {m_tau0, m_Cp, m_real.of(m_logMode, a)}, room);
     std::transform(room.begin(), room.end(), m_Y.begin() + first, room.begin(), std::minus<>());
 }
 
@@ -62,8 +61,7 @@ double RatioProblem::value(double x, const fit::Parameters& a)
 
 double RatioProblem::law(double x, const fit::Parameters& a)
 {
-    const fit::Parameters& p = m_real.of(m_logMode, a);
-    return ratio(m_model, x, m_tau0, m_Cp, p[1], p[2], p[3]);
+    return models::ratio(m_model, x, {m_tau0, m_Cp, m_real.of(m_logMode, a)});
 }
 
 RatioSlots RatioProblem::fittedValues(const fit::Parameters& a)

@@ -43,7 +43,7 @@ void showInFront(QWidget& window, const Place& place)
     ui::bringToFront(window);
 }
 
-FinishedFit finishedFit(const analysis::FinishedRun& run, app::Analysis analysis)
+FinishedFit finishedFit(const analysis::FinishedRun& run, models::Analysis analysis)
 {
     const bool calculated = run.kind == analysis::Kind::Calculation;
     return {.options = run.options,
@@ -73,7 +73,7 @@ void Commands::findSternVolmerStart()
     if (!input)
         return;
     sternvolmer::RatioProblem problem = input->problem();
-    search(input->task(problem), input->panel, app::Analysis::SternVolmer);
+    search(input->task(problem), input->panel, models::Analysis::SternVolmer);
 }
 
 void Commands::findDecayStart()
@@ -85,12 +85,13 @@ void Commands::findDecayStart()
     }
     assert(m_context.shared.samples); // whatever is normalised is there
     decay::DecayProblem problem(*m_context.shared.samples, panel.Model, 0, app::panelValues(panel).Cp);
-    problem.setEvaluation(decay::Evaluation::Fast); // a start need not be exact
+    problem.setEvaluation(models::Evaluation::Fast); // a start need not be exact
     if (problem.pointCount() == 0) {
         m_context.prompter.message(analysis::kArithmeticFault);
         return;
     }
-    search({problem, panel.Model, app::startParameters(panel, app::Analysis::Decay)}, panel, app::Analysis::Decay);
+    search({problem, panel.Model, app::startParameters(panel, models::Analysis::Decay)}, panel,
+           models::Analysis::Decay);
 }
 
 std::optional<RatioInput> Commands::checkedRatios()
@@ -110,13 +111,13 @@ std::optional<RatioInput> Commands::checkedRatios()
     return std::nullopt;
 }
 
-void Commands::search(const Task& task, const app::PanelState& panel, app::Analysis analysis)
+void Commands::search(const Task& task, const app::PanelState& panel, models::Analysis analysis)
 {
     if (m_searching)
         return ui::bringToFront(*m_searching);
     StartValuesWindow& window = m_windows.startValues;
     const QScopedValueRollback<QWidget*> searching(m_searching, &window);
-    const QString of = analysis == app::Analysis::Decay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
+    const QString of = analysis == models::Analysis::Decay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
     m_typed = panel;
     m_searched = task.free();
     ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(task.model));
@@ -136,7 +137,7 @@ void Commands::search(const Task& task, const app::PanelState& panel, app::Analy
         window.showFound(starts);
 }
 
-FoundStarts Commands::startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
+FoundStarts Commands::startsFor(const Task& task, const app::PanelState& panel, models::Analysis analysis,
                                 const SearchResult& found, const KeepGoing& keepGoing) const
 {
     const int logMode = m_context.shared.settings.LogMode;
@@ -171,7 +172,7 @@ void Commands::chooseModel(int model, const fit::Parameters& values)
 {
     app::PanelState panel = m_panel.panelState();
     panel.Model = model;
-    const app::StartParameters start = app::startParameters(panel, app::Analysis::SternVolmer);
+    const app::StartParameters start = app::startParameters(panel, models::Analysis::SternVolmer);
     typeStart(panel, model, freeSlots(start.count, start.fix), values);
     m_panel.setPanelState(panel);
 }
@@ -203,10 +204,10 @@ void Commands::ratiosAnalysed(const sternvolmer::RatioData& data, const analysis
     m_details = [this, run, input = RatioInput{.data = data, .panel = run.panel}] {
         sternvolmer::RatioProblem problem = input.problem();
         const std::vector<double> observed = input.observed();
-        FitLabels labels{.analysis = app::Analysis::SternVolmer, .model = run.panel.Model, .conc = {}};
+        FitLabels labels{.analysis = models::Analysis::SternVolmer, .model = run.panel.Model, .conc = {}};
         for (std::size_t i = 1; i <= observed.size(); ++i)
             labels.conc.push_back(input.data.samples.SampleData[i].Conc);
-        const FinishedFit finished = finishedFit(run, app::Analysis::SternVolmer);
+        const FinishedFit finished = finishedFit(run, models::Analysis::SternVolmer);
         m_windows.fitDetails.showDetails(fitDetails(input.task(problem), finished, observed), labels);
     };
     if (m_windows.fitDetails.isVisible())
@@ -217,11 +218,12 @@ void Commands::decaysAnalysed(const decay::SampleTable& samples, const analysis:
 {
     m_details = [this, run, samples] {
         decay::DecayProblem problem(samples, run.panel.Model, 0, app::panelValues(run.panel).Cp);
-        problem.setEvaluation(decay::Evaluation::Fast); // the last digits change no verdict, and a search may be needed
-        const FinishedFit finished = finishedFit(run, app::Analysis::Decay);
-        const Task task{problem, run.panel.Model, app::startParameters(run.panel, app::Analysis::Decay)};
+        problem.setEvaluation(
+            models::Evaluation::Fast); // the last digits change no verdict, and a search may be needed
+        const FinishedFit finished = finishedFit(run, models::Analysis::Decay);
+        const Task task{problem, run.panel.Model, app::startParameters(run.panel, models::Analysis::Decay)};
         m_windows.fitDetails.showDetails(fitDetails(task, finished, {}),
-                                         {.analysis = app::Analysis::Decay, .model = run.panel.Model, .conc = {}});
+                                         {.analysis = models::Analysis::Decay, .model = run.panel.Model, .conc = {}});
     };
     if (m_windows.fitDetails.isVisible())
         refreshDetails();

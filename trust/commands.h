@@ -37,8 +37,8 @@ public:
 
 private:
     std::optional<RatioInput> checkedRatios();
-    void search(const Task& task, const app::PanelState& panel, app::Analysis analysis);
-    FoundStarts startsFor(const Task& task, const app::PanelState& panel, app::Analysis analysis,
+    void search(const Task& task, const app::PanelState& panel, models::Analysis analysis);
+    FoundStarts startsFor(const Task& task, const app::PanelState& panel, models::Analysis analysis,
                           const SearchResult& found, const KeepGoing& keepGoing) const;
     void typeFound(const fit::Parameters& values);
     void typeBack();

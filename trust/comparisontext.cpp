@@ -1,7 +1,6 @@
 #include "trust/comparisontext.h"
 
 #include "fit/numbertext.h"
-#include "trust/constants.h"
 
 #include <limits>
 
@@ -27,10 +26,10 @@ std::string doubtText(Doubt doubt)
     return "";
 }
 
-ComparisonCell constantCell(const ComparedModel& compared, app::PanelBox box)
+ComparisonCell constantCell(const ComparedModel& compared, models::Box box)
 {
     std::size_t slot = 0;
-    for (const app::ModelParameter& parameter : app::modelRow(compared.model).fitted()) {
+    for (const models::Parameter& parameter : models::row(compared.model).fitted()) {
         ++slot;
         if (parameter.box == box)
             return {figure(compared.details.fit.values[slot]), compared.details.fit.values[slot]};
@@ -47,11 +46,11 @@ std::string remarksText(const ComparedModel& compared)
 {
     std::string text;
     const auto add = [&text](const std::string& remark) { text += (text.empty() ? "" : "; ") + remark; };
-    for (std::size_t slot = 1; slot <= app::modelRow(compared.model).fitted().size(); ++slot) {
+    for (std::size_t slot = 1; slot <= models::row(compared.model).fitted().size(); ++slot) {
         if (compared.details.fit.options.fix[slot] == 1)
-            add(constantName(compared.model, slot) + " fixed");
+            add(models::parameter(compared.model, slot).name() + " fixed");
         if (const std::string doubt = doubtText(compared.doubts[slot]); !doubt.empty())
-            add(constantName(compared.model, slot) + " " + doubt);
+            add(models::parameter(compared.model, slot).name() + " " + doubt);
     }
     if (!compared.engineStays)
         add("an analysis leaves this minimum");
@@ -62,7 +61,7 @@ std::string verdictOf(const ComparedModel& compared)
 {
     std::vector<std::string> names;
     for (const std::size_t slot : compared.details.uncertainty.undetermined)
-        names.push_back(constantName(compared.model, slot));
+        names.push_back(models::parameter(compared.model, slot).name());
     return verdictText(compared.details.verdict, names);
 }
 
@@ -70,7 +69,7 @@ std::string verdictOf(const ComparedModel& compared)
 
 const std::vector<std::string>& comparisonTitles()
 {
-    static const std::vector<std::string> titles{"Model",        "K /M-1", "F",          "kq1",     "kq2 /M-1 s-1",
+    static const std::vector<std::string> titles{"Model",        "K /M-1", "F",          "kq1",     "kq2 /M-1s-1",
                                                  "Residual sum", "AICc",   "Difference", "Verdict", "Remarks"};
     return titles;
 }
@@ -78,10 +77,10 @@ const std::vector<std::string>& comparisonTitles()
 std::vector<ComparisonCell> comparisonRow(const ComparedModel& compared)
 {
     return {{std::to_string(compared.model), static_cast<double>(compared.model)},
-            constantCell(compared, app::PanelBox::K),
-            constantCell(compared, app::PanelBox::F),
-            constantCell(compared, app::PanelBox::kq1),
-            constantCell(compared, app::PanelBox::kq2),
+            constantCell(compared, models::Box::K),
+            constantCell(compared, models::Box::F),
+            constantCell(compared, models::Box::kq1),
+            constantCell(compared, models::Box::kq2),
             {figure(compared.details.sumOfSquares), compared.details.sumOfSquares},
             criterionCell(compared.details.AICc),
             criterionCell(compared.differenceToBest),

@@ -1,7 +1,6 @@
 #include "trust/detailstext.h"
 
 #include "fit/numbertext.h"
-#include "trust/constants.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,7 +37,7 @@ public:
     }
 
 private:
-    bool hasErrors() const { return m_labels.analysis == app::Analysis::SternVolmer; }
+    bool hasErrors() const { return m_labels.analysis == models::Analysis::SternVolmer; }
     std::string heading() const;
     std::vector<std::string> names(const FreeSlots& slots) const;
     std::string remarks() const;
@@ -67,7 +66,7 @@ std::vector<std::string> Writer::names(const FreeSlots& slots) const
 {
     std::vector<std::string> names;
     for (const std::size_t slot : slots)
-        names.push_back(constantName(m_labels.model, slot));
+        names.push_back(models::parameter(m_labels.model, slot).name());
     return names;
 }
 
@@ -96,7 +95,7 @@ TextTable Writer::constants() const
     else
         table[0].push_back("Free or fixed");
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(m_details.fit.options.parameterCount); ++slot) {
-        table.push_back({constantCaption(m_labels.model, slot), figure(m_details.fit.values[slot])});
+        table.push_back({models::parameter(m_labels.model, slot).caption(), figure(m_details.fit.values[slot])});
         const auto errors = errorCells(slot);
         table.back().insert(table.back().end(), errors.begin(), errors.end());
     }
@@ -159,7 +158,7 @@ TextTable Writer::correlations() const
     table.push_back(names(m_free));
     table[0].insert(table[0].begin(), "Correlation");
     for (const std::size_t row : m_free) {
-        table.push_back({constantName(m_labels.model, row)});
+        table.push_back({models::parameter(m_labels.model, row).name()});
         for (const std::size_t column : m_free)
             table.back().push_back(correlationText(row, column));
     }

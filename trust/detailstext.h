@@ -3,14 +3,14 @@
 #include "trust/fitdetails.h"
 #include "trust/texttable.h"
 
-#include "app/modeltables.h"
+#include "models/catalogue.h"
 
 namespace trust
 {
 
 /// What the fit was made of.
 struct FitLabels {
-    app::Analysis analysis = app::Analysis::SternVolmer;
+    models::Analysis analysis = models::Analysis::SternVolmer;
     int model = 0;
     std::vector<double> conc; // of each point, M
 };

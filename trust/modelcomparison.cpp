@@ -1,7 +1,5 @@
 #include "trust/modelcomparison.h"
 
-#include "trust/constants.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -18,7 +16,8 @@ Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
         return Doubt::Undetermined;
     if (value < 0)
         return Doubt::Negative;
-    return isCollisional(compared.model, slot) && value > kDiffusionLimit ? Doubt::AboveDiffusionLimit : Doubt::None;
+    const bool isCollisional = models::parameter(compared.model, slot).isCollisional();
+    return isCollisional && value > kDiffusionLimit ? Doubt::AboveDiffusionLimit : Doubt::None;
 }
 
 std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgress& progress)
@@ -28,7 +27,7 @@ std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgr
     const SearchResult found = searchStart(task, progress);
     if (found.solutions.empty())
         return std::nullopt;
-    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
+    const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
     const Solution& best = found.solutions.front();
     const EngineStart start = engineStart(problem, options, task.free(), {best.values, best.sumOfSquares});
     FinishedFit finished{.options = options, .start = start.values, .values = best.values, .calculated = true};
@@ -66,11 +65,11 @@ std::vector<ComparedModel> compareModels(const RatioInput& input, const SearchPr
 {
     std::vector<ComparedModel> models;
     bool cancelled = false;
-    for (int model = 1; model <= app::kModelCount && !cancelled; ++model) {
+    for (int model = 1; model <= models::kModelCount && !cancelled; ++model) {
         RatioInput ofModel = input;
         ofModel.panel.Model = model;
         const auto overall = [&](double done) {
-            cancelled = progress && !progress((model - 1 + done) / app::kModelCount);
+            cancelled = progress && !progress((model - 1 + done) / models::kModelCount);
             return !cancelled;
         };
         if (auto result = compared(ofModel, overall))

@@ -7,16 +7,16 @@ namespace trust
 namespace
 {
 
-std::string app::PanelState::*textOf(app::PanelBox box)
+std::string app::PanelState::*textOf(models::Box box)
 {
     switch (box) {
-    case app::PanelBox::K:
+    case models::Box::K:
         return &app::PanelState::K;
-    case app::PanelBox::F:
+    case models::Box::F:
         return &app::PanelState::F;
-    case app::PanelBox::kq1:
+    case models::Box::kq1:
         return &app::PanelState::kq1;
-    case app::PanelBox::kq2:
+    case models::Box::kq2:
         break;
     }
     return &app::PanelState::kq2;
@@ -27,12 +27,12 @@ std::string app::PanelState::*textOf(app::PanelBox box)
 void typeStart(app::PanelState& panel, int model, const FreeSlots& free, const fit::Parameters& values)
 {
     for (const std::size_t slot : free)
-        panel.*textOf(app::modelRow(model).fitted()[slot - 1].box) = startText(values[slot]);
+        panel.*textOf(models::row(model).fitted()[slot - 1].box) = startText(values[slot]);
 }
 
 void restoreStart(app::PanelState& panel, int model, const app::PanelState& earlier)
 {
-    for (const app::ModelParameter& parameter : app::modelRow(model).fitted())
+    for (const models::Parameter& parameter : models::row(model).fitted())
         panel.*textOf(parameter.box) = earlier.*textOf(parameter.box);
 }
 

@@ -28,10 +28,10 @@ std::vector<double> RatioInput::observed() const
 
 Task RatioInput::task(fit::Problem& problem) const
 {
-    return {problem, panel.Model, app::startParameters(panel, app::Analysis::SternVolmer), kUncountedRatios};
+    return {problem, panel.Model, app::startParameters(panel, models::Analysis::SternVolmer), kUncountedRatios};
 }
 
-fit::Options engineOptions(const app::PanelState& panel, app::Analysis analysis, int logMode)
+fit::Options engineOptions(const app::PanelState& panel, models::Analysis analysis, int logMode)
 {
     const app::StartParameters typed = app::startParameters(panel, analysis);
     const app::PanelValues values = app::panelValues(panel);
@@ -43,7 +43,7 @@ fit::Options engineOptions(const app::PanelState& panel, app::Analysis analysis,
         options.aboveZero = typed.aboveZero;
     options.iterationLimit = values.iterationLimit;
     options.tolerance = values.tolerance;
-    options.unitStepForZero = analysis == app::Analysis::Decay;
+    options.unitStepForZero = analysis == models::Analysis::Decay;
     return options;
 }
 

@@ -26,6 +26,6 @@ struct RatioInput {
 inline constexpr int kUncountedRatios = 1;
 
 /// As an analysis sets the engine for the panel's model.
-fit::Options engineOptions(const app::PanelState& panel, app::Analysis analysis, int logMode);
+fit::Options engineOptions(const app::PanelState& panel, models::Analysis analysis, int logMode);
 
 } // namespace trust

@@ -1,6 +1,5 @@
 #include "trust/startstext.h"
 
-#include "trust/constants.h"
 #include "trust/texttable.h"
 #include "trust/verdict.h"
 
@@ -35,10 +34,10 @@ std::string endText(const FoundStart& found, int logMode)
 std::string valuesText(int model, const fit::Parameters& values)
 {
     std::string text;
-    for (std::size_t slot = 1; slot <= app::modelRow(model).fitted().size(); ++slot) {
-        const std::string unit = constantUnit(model, slot);
-        text += (slot > 1 ? ", " : "") + constantName(model, slot) + " = " + figure(values[slot]) +
-                (unit.empty() ? "" : " ") + unit;
+    for (std::size_t slot = 1; slot <= models::row(model).fitted().size(); ++slot) {
+        const models::Parameter& parameter = models::parameter(model, slot);
+        text += (slot > 1 ? ", " : "") + parameter.name() + " = " + figure(values[slot]) +
+                (parameter.unit.empty() ? "" : " ") + std::string(parameter.unit);
     }
     return text;
 }
@@ -55,7 +54,7 @@ std::string foundText(const FoundStarts& found, std::size_t chosen)
     if (!start.solution.undetermined.empty()) {
         std::vector<std::string> names;
         for (const std::size_t slot : start.solution.undetermined)
-            names.push_back(constantName(found.model, slot));
+            names.push_back(models::parameter(found.model, slot).name());
         text += "But " + verdictText(Verdict::Undetermined, names) + ": other values fit equally well.\n\n";
     }
     return text + endText(start, found.logMode);

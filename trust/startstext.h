@@ -23,7 +23,7 @@ struct FoundStarts {
     std::vector<FoundStart> starts; // best first
 };
 
-/// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1 s-1": the constants of a model, in fitting order.
+/// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1s-1": the constants of a model, in fitting order.
 std::string valuesText(int model, const fit::Parameters& values);
 
 /// In words. chosen: the start whose values are in the boxes.

@@ -10,8 +10,8 @@ Ranges sensibleRanges(int model)
 {
     Ranges ranges = kAnySizes;
     std::size_t slot = 0;
-    for (const app::ModelParameter& parameter : app::modelRow(model).fitted())
-        ranges[++slot] = sensibleRange(parameter.box);
+    for (const models::Parameter& parameter : models::row(model).fitted())
+        ranges[++slot] = {parameter.usual.low, parameter.usual.high};
     return ranges;
 }
 

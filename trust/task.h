@@ -17,24 +17,10 @@ struct Task {
     int countedPoints() const { return problem.pointCount() - uncountedPoints; }
 };
 
-/// Sizes that the constants of quenching experiments have, where searches start; a search may leave them by a factor
-/// of kLeave. Rate constants through a complex are s^-1, collisional ones M^-1 s^-1.
-constexpr Range sensibleRange(app::PanelBox box)
-{
-    switch (box) {
-    case app::PanelBox::K:
-        return {1e-2, 1e6}; // M^-1
-    case app::PanelBox::F:
-        return {1e-3, 1e3};
-    case app::PanelBox::kq1:
-    case app::PanelBox::kq2:
-        return {1e5, 1e13};
-    }
-    return {};
-}
+/// A search may leave the sizes that the parameters of a model usually have by this factor.
 inline constexpr double kLeave = 1000;
 
-/// The sensible ranges of a model's parameters, by slot.
+/// The usual sizes of a model's parameters, by slot.
 Ranges sensibleRanges(int model);
 
 /// Goes from low (share 0) to high (share 1) in even factors.

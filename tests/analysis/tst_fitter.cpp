@@ -168,14 +168,14 @@ void TestFitter::storesWhatTheModelHas()
     fitter.setStatus(3);
     fitter.getResults();
     for (const auto& [analysis, method] :
-         {std::pair{app::Analysis::SternVolmer, "SV"}, {app::Analysis::Decay, "Decay"}}) {
+         {std::pair{models::Analysis::SternVolmer, "SV"}, {models::Analysis::Decay, "Decay"}}) {
         const app::ResultRecord result = analysis::resultOf(fitter, analysis, model, 0.82).value();
         QVERIFY(std::abs(result.R - expected.R) < kFewUlps);
         expected.R = result.R;
         expected.Method = method;
         QVERIFY(result == expected);
     }
-    QCOMPARE(analysis::resultOf(fitter, app::Analysis::SternVolmer, model, 1e200).has_value(), expected.R == 0);
+    QCOMPARE(analysis::resultOf(fitter, models::Analysis::SternVolmer, model, 1e200).has_value(), expected.R == 0);
 }
 
 void TestFitter::asksForNormalisedDataFirst()

@@ -285,7 +285,7 @@ void TestFaults::arithmeticFaultsLoseNothing_data()
         for (const char* box : {"txtTolerance", "txtIteration", "txtConcProbe"})
             addBoxes(command, 4, 1, "1e400", {box});
     addBoxes("mnuSternVolmerAnalysis", 8, 1, "1e400", {"txtConcProbe"});
-    for (int model = 1; model <= app::kModelCount; ++model) {
+    for (int model = 1; model <= models::kModelCount; ++model) {
         add("mnuSternVolmerAnalysis", model, 0, "0");
         if (model == 6 || model == 8 || model == 10) // the only laws with an exponential below the line
             for (const char* command : {"mnuSternVolmerAnalysis", "mnuCalcSternVolmer"})
@@ -295,7 +295,7 @@ void TestFaults::arithmeticFaultsLoseNothing_data()
         for (const int logMode : {0, 1}) {
             for (const char* command : {"mnuSternVolmerAnalysis", "mnuCalcSternVolmer"})
                 add(command, model, logMode, "1e400");
-            if (app::modelRow(model).hasDecayLaw)
+            if (models::row(model).hasDecayLaw())
                 for (const char* command : {"mnuDecayCurveAnalysis", "mnuCalcDecayCurve"})
                     add(command, model, logMode, "1e400");
         }

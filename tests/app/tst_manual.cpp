@@ -1,4 +1,5 @@
-#include "app/modelguide.h"
+#include "app/boxguides.h"
+#include "models/guide.h"
 #include "tests/support/application.h"
 #include "tests/support/manual.h"
 #include "ui/clipboard.h"
@@ -188,16 +189,16 @@ void TestManual::examplesComeOutAsPrinted()
 void TestManual::explainsEveryModelAndParameter()
 {
     const auto printed = [this](std::string_view text) { return m_manual.plainText.contains(fromUtf8(text)); };
-    for (int model = 1; model <= app::kModelCount; ++model) {
-        const app::ModelGuide& guide = app::kModelGuides[static_cast<std::size_t>(model)];
-        for (const std::string_view text : {guide.name, guide.ratioLaw, guide.decayLaw})
+    for (int model = 1; model <= models::kModelCount; ++model) {
+        const models::Model& row = models::row(model);
+        for (const std::string_view text : {row.name, row.ratio.formula, row.decay.formula})
             QVERIFY2(printed(text), qPrintable(fromUtf8(text)));
+        for (const models::Parameter& parameter : row.fitted()) {
+            const std::string text = models::guideText(parameter.meaning, parameter.unit);
+            QVERIFY2(printed(text), text.c_str());
+        }
     }
-    for (const app::ParameterUse& use : app::kParameterUses)
-        for (const std::string_view text : {use.guide.meaning, use.guide.unit})
-            QVERIFY2(printed(text), qPrintable(fromUtf8(text)));
-    for (const app::ParameterGuide& guide :
-         {app::kRadiusGuide, app::kProbeGuide, app::kToleranceGuide, app::kIterationGuide})
+    for (const app::BoxGuide& guide : {app::kRadiusGuide, app::kProbeGuide, app::kToleranceGuide, app::kIterationGuide})
         QVERIFY2(printed(guide.meaning), qPrintable(fromUtf8(guide.meaning)));
 }
 

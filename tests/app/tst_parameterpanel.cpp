@@ -73,7 +73,7 @@ void TestParameterPanel::explainsModelsAndParameters()
     QVERIFY(option("opnModel9").toolTip().contains("Φ0/Φ = exp(K·Q/D)\nno decay law"));
     QVERIFY(option("opnModel9").accessibleDescription().startsWith("Multi-step Quenching\nModel 9"));
     option("opnModel4").click();
-    QVERIFY(box("txtkq1").toolTip().endsWith("[s⁻¹]"));
+    QVERIFY(box("txtkq1").toolTip().endsWith("[s-1]"));
     QVERIFY(box("txtkq2").toolTip().contains("not a parameter of Model 4"));
     for (const auto* edit : m_panel->findChildren<QLineEdit*>())
         QVERIFY2(!edit->toolTip().isEmpty(), qPrintable(edit->objectName()));

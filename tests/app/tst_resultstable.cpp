@@ -16,7 +16,7 @@ using app::ResultRecord;
 namespace
 {
 
-constexpr auto kRatios = app::Analysis::SternVolmer;
+constexpr auto kRatios = models::Analysis::SternVolmer;
 
 ResultRecord fitted(int model, double scale = 1)
 {
@@ -57,7 +57,10 @@ private:
         m_table->SelectResultCell(row, column);
         m_table->findChild<QPushButton*>(button)->click();
     }
-    void store(const ResultRecord& result) { m_table->storeResult(result, app::reportedMask(result.Model, kRatios)); }
+    void store(const ResultRecord& result)
+    {
+        m_table->storeResult(result, models::reportedMask(result.Model, kRatios));
+    }
     QString row(int row) const
     {
         QStringList texts;
@@ -90,10 +93,10 @@ void TestResultsTable::keepsTheRowsBelowACursorSetBack()
 {
     app::ResultStore& store = m_shared->results;
     store.ResultCursor = 7;
-    store.store(fitted(2), app::KorF);
+    store.store(fitted(2), models::KorF);
     QCOMPARE(store.ResultRowEnd, 8);
     store.ResultCursor = 2;
-    store.store(fitted(2), app::KorF);
+    store.store(fitted(2), models::KorF);
     QCOMPARE(store.ResultCursor, 3);
     QCOMPARE(store.ResultRowEnd, 8);
 }

@@ -31,7 +31,7 @@ struct Desk : support::Application {
         shared.settings.LogMode = 0;
         shared.settings.AssessmentMode = 0;
         program.MainWindow.results().storeResult({.Method = "SV", .Model = 1, .Kq2 = 1e7, .R2 = .5, .Error = "OK"},
-                                                 app::Kq2);
+                                                 models::Kq2);
     }
 };
 

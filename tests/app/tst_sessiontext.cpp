@@ -79,7 +79,8 @@ void TestSessionText::hostileTextsComeBack()
     session.panel.K = "=\ta = b ";
     session.panel.fitRegion = "0\0x\u2028\x01"s;
     session.cells = {{"Vorlo File", "Table", "\"quoted\"", " kq1=1 ", "\0"s, "ﾃﾞｰﾀ 🧪"}};
-    session.results.store({.Method = "Table", .Model = -3, .KorF = -1, .Error = "kq1=?", .R = 0, .Se = 0}, app::KorF);
+    session.results.store({.Method = "Table", .Model = -3, .KorF = -1, .Error = "kq1=?", .R = 0, .Se = 0},
+                          models::KorF);
     const Session back = readSession(writeSession(session), emptySession(10, 21)).value();
     QVERIFY(back.panel == session.panel);
     QVERIFY(back.cells == session.cells);
@@ -152,7 +153,7 @@ void TestSessionText::absentLinesLeaveCellsAndRecords()
 {
     Session before = emptySession(4, 4);
     before.cells = {{"1", "2", "3"}, {"4", "5", "6"}, {"7", "8", "9"}};
-    before.results.store({.Method = "SV", .Model = 1, .Error = "OK"}, app::Kq2);
+    before.results.store({.Method = "SV", .Model = 1, .Error = "OK"}, models::Kq2);
     const Session session = readOver("Table\nnew\n\nx\ty\tz\n\nDecay\n\r\rSV\t2\t3\n", before);
     QVERIFY(
         (session.cells == std::vector<std::vector<std::string>>{{"new", "2", "3"}, {"", "5", "6"}, {"x", "y", "z"}}));

@@ -100,7 +100,7 @@ void TestStartup::aDroppedFileOpensWhereverItFalls()
         QVERIFY2(drop(*control, {session}), qPrintable(control->objectName()));
         QTRY_COMPARE(vorlo.control<QLineEdit>("txtK").text(), QString("7"));
     }
-    vorlo.program.MainWindow.results().storeResult({.Method = "SV", .Model = 1, .Error = "OK"}, app::Kq2);
+    vorlo.program.MainWindow.results().storeResult({.Method = "SV", .Model = 1, .Error = "OK"}, models::Kq2);
     QVERIFY(drop(vorlo.program.MainWindow, {QUrl::fromLocalFile(QCoreApplication::applicationFilePath())}));
     QTRY_COMPARE(vorlo.prompter.shown, QStringList("This file type is not recognized."));
     QCOMPARE(vorlo.result(1, 0), "SV"); // a file dropped by mistake loses nothing

@@ -75,7 +75,7 @@ void decayPass(benchmark::State& state, int number)
 {
     const bench::DecayJob& job = bench::decayJob(number);
     decay::DecayProblem problem(job.samples, job.model, 0, kProbe);
-    problem.setEvaluation(decay::Evaluation::Fast);
+    problem.setEvaluation(models::Evaluation::Fast);
     pass(state, problem, job.start);
 }
 
@@ -108,10 +108,10 @@ void floorOfDecayPass(benchmark::State& state, int number)
     std::vector<double> exponents, squares;
     for (std::size_t s = 2; s <= static_cast<std::size_t>(job.samples.SampleCount); ++s) {
         const double Q = job.samples.SampleData[s].Conc;
-        const auto populations = decay::populationsOf(job.model, Q, kProbe, job.start);
+        const auto populations = models::populationsOf(job.model, {Q, kProbe, job.start});
         for (std::size_t i = 0; i < 50; ++i) {
             for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.NComp); ++k)
-                for (const decay::Population& population : populations.members)
+                for (const models::Population& population : populations.members)
                     exponents.push_back(-(reference.Rate[k] + population.addedRate) * reference.T[i]);
             if (job.model == 2)
                 squares.push_back(1 + 4 * job.start[1] * Q);

@@ -128,7 +128,7 @@ void TestCurveEvaluator::agreesWithTheFormulas()
             for (double kq : {1e5, 1e7, 1e9}) {
                 const fit::Parameters a = engineParameters(parametersOf(model, K, kq, 10 * kq));
                 DecayProblem written(table, model, 0, support::kProbe), fast = written;
-                fast.setEvaluation(Evaluation::Fast);
+                fast.setEvaluation(models::Evaluation::Fast);
                 written.CalcFity(a);
                 fast.CalcFity(a);
                 for (std::size_t s = 1; s <= support::kWideRange.size(); ++s)
@@ -270,7 +270,7 @@ void TestCurveEvaluator::staysFiniteWhereTheFormulasDo()
          {std::pair{1, fit::Parameters{0, -0.999e9}}, std::pair{8, fit::Parameters{0, 1, -0.999e9}},
           std::pair{11, fit::Parameters{0, 1e-6, -0.999e9}}}) {
         DecayProblem problem(table, model, 0, support::kProbe);
-        problem.setEvaluation(Evaluation::Fast);
+        problem.setEvaluation(models::Evaluation::Fast);
         literal::DecayProblem formulas(table, model, 0, support::kProbe);
         for (int point = 1; point <= problem.pointCount(); ++point)
             QVERIFY(std::abs(problem.residual(point, a) - formulas.residual(point, a)) < 1e-10);

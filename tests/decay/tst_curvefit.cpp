@@ -43,7 +43,7 @@ struct Job {
 
 Job jobOf(const support::TypedSheet& sheet, int FitRegionMode, const app::PanelState& panel)
 {
-    const app::StartParameters start = app::startParameters(panel, app::Analysis::Decay);
+    const app::StartParameters start = app::startParameters(panel, models::Analysis::Decay);
     return {.samples = support::tableFrom(sheet, FitRegionMode),
             .model = panel.Model,
             .options = {.parameterCount = start.count,

@@ -15,7 +15,7 @@ constexpr int kSamples = 8; // a search over more takes so long that few inputs 
 app::PanelState takePanel(fuzz::Input& input)
 {
     app::PanelState panel;
-    panel.Model = 1 + input.takeUpTo(app::kModelCount - 1);
+    panel.Model = 1 + input.takeUpTo(models::kModelCount - 1);
     panel.FixKq2 = input.takeUpTo(1);
     panel.FixF = input.takeUpTo(1);
     panel.iteration = std::to_string(input.takeUpTo(200));
@@ -74,7 +74,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const trust::Task task = input.task(problem);
     const trust::SearchResult found = checkSearch(task);
 
-    trust::FinishedFit fit{.options = trust::engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode)};
+    trust::FinishedFit fit{.options = trust::engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode)};
     fit.start = found.solutions.empty() ? task.typed.values : found.solutions.front().values;
     const trust::EngineRun run = trust::runEngine(problem, fit.options, fit.start);
     fit.values = run.values;

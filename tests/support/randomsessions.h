@@ -82,7 +82,7 @@ private:
     {
         const std::string concentration = typed(Q, 3);
         decay::MultiExponential decay =
-            asTyped(decay::quenchedDecay(s.trueModel, std::stod(concentration), reference, 5e-5, trueValues(s)));
+            asTyped(decay::quenchedDecay(s.trueModel, {std::stod(concentration), 5e-5, trueValues(s)}, reference));
         if (decay.empty()) // two sites cannot have three components
             decay = {{1, reference.Rate[1]}};
         if (decay.size() > 1 && whole(0, 4) == 0)
@@ -111,11 +111,11 @@ private:
     {
         fit::Parameters values{};
         std::size_t slot = 0;
-        for (const app::ModelParameter& parameter : app::modelRow(s.trueModel).fitted())
-            values[++slot] = parameter.box == app::PanelBox::K     ? s.K
-                             : parameter.box == app::PanelBox::F   ? s.F
-                             : parameter.box == app::PanelBox::kq1 ? s.kq1
-                                                                   : s.kq2;
+        for (const models::Parameter& parameter : models::row(s.trueModel).fitted())
+            values[++slot] = parameter.box == models::Box::K     ? s.K
+                             : parameter.box == models::Box::F   ? s.F
+                             : parameter.box == models::Box::kq1 ? s.kq1
+                                                                 : s.kq2;
         return values;
     }
 

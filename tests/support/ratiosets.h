@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sternvolmer/models.h"
+#include "models/catalogue.h"
 #include "tests/support/publishedratios.h"
 #include "trust/ratiotask.h"
 
@@ -57,19 +57,18 @@ inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, do
     const double kq1 = model == 10 || model == 11 ? between(0.05, 0.8) / (tau0 * K * Xmax) : between(0.2, 50) / tau0;
     SimulatedRatios simulated;
     std::size_t slot = 0;
-    for (const app::ModelParameter& parameter : app::modelRow(model).fitted()) {
-        const bool secondSite = model == 12 && parameter.box == app::PanelBox::kq2;
-        const bool firstSite = model >= 12 && parameter.box == app::PanelBox::kq1;
-        const double rate = secondSite ? kq22 : firstSite || parameter.box == app::PanelBox::kq2 ? kq2 : kq1;
-        const double constant = parameter.box == app::PanelBox::K ? K : parameter.box == app::PanelBox::F ? F : rate;
+    for (const models::Parameter& parameter : models::row(model).fitted()) {
+        const bool secondSite = model == 12 && parameter.box == models::Box::kq2;
+        const bool firstSite = model >= 12 && parameter.box == models::Box::kq1;
+        const double rate = secondSite ? kq22 : firstSite || parameter.box == models::Box::kq2 ? kq2 : kq1;
+        const double constant = parameter.box == models::Box::K ? K : parameter.box == models::Box::F ? F : rate;
         simulated.constants[++slot] = constant;
     }
     std::normal_distribution<double> error(0, noise);
     std::vector<double> conc, ratio;
-    const fit::Parameters& p = simulated.constants;
     for (int i = 0; i < samples; ++i) {
         conc.push_back(Xmax * i / (samples - 1));
-        const double exact = sternvolmer::ratio(model, conc.back(), tau0, 50e-6, p[1], p[2], p[3]);
+        const double exact = models::ratio(model, conc.back(), {tau0, 50e-6, simulated.constants});
         ratio.push_back(i == 0 ? 1 : exact * (1 + error(generator)));
     }
     simulated.input = ratioInput(model, conc, ratio, tau0);

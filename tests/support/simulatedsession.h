@@ -1,6 +1,6 @@
 #pragma once
 
-#include "decay/models.h"
+#include "decay/quencheddecay.h"
 #include "fit/numbertext.h"
 #include "tests/support/typedsheet.h"
 
@@ -32,7 +32,7 @@ inline TypedSheet simulatedSession(int model, const decay::Reference& reference,
     const auto typed = [](double value) { return fit::formatNumber(value, "0.0000e+00"); };
     TypedSheet sheet;
     for (double Q : concentrations) {
-        const decay::MultiExponential decay = asTyped(decay::quenchedDecay(model, Q, reference, Cp, p));
+        const decay::MultiExponential decay = asTyped(decay::quenchedDecay(model, {Q, Cp, p}, reference));
         std::vector<std::string> column{typed(Q), std::to_string(decay.size())};
         for (const decay::Exponential& term : decay) {
             column.push_back(typed(term.amplitude));

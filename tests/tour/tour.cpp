@@ -33,9 +33,9 @@ constexpr Sample kAcridoneIodide[] = {
     {"0", "17.6", "16580"}, {"0.04", "3.9", "3753"}, {"0.1", "1.8", "1566"}, {"0.2", "0.95", "721"},
     {"0.3", "0.64", "446"}, {"0.5", "0.39", "242"},  {"0.8", "0.25", "121"},
 };
-constexpr const char* kPublished = "Published for these data: K 1.19 M-1 and kq2 4.94e9 M-1 s-1.";
+constexpr const char* kPublished = "Published for these data: K 1.19 M-1 and kq2 4.94e9 M-1s-1.";
 // Slope of tau0/tau against the quencher by linear least squares, 87.3 M-1, divided by tau0 = 17.6 ns.
-constexpr const char* kFromLifetimes = "A straight line through tau0/tau of these lifetimes gives kq2 4.96e9 M-1 s-1.";
+constexpr const char* kFromLifetimes = "A straight line through tau0/tau of these lifetimes gives kq2 4.96e9 M-1s-1.";
 
 // Starting values: a collision in water is about this fast, and a bend this slight means a weak complex. (A start of
 // exactly 1 is none in log mode: its logarithm is 0, of which the engine can take no fraction as a step.)
@@ -117,7 +117,7 @@ struct Tour {
         say("Typing seven samples of acridone quenched by iodide.");
         tour::goTo(window);
         typeSamples(window);
-        say("Model 3 (dynamic quenching and a weak complex), starting from K 2 M-1 and kq2 5e9 M-1 s-1;\n"
+        say("Model 3 (dynamic quenching and a weak complex), starting from K 2 M-1 and kq2 5e9 M-1s-1;\n"
             "the rest as the program starts: probe 50e-6 M, tolerance 0.0001, 100 iterations, log mode.");
         chooseModel(window, 3);
         tour::retype(tour::find<QLineEdit>(window, "txtK"), kStartK);
@@ -139,7 +139,7 @@ struct Tour {
     void decayCurves()
     {
         app::frmVorloMain& window = program.MainWindow;
-        say("Normalization, then Model 1 (dynamic quenching) on all decay curves, starting from kq2 5e9 M-1 s-1.");
+        say("Normalization, then Model 1 (dynamic quenching) on all decay curves, starting from kq2 5e9 M-1s-1.");
         tour::chooseItem(window, "mnuNormalization");
         picture(program.OutputTable1, "observed-decays.png");
         chooseModel(window, 1);

@@ -17,7 +17,7 @@ constexpr double kHandCalculation = 1e-9;
 FinishedFit ended(const RatioInput& input, const fit::Parameters& start)
 {
     sternvolmer::RatioProblem problem = input.problem();
-    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
+    const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
     const EngineRun run = runEngine(problem, options, start);
     return {.options = options, .start = start, .values = run.values, .iterations = run.outcome.iterations};
 }
@@ -32,7 +32,7 @@ FitDetails detailsAtOptimum(const RatioInput& input, const fit::Parameters& star
 {
     sternvolmer::RatioProblem problem = input.problem();
     FinishedFit finished;
-    finished.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0);
+    finished.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0);
     const FreeSlots free = freeSlots(finished.options.parameterCount, finished.options.fix);
     finished.start = finished.values = descend(problem, start, free).values;
     return detailsOf(input, finished);
@@ -100,7 +100,7 @@ void TestFitDetails::agreesWithPublishedErrors()
 void TestFitDetails::givesTheFiguresOfALine()
 {
     const RatioInput input = support::ratioInput(1, {0, 1, 2, 3}, {1, 2.1, 2.9, 4.2}, 1);
-    FinishedFit finished{.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0), .calculated = true};
+    FinishedFit finished{.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0), .calculated = true};
     finished.start = finished.values = {0, 1.05, 0, 0};
     const FitDetails details = detailsOf(input, finished);
     const auto near = [](double value, double expected) { return std::abs(value - expected) < kHandCalculation; };
@@ -109,7 +109,7 @@ void TestFitDetails::givesTheFiguresOfALine()
     QVERIFY(near(details.rootMeanSquareError, std::sqrt(0.045 / 2)));
     QVERIFY(near(details.R2, 1 - 0.045 / (1.55 * 1.55 + 0.45 * 0.45 + 0.35 * 0.35 + 1.65 * 1.65)));
     QVERIFY(!details.AICc.has_value()); // three points, one constant and the variance
-    const FitLabels labels{app::Analysis::SternVolmer, 1, {}};
+    const FitLabels labels{models::Analysis::SternVolmer, 1, {}};
     const TextTable figures = detailsText(details, labels).figures;
     QCOMPARE(figures[7][1], std::string("3 (2 points above, 1 below)"));
     QCOMPARE(figures[8][1], std::string("100.0 %"));
@@ -146,12 +146,13 @@ void TestFitDetails::judgesACalculation()
         {line, {0, 1 + 6e-7}, Verdict::NotAMinimum}};
     for (const auto& [input, values, verdict] : cases) {
         const FitDetails details =
-            detailsOf(input, {.options = engineOptions(input.panel, app::Analysis::SternVolmer, 0),
+            detailsOf(input, {.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0),
                               .start = values,
                               .values = values,
                               .calculated = true});
         QVERIFY(details.verdict == verdict);
-        const std::string remarks = detailsText(details, {app::Analysis::SternVolmer, input.panel.Model, {}}).remarks;
+        const std::string remarks =
+            detailsText(details, {models::Analysis::SternVolmer, input.panel.Model, {}}).remarks;
         QCOMPARE(remarks.find("rough guide") != std::string::npos, verdict == Verdict::NotAMinimum);
     }
 }
@@ -161,7 +162,7 @@ void TestFitDetails::namesWhatTheDataDoNotDetermine()
     const RatioInput input = support::simulatedRatios(11, 1, 8, 0.01).input;
     const FitDetails details = detailsAtOptimum(input, {0, 100, 1e6, 0});
     QVERIFY(details.verdict == Verdict::Undetermined);
-    const DetailsText text = detailsText(details, {app::Analysis::SternVolmer, 11, {}});
+    const DetailsText text = detailsText(details, {models::Analysis::SternVolmer, 11, {}});
     QCOMPARE(text.constants[1], (std::vector<std::string>{"K /M-1", text.constants[1][1], "not determined", "", ""}));
     QCOMPARE(text.correlations[1], (std::vector<std::string>{"K", "-", "-"}));
     QCOMPARE(verdictText(details.verdict, std::vector<std::string>{"K", "kq1"}),
@@ -208,12 +209,10 @@ void TestFitDetails::intervalsCoverTheTruth()
     constexpr int kSets = 1000; // the share then has a standard deviation of 0.7 percent
     const std::vector<double> conc{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5};
     constexpr double kTau0 = 20e-9;
-    const auto exact = [&](double x) {
-        return sternvolmer::ratio(model, x, kTau0, 50e-6, constants[1], constants[2], constants[3]);
-    };
+    const auto exact = [&](double x) { return models::ratio(model, x, {kTau0, 50e-6, constants}); };
     std::mt19937 generator(static_cast<unsigned>(model));
     std::normal_distribution<double> noise(0, 0.01 * exact(conc.back()));
-    const auto count = static_cast<std::size_t>(app::modelRow(model).parameterCount);
+    const auto count = static_cast<std::size_t>(models::row(model).parameterCount());
     fit::Parameters covered{};
     for (int set = 0; set < kSets; ++set) {
         std::vector<double> ratio{1};

@@ -24,7 +24,7 @@ SearchResult searched(const RatioInput& input)
 EngineStart startFor(const RatioInput& input, const Solution& solution)
 {
     sternvolmer::RatioProblem problem = input.problem();
-    const fit::Options options = engineOptions(input.panel, app::Analysis::SternVolmer, input.logMode);
+    const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
     return engineStart(problem, options, freeSlots(options.parameterCount, options.fix),
                        {solution.values, solution.sumOfSquares});
 }
@@ -65,7 +65,7 @@ void TestStartSearch::findsPublishedOptima()
 void TestStartSearch::leadsTheEngineToTheOptimum_data()
 {
     QTest::addColumn<int>("model");
-    for (int model = 1; model <= app::kModelCount; ++model)
+    for (int model = 1; model <= models::kModelCount; ++model)
         QTest::addRow("%d", model) << model;
 }
 
@@ -84,7 +84,7 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
         const SearchResult found = searched(simulated.input);
         QVERIFY(!found.solutions.empty());
         const Solution& best = found.solutions.front();
-        const FreeSlots free = freeSlots(app::modelRow(model).parameterCount, {});
+        const FreeSlots free = freeSlots(models::row(model).parameterCount(), {});
         const double lowest = descend(problem, simulated.constants, free).sumOfSquares;
         missed += best.sumOfSquares > lowest * (1 + kEquallyGood) ? 1 : 0;
         for (int logMode : {0, 1}) {

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "decay/sampletable.h"
 #include "fit/gaussnewton.h"
 
 #include <vector>
 
 /// Decay laws of a quenched probe. Every law divides the excited probes into populations that quenching speeds up by
 /// different amounts, so a quenched decay is again a sum of exponentials, whatever the model.
-namespace decay
+namespace models
 {
 
 /// Some of the excited probes: their weight, and what quenching adds to each of their decay rates, s^-1.
@@ -27,9 +26,6 @@ enum class Evaluation {
     AsWritten, // to the last bit as its formula is written
     Fast,      // several times faster; the last digits differ
 };
-/// Largest difference between an intensity of the fast evaluation and that of the formula, relative to the intensity,
-/// or to exp(-50) where it is smaller: some hundreds of roundings of products of exponentials.
-inline constexpr double kFastRounding = 1e-13;
 
 // In all laws: Q total quencher, M. K association constant, M^-1. Cp total probe, M. kq1 rate constant through the
 // complex, s^-1. kq2 collisional rate constant, M^-1 s^-1. Without quencher every law leaves the decay as it is.
@@ -84,52 +80,14 @@ enum class Composition {
     PoissonSeries, // likewise; from the second population on added rates are 1, 2, 3, ... times that of the second
     Sites,         // population i has component i, or the only one, and its weight stands for the amplitude
 };
-Composition compositionOf(int model);
 
-/// The populations of a model 1..15 at quencher concentration Q, with real parameter values in slots 1..3 in the
-/// model's fitting order; none without a decay law. 14 and 15 are 12 and 13 with sites that share all components.
-Populations populationsOf(int model, double Q, double Cp, const fit::Parameters& p,
-                          Evaluation evaluation = Evaluation::AsWritten);
-
-/// The decay without quencher: components as in SampleRecord.
-struct Reference {
-    int components = 0;
-    Components A{};
-    Components Rate{}; // s^-1
+/// What a decay law depends on.
+struct DecayArguments {
+    double Q = 0;        // total quencher, M
+    double Cp = 0;       // total probe, M
+    fit::Parameters p{}; // real values in fitting order, slots 1..3
+    Evaluation evaluation = Evaluation::AsWritten;
 };
-Reference referenceOf(const SampleRecord& record);
+using DecayLaw = Populations (*)(const DecayArguments& arguments);
 
-struct Exponential {
-    double amplitude = 0;
-    double rate = 0; // s^-1
-};
-using MultiExponential = std::vector<Exponential>;
-
-/// Intensity at time t, s.
-double intensityAt(const MultiExponential& decay, double t);
-
-/// factor * (sum of exponentials): what a law's formula has in one pair of brackets.
-struct Bracket {
-    double factor = 1;
-    MultiExponential sum;
-};
-using Brackets = std::vector<Bracket>;
-
-/// The decay of a model's populations as its formula has it. Multiplied out it would be the same but for the last
-/// digits. Empty (0 at all times) without a decay law and for separate sites with three components, which two sites
-/// cannot tell apart.
-Brackets bracketsOf(Composition composition, const Populations& populations, const Reference& reference);
-/// The same of a model's law; arguments as for populationsOf.
-Brackets bracketsOf(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
-
-/// Intensity at time t, s: the sum of all brackets from the first to the last.
-double intensityAt(const Brackets& decay, double t);
-
-/// The reference decay as a model's law changes it at quencher concentration Q, multiplied out; arguments as for
-/// populationsOf.
-MultiExponential quenchedDecay(int model, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
-
-/// The law of a model at one time t, s, calculated as its formula is written.
-double intensity(int model, double t, double Q, const Reference& reference, double Cp, const fit::Parameters& p);
-
-} // namespace decay
+} // namespace models

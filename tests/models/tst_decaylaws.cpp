@@ -1,4 +1,4 @@
-#include "decay/models.h"
+#include "decay/quencheddecay.h"
 
 #include <QtTest>
 
@@ -28,10 +28,10 @@ double unquenched(const decay::Reference& reference, double t)
     return sum;
 }
 
-double sumOfShares(const decay::Populations& populations)
+double sumOfShares(const models::Populations& populations)
 {
     double sum = 0;
-    for (const decay::Population& population : populations.members)
+    for (const models::Population& population : populations.members)
         sum += population.weight / populations.total;
     return sum;
 }
@@ -39,7 +39,7 @@ double sumOfShares(const decay::Populations& populations)
 bool near(double a, double b, double tolerance = kFewUlps) { return std::abs(a - b) <= tolerance; }
 } // namespace
 
-class TestDecayModels : public QObject
+class TestDecayLaws : public QObject
 {
     Q_OBJECT
 private slots:
@@ -48,27 +48,28 @@ private slots:
     void endThePoissonSeriesForAnyMean();
 };
 
-void TestDecayModels::followTheirLimits()
+void TestDecayLaws::followTheirLimits()
 {
     const fit::Parameters p{0, 50, 1e7, 1e6};
     for (const decay::Reference& reference : {kOne, kTwo, kThree}) {
         for (int model : {1, 2, 3, 4, 6, 7, 8, 10, 11, 14, 15})
-            QVERIFY2(near(intensity(model, kTime, 0.0, reference, kProbe, p), unquenched(reference, kTime)),
+            QVERIFY2(near(intensity(model, kTime, {0.0, kProbe, p}, reference), unquenched(reference, kTime)),
                      qPrintable(QString::number(model)));
         for (int model : {1, 2, 3, 4, 6, 7, 8, 14, 15})
-            QVERIFY2(near(intensity(model, 0.0, 0.03, reference, kProbe, p), 1.0), qPrintable(QString::number(model)));
+            QVERIFY2(near(intensity(model, 0.0, {0.03, kProbe, p}, reference), 1.0),
+                     qPrintable(QString::number(model)));
     }
     for (int model : {12, 13}) {
-        QVERIFY(near(intensity(model, 0.0, 0.03, kTwo, kProbe, p), 1.0));
-        QCOMPARE(intensity(model, 0.0, 0.03, kThree, kProbe, p), 0.0); // two sites, three components: no law
+        QVERIFY(near(intensity(model, 0.0, {0.03, kProbe, p}, kTwo), 1.0));
+        QCOMPARE(intensity(model, 0.0, {0.03, kProbe, p}, kThree), 0.0); // two sites, three components: no law
     }
     for (int model : {-3, 0, 5, 9, 16})
-        QCOMPARE(intensity(model, kTime, 0.03, kTwo, kProbe, p), 0.0);
+        QCOMPARE(intensity(model, kTime, {0.03, kProbe, p}, kTwo), 0.0);
 }
 
 // Cumulative Poisson tables: the first term whose sum reaches 0.99 with collisions, 0.95 without. The first term with a
 // quencher is always there.
-void TestDecayModels::stopThePoissonSeriesAtItsShare()
+void TestDecayLaws::stopThePoissonSeriesAtItsShare()
 {
     constexpr struct {
         double mean;
@@ -77,8 +78,8 @@ void TestDecayModels::stopThePoissonSeriesAtItsShare()
                {0.5, 4, 3}, {1.0, 5, 4},   // 0.9098 0.9856 0.9982; 0.9197 0.9810 0.9963
                {2.0, 7, 6}, {10, 19, 16}}; // 0.9473 0.9834 0.9955; j = 15: 0.9513, j = 17: 0.9857, j = 18: 0.9928
     for (const auto& [mean, termsWithCollisions, terms] : kCases) {
-        const auto full = decay::poissonAndDynamicDecay(0.01, mean / 0.01, 1e7, 1e6);
-        const auto plain = decay::poissonDecay(0.01, mean / 0.01, 1e7);
+        const auto full = models::poissonAndDynamicDecay(0.01, mean / 0.01, 1e7, 1e6);
+        const auto plain = models::poissonDecay(0.01, mean / 0.01, 1e7);
         QCOMPARE(full.members.size(), termsWithCollisions);
         QCOMPARE(plain.members.size(), terms);
         QVERIFY(sumOfShares(full) >= 0.99 && sumOfShares(full) < 1 + kFewUlps);
@@ -90,15 +91,15 @@ void TestDecayModels::stopThePoissonSeriesAtItsShare()
 }
 
 // m^j reaches 1e200 after 200 / log10(m) terms at the latest, and the sum its cut-off before that for small means.
-void TestDecayModels::endThePoissonSeriesForAnyMean()
+void TestDecayLaws::endThePoissonSeriesForAnyMean()
 {
     constexpr std::size_t kLongest = 200;
     for (double mean : {1e-300, 1.0000001, 5.0, 15.0, 80.0, 1e3, 1e30, 1e250, -1e-9, -0.999, -1.01, -12.0, -15.0, -80.0,
                         -1e9, -1e250, kInfinity, -kInfinity, kNaN})
-        QVERIFY2(decay::poissonAndDynamicDecay(1.0, mean, 1e7, 1e6).members.size() <= kLongest,
+        QVERIFY2(models::poissonAndDynamicDecay(1.0, mean, 1e7, 1e6).members.size() <= kLongest,
                  qPrintable(QString::number(mean)));
-    QCOMPARE(decay::poissonDecay(1.0, 100.0, 1e7).members.size(), std::size_t{100}); // 100^100 is 1e200
+    QCOMPARE(models::poissonDecay(1.0, 100.0, 1e7).members.size(), std::size_t{100}); // 100^100 is 1e200
 }
 
-QTEST_APPLESS_MAIN(TestDecayModels)
-#include "tst_decaymodels.moc"
+QTEST_APPLESS_MAIN(TestDecayLaws)
+#include "tst_decaylaws.moc"

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace decay
+namespace models
 {
 
 /// Quencher left free by a 1:1 complex with the probe: the positive root of K q^2 + (1 + K Cp - K x) q - x = 0.
@@ -14,4 +14,4 @@ inline double FreeQuencher(double x, double K, double Cp)
     return (-b + std::sqrt(b * b + 4.0 * K * x)) / (2.0 * K);
 }
 
-} // namespace decay
+} // namespace models

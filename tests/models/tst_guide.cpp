@@ -1,7 +1,4 @@
-#include "app/modelguide.h"
-
-#include "decay/models.h"
-#include "sternvolmer/models.h"
+#include "decay/quencheddecay.h"
 #include "tests/support/formula.h"
 
 #include <QTest>
@@ -27,14 +24,14 @@ QString rightSide(std::string_view law) { return fromUtf8(law).section(" = ", 1)
 
 fit::Parameters parametersOf(int model)
 {
-    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
-    std::map<app::PanelBox, double> values{{app::PanelBox::K, kK},
-                                           {app::PanelBox::F, kF},
-                                           {app::PanelBox::kq1, twoSites ? kFirstSite : kKq1},
-                                           {app::PanelBox::kq2, twoSites ? kSecondSite : kKq2}};
+    const bool twoSites = models::row(model).uses(models::Box::F);
+    std::map<models::Box, double> values{{models::Box::K, kK},
+                                         {models::Box::F, kF},
+                                         {models::Box::kq1, twoSites ? kFirstSite : kKq1},
+                                         {models::Box::kq2, twoSites ? kSecondSite : kKq2}};
     fit::Parameters p{};
     std::size_t slot = 0;
-    for (const app::ModelParameter& parameter : app::modelRow(model).fitted())
+    for (const models::Parameter& parameter : models::row(model).fitted())
         p[++slot] = values[parameter.box];
     return p;
 }
@@ -42,7 +39,7 @@ fit::Parameters parametersOf(int model)
 /// The symbols as the guide explains them.
 support::Formula formulaFor(int model)
 {
-    const bool twoSites = app::modelRow(model).uses(app::PanelBox::F);
+    const bool twoSites = models::row(model).uses(models::Box::F);
     const double D = 1 + kK * kProbe;
     const double b = 1 + kK * kProbe - kK * kQuencher;
     const double m = kK * kQuencher;
@@ -72,7 +69,7 @@ bool near(double value, double expected, double tolerance) { return std::abs(val
 
 } // namespace
 
-class TestModelGuide : public QObject
+class TestGuide : public QObject
 {
     Q_OBJECT
 
@@ -81,29 +78,30 @@ private slots:
     void printsTheLawsThatAreFitted();
 };
 
-void TestModelGuide::printsTheLawsThatAreFitted_data()
+void TestGuide::printsTheLawsThatAreFitted_data()
 {
     QTest::addColumn<int>("model");
-    for (int model = 1; model <= app::kModelCount; ++model)
+    for (int model = 1; model <= models::kModelCount; ++model)
         QTest::addRow("model %d", model) << model;
 }
 
-void TestModelGuide::printsTheLawsThatAreFitted()
+void TestGuide::printsTheLawsThatAreFitted()
 {
     QFETCH(int, model);
-    const app::ModelGuide& guide = app::kModelGuides[static_cast<std::size_t>(model)];
+    const std::string_view formula = models::row(model).ratio.formula;
+    const std::string_view decayFormula = models::row(model).decay.formula;
     const fit::Parameters p = parametersOf(model);
-    support::Formula formula = formulaFor(model);
-    const double ratio = sternvolmer::ratio(model, kQuencher, kTau0, kProbe, p[1], p[2], p[3]);
-    QVERIFY2(near(formula(rightSide(guide.ratioLaw)), ratio, kFewUlps), qPrintable(fromUtf8(guide.ratioLaw)));
+    support::Formula value = formulaFor(model);
+    const double ratio = models::ratio(model, kQuencher, {kTau0, kProbe, p});
+    QVERIFY2(near(value(rightSide(formula)), ratio, kFewUlps), qPrintable(fromUtf8(formula)));
 
-    QCOMPARE(guide.decayLaw.empty(), !app::modelRow(model).hasDecayLaw);
-    if (guide.decayLaw.empty())
+    QCOMPARE(decayFormula.empty(), !models::row(model).hasDecayLaw());
+    if (decayFormula.empty())
         return;
-    const double intensity = decay::intensity(model, kTime, kQuencher, kReference, kProbe, p);
-    const double tolerance = guide.decayLaw.find("…") == std::string_view::npos ? kFewUlps : kRareNumbers;
-    QVERIFY2(near(formula(rightSide(guide.decayLaw)), intensity, tolerance), qPrintable(fromUtf8(guide.decayLaw)));
+    const double intensity = decay::intensity(model, kTime, {kQuencher, kProbe, p}, kReference);
+    const double tolerance = decayFormula.find("…") == std::string_view::npos ? kFewUlps : kRareNumbers;
+    QVERIFY2(near(value(rightSide(decayFormula)), intensity, tolerance), qPrintable(fromUtf8(decayFormula)));
 }
 
-QTEST_APPLESS_MAIN(TestModelGuide)
-#include "tst_modelguide.moc"
+QTEST_APPLESS_MAIN(TestGuide)
+#include "tst_guide.moc"

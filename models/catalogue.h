@@ -1,0 +1,133 @@
+#pragma once
+
+#include "models/decaylaws.h"
+#include "models/ratiolaws.h"
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// What the program knows about the models: one row of the catalogue for each. Everything else asks the row.
+namespace models
+{
+
+inline constexpr int kModelCount = 13;
+
+enum class Analysis { SternVolmer, Decay };
+
+/// Quantities that a result carries; a mask is a sum of these bits.
+enum Reported : int { KorF = 1, Kq1 = 2, Kq2 = 4, Kq22 = 8, Radius = 16 };
+
+/// The box into which the start value of a parameter is typed.
+enum class Box { K, F, kq1, kq2 };
+
+// Units as captions spell them.
+inline constexpr std::string_view kPerMolar = "M-1";
+inline constexpr std::string_view kPerSecond = "s-1";
+inline constexpr std::string_view kPerMolarSecond = "M-1s-1";
+
+/// Sizes between which a parameter lies in quenching experiments, in its unit.
+struct Sizes {
+    double low = 0;
+    double high = 0;
+};
+
+/// One fitted parameter of a model.
+struct Parameter {
+    Box box = Box::K;
+    std::string_view label;     // "kq2 :", as reports print it; empty: no parameter
+    Reported reported = KorF;   // under which name the result carries it
+    std::string_view unit;      // empty: a plain number
+    std::string_view meaning;   // in words
+    Sizes usual;                // where searches start
+    bool fixableInDecay = true; // its "Fix" check box also holds for decay curves
+    bool restored = true;       // "Restore" copies it back into the box
+
+    /// "kq2"
+    std::string name() const { return std::string(label.substr(0, label.find(' '))); }
+    /// "kq2 /M-1s-1"; the name alone for a plain number.
+    std::string caption() const;
+    /// A rate constant of collisions; a quencher beside the probe has one in s^-1 instead.
+    constexpr bool isCollisional() const { return unit == kPerMolarSecond; }
+};
+
+/// How a model describes ratios. Formulas name the parameters as their boxes are named; kLawSymbols explains the rest.
+struct RatioDescription {
+    std::string_view formula;
+    RatioLaw law = nullptr;
+};
+
+/// How a model describes decay curves; without a law it does not.
+struct DecayDescription {
+    std::string_view formula;
+    DecayLaw law = nullptr;
+    Composition composition = Composition::None;
+    bool yields = false; // events run after every curve of a fit, because one may take long
+};
+
+struct Model {
+    std::string_view group;                                  // heading that it shares with its neighbours on the panel
+    std::string_view name;                                   // in words
+    std::array<Parameter, fit::kMaxParameters> parameters{}; // in fitting order
+    RatioDescription ratio{};
+    DecayDescription decay{};
+    bool hasRadius = false; // the law implies an interaction radius
+
+    /// 0: no such model.
+    constexpr int parameterCount() const
+    {
+        int count = 0;
+        for (const Parameter& parameter : parameters)
+            count += parameter.label.empty() ? 0 : 1;
+        return count;
+    }
+    constexpr std::span<const Parameter> fitted() const
+    {
+        return {parameters.data(), static_cast<std::size_t>(parameterCount())};
+    }
+    /// The parameter that is typed into a box; nullptr where the model has none.
+    constexpr const Parameter* typedInto(Box box) const
+    {
+        for (const Parameter& parameter : fitted())
+            if (parameter.box == box)
+                return &parameter;
+        return nullptr;
+    }
+    constexpr bool uses(Box box) const { return typedInto(box) != nullptr; }
+    constexpr bool hasDecayLaw() const { return decay.law != nullptr; }
+    /// The law holds the total probe concentration: a complex or a sphere binds quencher. Decay laws of spheres count
+    /// the total quencher instead.
+    constexpr bool usesProbe(Analysis analysis) const
+    {
+        return uses(Box::K) && (analysis == Analysis::SternVolmer || !hasRadius);
+    }
+};
+
+/// The row of a model; a number outside 1..13 gives an empty one.
+const Model& row(int model);
+
+/// The parameter in a slot 1.. of a model.
+inline const Parameter& parameter(int model, std::size_t slot) { return row(model).fitted()[slot - 1]; }
+
+/// By model number, the sum of Reported bits of a result; 0 in slot 0 and where the analysis has no law.
+extern const std::array<int, kModelCount + 1> SVParamMask;
+extern const std::array<int, kModelCount + 1> DecayParamMask;
+
+/// The same for any number.
+int reportedMask(int model, Analysis analysis);
+
+/// The ratio F0/F of a model at total quencher x, M; 0 for any number that is not a model's.
+double ratio(int model, double x, const RatioArguments& arguments);
+
+/// The same at many x; one place in ratio for each.
+void ratios(int model, std::span<const double> x, const RatioArguments& arguments, std::span<double> ratio);
+
+/// The populations of a model or of a decay code 14 or 15, which are the laws of Models 12 and 13 with sites that share
+/// all components of the reference. None without a decay law.
+Populations populationsOf(int model, const DecayArguments& arguments);
+
+/// How they make up a decay.
+Composition compositionOf(int model);
+
+} // namespace models

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+/// What users are told about the models: tooltips show it, the manual prints it.
+namespace models
+{
+
+/// The symbols of the laws that are not boxes.
+inline constexpr std::array<std::string_view, 4> kLawSymbols{
+    "Q total quencher, Cp probe, τ0 mean lifetime of the reference",
+    "Qf free quencher: K·Qf² + (1 + K·Cp − K·Q)·Qf − Q = 0",
+    "D = 1 + K·Cp, E = exp(−K·Q/D), p0 = exp(−K·Q), pj = (K·Q)^j·p0/j!",
+    "S(r) = Σ A·exp(−(1/τ + r)·t) over the components of the reference",
+};
+
+/// "meaning [unit]"; without a unit "meaning [no unit]".
+std::string guideText(std::string_view meaning, std::string_view unit);
+
+/// Name and laws of a model 1..13 with the symbols explained, one per line.
+std::string modelText(int model);
+
+} // namespace models
