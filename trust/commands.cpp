@@ -53,6 +53,16 @@ FinishedFit finishedFit(const analysis::FinishedRun& run, models::Analysis analy
             .calculated = calculated};
 }
 
+bool boxesOfModelFinite(app::PanelState panel) { return app::boxesFinite(panel, models::Analysis::SternVolmer); }
+
+bool boxesOfAllModelsFinite(app::PanelState panel)
+{
+    for (panel.Model = 1; panel.Model <= models::kModelCount; ++panel.Model)
+        if (!boxesOfModelFinite(panel))
+            return false;
+    return true;
+}
+
 } // namespace
 
 Commands::Commands(const analysis::CommandContext& context, app::PanelEditor& panel, const Windows& windows)
@@ -69,7 +79,7 @@ Commands::Commands(const analysis::CommandContext& context, app::PanelEditor& pa
 
 void Commands::findSternVolmerStart()
 {
-    const std::optional<RatioInput> input = checkedRatios();
+    const std::optional<RatioInput> input = checkedRatios(boxesOfModelFinite);
     if (!input)
         return;
     sternvolmer::RatioProblem problem = input->problem();
@@ -86,7 +96,7 @@ void Commands::findDecayStart()
     assert(m_context.shared.samples); // whatever is normalised is there
     decay::DecayProblem problem(*m_context.shared.samples, panel.Model, 0, app::panelValues(panel).Cp);
     problem.setEvaluation(models::Evaluation::Fast); // a start need not be exact
-    if (problem.pointCount() == 0) {
+    if (problem.pointCount() == 0 || !app::boxesFinite(panel, models::Analysis::Decay)) {
         m_context.prompter.message(analysis::kArithmeticFault);
         return;
     }
@@ -94,7 +104,7 @@ void Commands::findDecayStart()
            models::Analysis::Decay);
 }
 
-std::optional<RatioInput> Commands::checkedRatios()
+std::optional<RatioInput> Commands::checkedRatios(bool (*boxesFinite)(app::PanelState))
 {
     RatioInput input{.data = sternvolmer::readSternVolmerData(app::cellsOf(m_context.sheet)),
                      .panel = m_panel.panelState(),
@@ -105,7 +115,7 @@ std::optional<RatioInput> Commands::checkedRatios()
     if (!found.empty())
         return std::nullopt;
     sternvolmer::computeRatios(input.data);
-    if (sternvolmer::allFinite(input.data))
+    if (sternvolmer::allFinite(input.data) && boxesFinite(input.panel))
         return input;
     m_context.prompter.message(analysis::kArithmeticFault);
     return std::nullopt;
@@ -181,7 +191,7 @@ void Commands::compareAllModels()
 {
     if (m_searching)
         return ui::bringToFront(*m_searching);
-    const std::optional<RatioInput> input = checkedRatios();
+    const std::optional<RatioInput> input = checkedRatios(boxesOfAllModelsFinite);
     if (!input)
         return;
     ModelComparisonWindow& window = m_windows.comparison;

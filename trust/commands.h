@@ -36,7 +36,7 @@ public:
     void decaysAnalysed(const decay::SampleTable& samples, const analysis::FinishedRun& run);
 
 private:
-    std::optional<RatioInput> checkedRatios();
+    std::optional<RatioInput> checkedRatios(bool (*boxesFinite)(app::PanelState));
     void search(const Task& task, const app::PanelState& panel, models::Analysis analysis);
     FoundStarts startsFor(const Task& task, const app::PanelState& panel, models::Analysis analysis,
                           const SearchResult& found, const KeepGoing& keepGoing) const;

@@ -56,6 +56,7 @@ private slots:
     void foundStartLeadsTheAnalysis();
     void solutionsCanBeChosenAndTakenBack();
     void complainsAsTheAnalysisDoes();
+    void refusesInfiniteBoxes();
     void searchesDecayCurves();
     void detailsFollowEachAnalysis();
     void decayDetailsHaveNoErrors();
@@ -131,6 +132,32 @@ void TestTrustCommands::complainsAsTheAnalysisDoes()
         QCOMPARE(p.prompter.shown, QStringList{"Please Normalize the data."});
     }
     QVERIFY(!p.program.startValues.isVisible());
+}
+
+// An infinite probe concentration makes the ratio of Model 9 a finite 1. Model 1 does not use it, but a comparison of
+// all models does.
+void TestTrustCommands::refusesInfiniteBoxes()
+{
+    const struct {
+        int model;
+        const char* box;
+        QStringList refusing;
+    } cases[]{{9, "txtConcProbe", {"mnuFindSternVolmerStart", "mnuCompareModels"}},
+              {1, "txtConcProbe", {"mnuCompareModels"}},
+              {4, "txtkq1", {"mnuFindSternVolmerStart", "mnuFindDecayStart", "mnuCompareModels"}}};
+    for (const auto& [model, box, refusing] : cases) {
+        Program p;
+        p.run("mnuNormalization");
+        p.choose(model);
+        p.type(box, "1e400");
+        for (const char* command : {"mnuFindSternVolmerStart", "mnuCompareModels", "mnuFindDecayStart"}) {
+            if (model == 9 && QString(command) == "mnuFindDecayStart") // has no law for decays
+                continue;
+            p.prompter.shown.clear();
+            p.run(command);
+            QVERIFY2(p.prompter.shown.join(' ').contains("arithmetic error") == refusing.contains(command), command);
+        }
+    }
 }
 
 void TestTrustCommands::searchesDecayCurves()
