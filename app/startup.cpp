@@ -69,8 +69,9 @@ void VorloMain::connectEditMenu()
     connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet); });
     connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet); });
     connect(&MainWindow, &frmVorloMain::pasteChosen, this, [this, &sheet] { mnuPaste_Click(sheet, m_prompter); });
-    for (const ui::TextBox* box : MainWindow.findChildren<ui::TextBox*>())
-        connect(box, &ui::TextBox::clipboardSilent, this, [this] { ui::tellOfSilentClipboard(m_prompter); });
+    for (const QWidget* window : std::initializer_list<const QWidget*>{&MainWindow, &helpViewer})
+        for (const ui::TextBox* box : window->findChildren<ui::TextBox*>())
+            connect(box, &ui::TextBox::clipboardSilent, this, [this] { ui::tellOfSilentClipboard(m_prompter); });
 }
 
 void VorloMain::connectWindows()

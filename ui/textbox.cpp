@@ -45,6 +45,15 @@ void TextBox::keyPressEvent(QKeyEvent* event)
     pasteFrom(selection ? QClipboard::Selection : QClipboard::Clipboard);
 }
 
+// The toolkit's menu looks into the clipboard three times, and each look at a program that hangs costs a time-out.
+void TextBox::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (isReadOnly() || askedText())
+        QLineEdit::contextMenuEvent(event);
+    else
+        emit clipboardSilent();
+}
+
 // The mouse press has already placed the caret.
 void TextBox::mouseReleaseEvent(QMouseEvent* event)
 {

@@ -24,13 +24,14 @@ public:
     std::function<bool(const QString& text)> takenElsewhere;
 
 signals:
-    void clipboardSilent(); // the program that holds the clipboard did not answer a paste
+    void clipboardSilent(); // the program that holds the clipboard did not answer a paste or the menu
 
 public slots:
     void paste(); // the context menu looks the slot up by name and finds it instead of QLineEdit's
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
