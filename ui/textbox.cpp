@@ -70,11 +70,12 @@ void TextBox::dropEvent(QDropEvent* event)
     const QString text = event->mimeData()->text();
     if (isReadOnly() || oneLine(text) == text)
         return QLineEdit::dropEvent(event);
+    event->setDropAction(Qt::CopyAction); // what the box does not take stays where it was dragged from
     QDragLeaveEvent end;
     QLineEdit::dragLeaveEvent(&end); // removes the caret that shows the drop position
     setCursorPosition(cursorPositionAt(event->position().toPoint()));
     insert(lineOf(text));
-    event->acceptProposedAction();
+    event->accept();
 }
 
 void TextBox::inputMethodEvent(QInputMethodEvent* event)

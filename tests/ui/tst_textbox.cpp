@@ -37,9 +37,11 @@ void drop(ui::TextBox& box, const QString& text)
         ++x;
     QDragEnterEvent enter({x, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&box, &enter);
-    QDropEvent event(QPointF(x, 5), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent event(QPointF(x, 5), Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, Qt::ShiftModifier);
     QApplication::sendEvent(&box, &event);
     QVERIFY(event.isAccepted());
+    // Who moves a text removes all of it.
+    QVERIFY(ui::oneLine(text) == text || event.dropAction() == Qt::CopyAction);
 }
 
 void commit(ui::TextBox& box, const QString& text)
