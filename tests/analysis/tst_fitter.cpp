@@ -49,7 +49,7 @@ private:
     std::shared_ptr<Slope> m_problem = std::make_shared<Slope>();
 };
 
-/// Does something once, in the first iteration.
+/// Calls a function once, in the first iteration.
 struct Interrupter final : support::PatientObserver {
     std::function<void()> action;
     void letEventsRun() override

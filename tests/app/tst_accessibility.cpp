@@ -31,7 +31,7 @@ QString nameOf(const QWidget& widget)
         .arg(widget.metaObject()->className(), widget.objectName(), widget.window()->windowTitle());
 }
 
-/// Roles that a user acts on or reads a value from; frames, panes and scroll bars are passed over.
+/// Roles of controls that a user operates or reads; frames, panes and scroll bars are skipped.
 bool needsName(QAccessible::Role role)
 {
     static const QSet<QAccessible::Role> roles{
@@ -59,7 +59,7 @@ void collectNameless(QAccessibleInterface& node, QStringList& nameless, int& nam
             collectNameless(*child, nameless, named);
 }
 
-/// What Tab comes to: a control by itself, an option with the others of its group.
+/// The place at which Tab stops: a control, or the group of an option.
 const QObject* tabStop(QWidget* widget)
 {
     const auto* option = qobject_cast<QRadioButton*>(widget);
@@ -113,7 +113,7 @@ void TestAccessibility::everyControlHasAName()
         collectNameless(*top, nameless, named);
         QVERIFY2(nameless.isEmpty(), qPrintable(window->windowTitle() + ": " + nameless.join(", ")));
     }
-    QVERIFY(named > 60); // about what the main window alone has
+    QVERIFY(named > 60); // roughly the number in the main window alone
 }
 
 void TestAccessibility::tabReachesEveryControl()
@@ -135,7 +135,7 @@ void TestAccessibility::tabReachesEveryControl()
     }
 }
 
-// Texts must stand out from what they are drawn on, whatever colours the desktop gives.
+// Texts must have enough contrast with their background, whatever colours the desktop sets.
 void TestAccessibility::followsADarkDesktop()
 {
     const QPalette usual = QApplication::palette();
@@ -157,7 +157,7 @@ void TestAccessibility::followsADarkDesktop()
     QApplication::setPalette(usual);
 }
 
-// From the right, "-4.1" would be shown as "4.1-".
+// In right-to-left layout "-4.1" would appear as "4.1-".
 void TestAccessibility::tablesReadFromTheLeftEverywhere()
 {
     const Qt::LayoutDirection usual = QGuiApplication::layoutDirection();

@@ -66,12 +66,12 @@ void TestBlockText::aCopiedBlockComesBack()
     MemorySheet other;
     pasteBlock(other, 7, 18, copied);
     QCOMPARE(app::blockText(cellsOf(other), {7, 18, 9, 20}), copied);
-    QCOMPARE(other.cell(9, 20), "Φ ab"); // a tab in a cell must not make two of it
+    QCOMPARE(other.cell(9, 20), "Φ ab"); // a tab must not split a cell
 }
 
 void TestBlockText::everyLineEndEndsARow()
 {
-    // pasted text, and what rows 1..3 of columns 1 and 2 then hold that held "x"
+    // pasted text, and rows 1..3 of columns 1 and 2 afterwards; all held "x" before
     const std::pair<std::string, std::string> cases[]{{"a\tb\r\nc\td\r\n", "a\tb\r\nc\td\r\nx\tx\r\n"},
                                                       {"a\rc\r", "a\tx\r\nc\tx\r\nx\tx\r\n"},
                                                       {"a\nc\n", "a\tx\r\nc\tx\r\nx\tx\r\n"},

@@ -62,7 +62,7 @@ void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()
     QCOMPARE(vorlo.program.shared.samples.value().SampleData[1].A[1], 0.75);
     QCOMPARE(vorlo.program.MainWindow.sheet().GetSheetText(5, 1), "-3");
 
-    vorlo.fill({{"0", "2", "3", "1e400", "1", "100"}}); // a rate of 0 would pass for one
+    vorlo.fill({{"0", "2", "3", "1e400", "1", "100"}}); // the rate 0 would look valid
     vorlo.normalise();
     QVERIFY(vorlo.prompter.shown.back().contains("arithmetic error"));
     QCOMPARE(vorlo.program.shared.samples.value().SampleData[1].Tau[1], 400 / 1e9);

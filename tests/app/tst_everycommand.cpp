@@ -21,7 +21,7 @@
 namespace
 {
 
-constexpr double kMarksToFind = 0.8; // curves cover some of the points below them
+constexpr double kMarksToFind = 0.8; // curves cover some points
 
 QJsonObject expectations()
 {
@@ -29,7 +29,7 @@ QJsonObject expectations()
     return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
 }
 
-/// Whether a pixel has a colour, smoothed into the white around it by at most two thirds.
+/// Whether a pixel has a colour, blended with the white around it by at most two thirds.
 bool hasColor(QRgb pixel, QRgb color)
 {
     constexpr double kRounding = 24, kLeastCover = 1.0 / 3;
@@ -142,7 +142,7 @@ void TestEveryCommand::normalize(const QJsonArray& table)
     compareTable(m_vorlo->program.OutputTable1, table);
 }
 
-/// Does a command and compares what it says and shows.
+/// Runs a command and compares its messages and everything that it shows.
 void TestEveryCommand::doCommand(const QJsonObject& expected)
 {
     Program& vorlo = *m_vorlo;
@@ -184,8 +184,8 @@ void TestEveryCommand::givesWhatIsWorkedOutApart()
     compareResults({{1, expected["row"].toArray()}});
 }
 
-/// What earlier commands leave shows in later ones: ratios beyond the present samples, parameters without a logarithm,
-/// fields that a result does not fill, captions.
+/// Later commands show what earlier commands left behind: ratios beyond the present samples, parameters without a
+/// logarithm, fields that a result does not fill, captions.
 void TestEveryCommand::goesOnFromWhatCommandsLeave()
 {
     QMap<int, QJsonArray> results;
@@ -213,7 +213,7 @@ void TestEveryCommand::compareResults(const QMap<int, QJsonArray>& results)
             QCOMPARE(m_vorlo->result(row, column), results.value(row).at(column).toString());
 }
 
-/// All fields of the last result, captions and size of what is shown, and the getters of both analyzers.
+/// All fields of the last result, captions and sizes of plots and tables, and the getters of both analyzers.
 void TestEveryCommand::compareLeft(const QJsonObject& expected)
 {
     app::VorloMain& program = m_vorlo->program;

@@ -48,7 +48,7 @@ struct Program : support::Application {
         type("txtIteration", QString::number(kPatientIterations - 1));
         run("mnuNormalization");
     }
-    /// The last stored result; an empty record when there is none.
+    /// The last stored result; an empty record if there is none.
     app::ResultRecord last()
     {
         const app::ResultStore& store = program.shared.results;
@@ -56,7 +56,7 @@ struct Program : support::Application {
     }
 };
 
-/// Does something once while a fit lets events run for the nth time.
+/// Calls a function once, when a fit lets events run for the nth time.
 class Interruption
 {
 public:
@@ -75,7 +75,8 @@ private:
     std::function<void()> m_action;
 };
 
-/// What the clipboard holds when another program owns it and hangs, as the toolkit tells of it under Wayland.
+/// The clipboard's contents while another program owns it and does not respond, as the toolkit presents them under
+/// Wayland.
 class HangingOwner : public QMimeData
 {
 public:
@@ -226,7 +227,7 @@ void TestFaults::interruptedSearchesFindTheSame()
 
 void TestFaults::manyNestedRunsEnd()
 {
-    constexpr int kRuns = 60; // more than a person has patience for
+    constexpr int kRuns = 60; // more than any user would wait for
     Program vorlo;
     int started = 0;
     const std::function<void()> start = [&] {
@@ -263,8 +264,8 @@ void TestFaults::stopEndsAfterTheIteration()
     QCOMPARE(vorlo.last().Error, "OK");
 }
 
-/// Models by commands and modes, every enabled box beyond what a double holds or, for a derivative step of 0, zero.
-/// Then the boxes that all models share, for laws that use them.
+/// All models, commands and modes; every enabled box gets a number beyond the range of a double or, for a derivative
+/// step of 0, zero. Then the boxes that all models share, for laws that use them.
 void TestFaults::arithmeticFaultsLoseNothing_data()
 {
     const QStringList constants{"txtK", "txtF", "txtkq1", "txtkq2"};
@@ -287,7 +288,7 @@ void TestFaults::arithmeticFaultsLoseNothing_data()
     addBoxes("mnuSternVolmerAnalysis", 8, 1, "1e400", {"txtConcProbe"});
     for (int model = 1; model <= models::kModelCount; ++model) {
         add("mnuSternVolmerAnalysis", model, 0, "0");
-        if (model == 6 || model == 8 || model == 10) // the only laws with an exponential below the line
+        if (model == 6 || model == 8 || model == 10) // the only laws with an exponential in the denominator
             for (const char* command : {"mnuSternVolmerAnalysis", "mnuCalcSternVolmer"})
                 add(command, model, 0, "-19000");
         if (model >= 2 && model <= 5) // the complex of K = 0 has no free quencher
@@ -355,7 +356,7 @@ void TestFaults::failedSavesLoseNothing()
         target = folder.filePath("gone/session.vrl");
     } else {
         QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
-        if (QFileInfo(folder.path()).isWritable()) // the superuser may write anywhere but there
+        if (QFileInfo(folder.path()).isWritable()) // the superuser may write in every other folder
             target = "/proc/session.vrl";
     }
     vorlo.type("txtK", "77");

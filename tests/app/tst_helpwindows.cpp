@@ -76,7 +76,7 @@ void TestHelpWindows::aboutStartsTheFirstToolOrTellsWhatIsKnown()
 {
     const QByteArray path = qgetenv("PATH");
     const auto restored = qScopeGuard([&path] { qputenv("PATH", path); });
-    const QTemporaryDir tools; // the only folder with programs
+    const QTemporaryDir tools; // the only folder in which programs are found
     qputenv("PATH", QFile::encodeName(tools.path()));
     support::RecordingPrompter prompter;
     app::frmVorloAbout about(prompter);

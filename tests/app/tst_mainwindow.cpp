@@ -41,7 +41,7 @@ private:
             }
         return true;
     }
-    /// Those of the bar, each followed by the menus inside it.
+    /// The menus of the menu bar, each followed by its submenus.
     QList<const QAction*> allMenus() const
     {
         QList<const QAction*> menus;
@@ -90,7 +90,7 @@ void TestMainWindow::menus()
 
 void TestMainWindow::mnemonicsDoNotClash()
 {
-    QStringList everywhere; // Alt and a letter reach these
+    QStringList everywhere; // reached by Alt and a letter
     for (const QAction* menu : m_window->menuBar()->actions())
         everywhere << menu->text();
     for (const QAction* menu : allMenus()) {
@@ -174,7 +174,7 @@ void TestMainWindow::editKeysStayInATextBox()
     QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(copied.count(), 1);
     other->setFocus();
-    action("mnuCut").trigger(); // from the menu it is the sheet's, wherever the focus is
+    action("mnuCut").trigger(); // the menu item always acts on the sheet, wherever the focus is
     QCOMPARE(cut.count(), 1);
 }
 

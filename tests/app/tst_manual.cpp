@@ -23,7 +23,7 @@ QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), 
 
 QString caption(QString text) { return text.remove('&'); }
 
-/// Does what the manual says, with the controls that it names.
+/// Follows the manual: finds the controls that it names and does what it says.
 class Reader
 {
 public:
@@ -45,7 +45,7 @@ public:
         return texts;
     }
 
-    /// What the last window's "Copy" gives, as lines of cells.
+    /// The text that "Copy" of the last window copies, as lines of cells.
     QList<QStringList> copied()
     {
         for (auto* button : m_window->findChildren<QPushButton*>())
@@ -128,7 +128,7 @@ private:
         return false;
     }
 
-    QWidget* m_window = nullptr; // that the last command filled
+    QWidget* m_window = nullptr; // of the last command
 };
 
 } // namespace

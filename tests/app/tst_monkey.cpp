@@ -39,7 +39,7 @@ const char* const kMenuItems[] = {
     "mnuSternVolmerAnalysis",
 };
 
-// Seldom: while they search only one event comes in 10 ms, and details take a second after each fit that was stopped.
+// Rare, because during a search only one event comes in 10 ms, and details take a second after each stopped fit.
 const char* const kSlowItems[] = {"mnuFindSternVolmerStart", "mnuFindDecayStart", "mnuCompareModels", "mnuFitDetails"};
 
 } // namespace
@@ -110,8 +110,8 @@ void TestMonkey::leavesAWorkingProgram()
     QCOMPARE(ended.count(), 1);
 }
 
-/// One event after the other, each from the event loop that runs at the time: that of a fit or search, too. An event
-/// that starts a command returns when the command has ended, and others come meanwhile.
+/// Sends one event after the other from the event loop that is running, also from that of a fit or search. An event
+/// that starts a command returns when the command has ended; other events come in the meantime.
 void TestMonkey::next()
 {
     if (m_left == 0)
@@ -185,7 +185,7 @@ void TestMonkey::act()
         m_runs += QString(item).contains(QRegularExpression("Analysis|Start$|Compare"));
         return vorlo.run(item);
     }
-    case 2: // something that can be analysed, for a long time
+    case 2: // data whose analysis takes a long time
         vorlo.fill({{"0", "2", "0.4", "24000", "0.6", "57000", "", "", "100"},
                     {"0.005", "2", "0.5", "19800", "0.5", "45100", "", "", "75.1"},
                     {"0.02", "1", "1", "28600", "", "", "", "", "42.9"}});

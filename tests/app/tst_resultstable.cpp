@@ -68,7 +68,7 @@ private:
             texts << m_table->GetResultText(row, column);
         return texts.join('|');
     }
-    /// The rows that the cursor is marked in.
+    /// The rows with a cursor mark.
     QString marked() const
     {
         QStringList rows;
@@ -113,7 +113,7 @@ void TestResultsTable::readsTheFieldsOfAFileLine()
     store.ResultData[1] = fitted(3);
     store.SetResultRecord(1, {});
     QVERIFY(store.ResultData[1] == fitted(3));
-    // Numbers beyond their type, texts that are not one number each where one is demanded.
+    // Numbers that do not fit into their type, and texts that are not a single number where a number is expected.
     const std::array<std::string, 10> unusable{"SV",    "1e12", "1e400", "-1e400", "1e400",
                                                "1e999", "0.1x", "OK",    "",       "1e400"};
     store.SetResultRecord(1, unusable);
@@ -122,7 +122,7 @@ void TestResultsTable::readsTheFieldsOfAFileLine()
 
 void TestResultsTable::aNegativeVolumeHasNoRadius() { QCOMPARE(app::RadiusFromK(-7.567461992, 1), 0.0); }
 
-// Rows of analysed models are compared with every command.
+// tst_everycommand compares the rows of all models.
 void TestResultsTable::showsTheColumnsThatTheModelReports()
 {
     const std::tuple<const char*, int, const char*> cases[]{

@@ -160,7 +160,7 @@ void TestSessionCommands::otherFilesAreRefused()
     write(inFolder("foreign.vrl"), "Vorlo File of another kind\r\nkq1=5\r\n");
     desk.open(inFolder("foreign.vrl"));
     QCOMPARE(desk.prompter.shown.last(), QString("This file type is not recognized."));
-    QCOMPARE(desk.shared.results.ResultRowEnd, 1); // cleared before the file is looked at
+    QCOMPARE(desk.shared.results.ResultRowEnd, 1); // cleared before the file is read
     QCOMPARE(desk.sheet.cell(1, 1), "0");
     QCOMPARE(desk.panel.panelState().kq1, app::PanelState().kq1);
 }

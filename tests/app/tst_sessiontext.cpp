@@ -86,7 +86,7 @@ void TestSessionText::hostileTextsComeBack()
     QVERIFY(back.cells == session.cells);
     QVERIFY(back.results.ResultData == session.results.ResultData);
 
-    // Separators cannot be told from those of the file: they come back as blanks, at the same place.
+    // Separators in a text look like separators of the file, so they come back as blanks in the same place.
     session.panel.s = "0.\r\n8";
     session.cells[0][2] = "1\t2\n3\r4";
     session.results.ResultData[1].Error = "not\nsatisfied";

@@ -49,7 +49,7 @@ void TestSettingWindow::eachOptionStoresItsIndexAtOnce()
         QCOMPARE(shared.settings.*setting, 0);
     }
     QCOMPARE(announced.count(), 1);
-    window.findChild<QRadioButton*>("opnAssessment0")->click(); // chosen already: the results are drawn again
+    window.findChild<QRadioButton*>("opnAssessment0")->click(); // already checked: the results are drawn again
     QCOMPARE(announced.count(), 2);
 }
 

@@ -18,7 +18,7 @@
 namespace
 {
 
-/// Drags what a file manager gives for these files onto a control and lets go there, if anything takes it.
+/// Drags these files onto a control as a file manager does, and drops them there if a widget accepts them.
 bool drop(QWidget& control, const QList<QUrl>& files)
 {
     QMimeData dragged;
@@ -26,7 +26,7 @@ bool drop(QWidget& control, const QList<QUrl>& files)
     dragged.setText("text of the files");
     const auto actions = Qt::CopyAction | Qt::MoveAction;
     QDragEnterEvent enter({1, 1}, actions, &dragged, Qt::LeftButton, Qt::NoModifier);
-    enter.setDropAction(Qt::MoveAction); // taken so, some sources would delete the file
+    enter.setDropAction(Qt::MoveAction); // after a move, some sources would delete the file
     QApplication::sendEvent(&control, &enter);
     QDropEvent release(QPointF(1, 1), actions, &dragged, Qt::LeftButton, Qt::NoModifier);
     if (!enter.isAccepted() || enter.dropAction() != Qt::CopyAction)
@@ -123,7 +123,7 @@ void TestStartup::editMenuMovesBlocks()
     application.run("mnuCut");
     QCOMPARE(sheet.GetSheetText(1, 2), QString());
     QCOMPARE(editor.text(), QString());
-    QVERIFY(normalized); // only pasting forgets it
+    QVERIFY(normalized); // only pasting resets it
     sheet.SelectSheetCell(8, 19);
     application.run("mnuPaste");
     QCOMPARE(sheet.GetSheetText(8, 19), QString("0"));

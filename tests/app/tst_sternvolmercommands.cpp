@@ -69,8 +69,8 @@ void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
     QCOMPARE(vorlo.result(2, 0), "");
 }
 
-// A slot without a logarithm keeps its value of the normal mode, of which exp may be infinite: a rate constant that is
-// infinite would vanish in the quotient of Model 4. Model 5 does not use that slot, nor Model 1 the probe
+// A slot without a logarithm keeps its value from normal mode, and exp of this value may be infinite. An infinite rate
+// constant would vanish in the quotient of Model 4. Model 5 does not use this slot, and Model 1 does not use the probe
 // concentration.
 void TestSternVolmerCommands::takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem()
 {

@@ -30,7 +30,7 @@ const QList<support::Column> kAcridone{
 
 // Optima of an independent least-squares program.
 constexpr double kSumOfModel1 = 473.808, kSumOfModel3 = 4.05796;
-constexpr double kWithin = 2e-3; // a tenth of a percent of the search, and the digits shown
+constexpr double kWithin = 2e-3; // 0.1 percent of the search, and the digits shown
 
 using Action = void (*)(app::VorloMain&);
 
@@ -101,7 +101,7 @@ void TestTrustCommands::solutionsCanBeChosenAndTakenBack()
     p.run("mnuFindSternVolmerStart");
     QCOMPARE(p.solutions().count(), 2);
     QVERIFY(p.found().contains("2 different solutions are equally good"));
-    QCOMPARE(p.box("txtK"), QString("1.241e+0")); // as few digits as are as good
+    QCOMPARE(p.box("txtK"), QString("1.241e+0")); // as few digits as fit equally well
     p.solutions().setCurrentRow(1);
     QVERIFY(p.number("txtK") > 80);
     p.program.startValues.findChild<QPushButton*>("cmdCopyFound")->click();

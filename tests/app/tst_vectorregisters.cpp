@@ -17,7 +17,7 @@
 namespace
 {
 
-/// What painting a window does between two parts of a calculation.
+/// Leaves the upper halves in use, as painting a window does between two parts of a calculation.
 void paint()
 {
     QImage image(500, 500, QImage::Format_ARGB32_Premultiplied);
@@ -26,7 +26,7 @@ void paint()
 
 bool inUse() { return support::upperHalvesInUse().value_or(false); }
 
-/// y = p x; notes whether it was ever asked with the upper halves in use.
+/// y = p x; records whether it was ever called with the upper halves in use.
 struct Line {
     bool askedUnclean = false;
     support::CallableProblem problem{4, [this](int point, const fit::Parameters& a) {
@@ -84,7 +84,7 @@ bool detailsUnclean()
     return line.askedUnclean;
 }
 
-/// Each look at the progress finds what the calculation before it left.
+/// Each report of progress sees the state that the calculation before it left.
 bool comparisonUnclean()
 {
     bool unclean = false, begun = false;

@@ -8,8 +8,8 @@
 namespace bench
 {
 
-/// Times of calculations compare only where the upper halves of the vector registers are clear. Clears them, and fails
-/// the benchmark if they are in use when it ends.
+/// Times of calculations are comparable only if the upper halves of the vector registers are clear. Clears them, and
+/// fails the benchmark if they are in use at its end.
 class CleanState
 {
 public:

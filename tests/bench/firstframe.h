@@ -13,7 +13,7 @@
 namespace bench
 {
 
-/// Own resident memory without pages of libraries and other files, and with them, kB.
+/// Resident memory in kB, without and with the pages of libraries and other files.
 struct Memory {
     long own = 0;
     long resident = 0;
@@ -32,8 +32,8 @@ inline Memory memory()
     return result;
 }
 
-/// Waits for a window's first paint and prints the steady clock, ns, then the memory, kB, with which the program comes
-/// to rest, and ends the program.
+/// Waits for a window's first paint and prints the steady clock in ns, then the memory in kB once the program is idle,
+/// and ends the program.
 class FirstFrame final : public QObject
 {
 public:
@@ -43,7 +43,8 @@ public:
     {
         if (event->type() == QEvent::Paint && !m_painted) {
             m_painted = true;
-            QMetaObject::invokeMethod(this, &FirstFrame::reportTime, Qt::QueuedConnection); // it has been handed over
+            QMetaObject::invokeMethod(this, &FirstFrame::reportTime,
+                                      Qt::QueuedConnection); // the frame has reached the screen
             QTimer::singleShot(kMillisecondsToRest, this, &FirstFrame::reportMemory);
         }
         return false;

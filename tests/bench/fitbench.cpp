@@ -54,7 +54,7 @@ void literalRatioFit(benchmark::State& state, int number)
     fit(state, problem, job, fit::gaussNewton);
 }
 
-/// All residuals once, for a vector that has not been seen before.
+/// Evaluates all residuals once, for a new parameter vector.
 template <class Problem>
 void pass(benchmark::State& state, Problem& problem, fit::Parameters a)
 {
@@ -86,8 +86,7 @@ void ratioPass(benchmark::State& state, int number)
     pass(state, problem, job.start);
 }
 
-/// The calls of exp and sqrt that the formulas name for one pass, on arguments like theirs and with nothing around
-/// them.
+/// Only the calls of exp and sqrt that the formulas contain for one pass, with similar arguments.
 void floorOfPass(benchmark::State& state, const std::vector<double>& exponents, const std::vector<double>& squares)
 {
     const bench::CleanState clean(state);
@@ -120,7 +119,7 @@ void floorOfDecayPass(benchmark::State& state, int number)
     floorOfPass(state, exponents, squares);
 }
 
-/// The law of spheres (J4) names one exp for each ratio; that of collisions alone (J5) names none and has no floor.
+/// The law of spheres (J4) has one exp for each ratio; the law of collisions (J5) has none, so it has no lower bound.
 void floorOfRatioPass(benchmark::State& state, int number)
 {
     const bench::RatioJob& job = bench::ratioJob(number);

@@ -46,7 +46,7 @@ void setComponents(decay::SampleRecord& record, const std::vector<Component>& co
     }
 }
 
-/// Every sample carries the reference's components; its intensities come from the law.
+/// Every sample has the reference's components; its intensities come from the law.
 decay::SampleTable decaysOf(int model, const std::vector<Component>& components, const fit::Parameters& truth)
 {
     std::mt19937 generator(kSeed);

@@ -7,7 +7,7 @@
 #include <array>
 #include <string_view>
 
-/// The fits whose time is measured: 20 samples up to 4.75 mM quencher, 50 uM probe, observations with fixed noise.
+/// The timed fits: 20 samples up to 4.75 mM quencher, 50 uM probe, observations with fixed noise.
 namespace bench
 {
 
@@ -17,7 +17,7 @@ inline constexpr int kSamples = 20;
 struct Job {
     std::string_view name;
     int model = 0;
-    fit::Parameters truth{}; // the observations are made from these
+    fit::Parameters truth{}; // the parameters from which the observations are made
     fit::Options options;
     fit::Parameters start{};
 };

@@ -13,8 +13,8 @@
 namespace
 {
 
-/// The decays of all samples point by point: populations are kept while points of a sample follow each other, and each
-/// exponential of the formula is a call of exp. Sharing more is no part of a library.
+/// The decays of all samples, point by point: populations are kept for consecutive points of a sample, and each
+/// exponential of the formula is a call of exp. A general library cannot share more.
 class PointByPoint final : public fit::Problem
 {
 public:
@@ -42,7 +42,7 @@ private:
     std::vector<Point> m_points;
 };
 
-/// A problem as Eigen's Levenberg-Marquardt method takes it.
+/// A problem in the form that Eigen's Levenberg-Marquardt method needs.
 class Residuals
 {
 public:
@@ -70,7 +70,7 @@ private:
     int m_parameterCount;
 };
 
-/// Derivatives are forward differences, as the program's own.
+/// Derivatives are forward differences, like the program's own.
 void fitWithLibrary(benchmark::State& state, fit::Problem& problem, const bench::Job& job)
 {
     const Residuals residuals(problem, job.options.parameterCount);

@@ -26,7 +26,7 @@ double freeQuencher(double Q, double K, double Cp)
     return (-b + std::sqrt(b * b + 4 * K * Q)) / (2 * K);
 }
 
-/// Both Poisson laws differ in the decay of probes without a quencher and in where the series stops.
+/// The two Poisson laws differ in the decay of probes without a quencher and in the end of the series.
 double poissonTerms(double K, double kq1, double addedWithoutQuencher, double untilShare, double t, double Q,
                     const decay::SampleRecord& reference)
 {
@@ -49,7 +49,7 @@ double poissonTerms(double K, double kq1, double addedWithoutQuencher, double un
     return sum;
 }
 
-/// One component of the decay, for the models in which each component is quenched alike.
+/// One component of the decay, for models that quench all components equally.
 double component(int model, double t, double Q, double A, double Rate, double Cp, const fit::Parameters& p)
 {
     const auto e = [Rate, t](double r) { return std::exp(-(Rate + r) * t); };
@@ -147,7 +147,7 @@ double DecayProblem::value(int point, const fit::Parameters& a) const
     const double t = reference.T[data.index];
     const double Q = m_samples.SampleData[data.sample].Conc;
     const auto intensity = [&](const fit::Parameters& p) { return decayIntensity(m_model, t, Q, reference, m_Cp, p); };
-    // Without a copy in normal mode: reading all values at once right after one was written would stall.
+    // Not copied in normal mode, because reading all values right after writing one would stall.
     return m_logMode == 1 ? intensity(fit::realParameters(m_logMode, a)) : intensity(a);
 }
 

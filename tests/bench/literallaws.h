@@ -5,8 +5,9 @@
 
 #include <array>
 
-/// The laws once more, each written out as its formula in one expression and worked out anew with every call. They are
-/// what the program's own evaluation is compared with, in value and in time, and are no part of the program.
+/// A second version of the laws: each is one expression, as its formula is printed, and is evaluated completely in
+/// every call. Tests and benchmarks compare the program's own evaluation with it, in value and in time; it is not part
+/// of the program.
 namespace literal
 {
 

@@ -21,7 +21,8 @@ QList<QByteArray> timesFrom(const char* program)
     return process.exitCode() == 0 ? process.readAllStandardOutput().simplified().split(' ') : QList<QByteArray>();
 }
 
-/// Least times of the fits in a process that keeps painting a window, and in one without a toolkit.
+/// Compares the shortest times of the fits in a process that keeps painting a window and in a process without a
+/// toolkit.
 void fitsInProcesses(benchmark::State& state)
 {
     constexpr int kJobs = bench::kDecayJobs + bench::kRatioJobs;

@@ -15,7 +15,7 @@ struct Pair {
     const char* title;
     const char* measured;
     const char* reference; // nullptr: `whole`
-    double most;           // the largest ratio that is aimed at; 0: none
+    double most;           // the largest ratio allowed; 0: no limit
     double whole = kShortWait;
 };
 
@@ -75,7 +75,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs)
         m_allRan = m_allRan && !run.error_occurred;
         if (run.run_type != Run::RT_Iteration || run.error_occurred)
             continue;
-        // Processor time, but for other processes, whose wall time it is.
+        // Processor time, except for other processes, which are timed in wall time.
         const bool manual = run.run_name.time_type == "manual_time";
         const double seconds = manual ? run.real_accumulated_time : run.cpu_accumulated_time;
         const std::string name = run.run_name.function_name + (manual ? "/manual_time" : "");

@@ -9,12 +9,12 @@
 namespace bench
 {
 
-/// Prints each run as it comes and keeps the best time and the counters of every benchmark for the table of ratios.
+/// Prints each run when it ends and keeps the best time and the counters of every benchmark for the table of ratios.
 class RatioReporter final : public benchmark::ConsoleReporter
 {
 public:
     void ReportRuns(const std::vector<Run>& runs) override;
-    /// The pairs that belong together, with the ratio that is aimed at. False if one is missed or a benchmark failed.
+    /// Prints the ratios and their limits. False if a ratio exceeds its limit or a benchmark failed.
     bool printRatios() const;
 
 private:

@@ -39,8 +39,8 @@ double median(std::vector<double> values)
     return *middle;
 }
 
-/// Starts the program and a window of the toolkit in turn and compares each start with its neighbour: what else the
-/// machine does delays both alike, and the median leaves out what hits only one.
+/// Starts the program and a window of the toolkit in turn and compares each start with the next one: other work of the
+/// machine delays both equally, and the median ignores delays of only one.
 void start(benchmark::State& state)
 {
     std::vector<double> own, toolkit, ratios;

@@ -15,7 +15,7 @@
 namespace
 {
 
-/// Processor time of the one thread that does everything, s.
+/// Processor time of the program's only thread, s.
 double processorTime()
 {
     std::timespec time{};
@@ -23,7 +23,7 @@ double processorTime()
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// How long a click or a repaint has waited for the event loop at most: as long as a timer without interval.
+/// The longest time that a click or a repaint waits for the event loop, measured by a timer without interval.
 class LongestWait final : public QTimer
 {
 public:
@@ -56,7 +56,7 @@ void fillSheet(app::DataSheet& sheet)
     }
 }
 
-/// A fit with all that follows it, windows that open for the first time included.
+/// A fit with everything that follows it, including windows that open for the first time.
 void wait(benchmark::State& state, int model, int logMode)
 {
     ui::DialogPrompter prompter;

@@ -21,7 +21,7 @@ struct EventLoopObserver final : fit::Observer {
     bool keepGoing(double) override { return true; }
 };
 
-/// A job, or one that goes on for so long that the start and the end of the command no longer count.
+/// A job, or a job that runs so long that the start and the end of the command no longer matter.
 template <class Job>
 Job windowJob(Job job, double endlessIterations)
 {
@@ -73,7 +73,7 @@ void fitInWindow(benchmark::State& state, const Job& job)
     }
 }
 
-/// What fitInWindow is compared with: the window stands there, but nobody writes into it.
+/// The reference for fitInWindow: the window is open, but nothing is written into it.
 template <class Analyzer, class Problem, class Fit>
 void fitBesideWindow(benchmark::State& state, const bench::Job& job, Problem problem, Fit fitted)
 {

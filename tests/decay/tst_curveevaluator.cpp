@@ -22,7 +22,7 @@ using support::Values;
 namespace
 {
 constexpr double kSameValue = 1e-13;      // relative: room for some hundreds of roundings
-constexpr double kDeepestExponent = 50.0; // beyond exp(-50) the rounding of the exponent itself is larger than that
+constexpr double kDeepestExponent = 50.0; // beyond exp(-50) the rounding of the exponent exceeds this
 
 struct Fit {
     fit::Options options;
@@ -42,7 +42,7 @@ Fit fitFrom(const Values& start, int logMode)
     return fit;
 }
 
-/// What a fit leaves for the user: how it ended, and its report.
+/// The visible result of a fit: its ending and its report.
 QByteArray printed(const fit::Outcome& outcome, const Fit& fit, DecayProblem& problem)
 {
     std::vector<fit::ReportLine> lines;
@@ -189,7 +189,7 @@ void TestCurveEvaluator::endsFitsAsTheFormulasDo_data()
         QTest::addRow("photocatalyst, fit region %d", region)
             << support::tableFrom(shippedSheet("ruthenium-rhenium-bnah.vrl"), region) << 50.0 << 1e7 << 1e7;
     }
-    // A law with one constant meets a single decay to the last digit.
+    // A law with one constant fits a single decay to the last digit.
     QTest::newRow("a single decay") << support::tableFrom({{"0", "1", "1", "200"}, {"0.01", "1", "1", "130"}}) << 20.0
                                     << 3e6 << 3e8;
     QTest::newRow("decays that obey a law") << support::tableFrom({{"0", "1", "1", "200"},
@@ -224,7 +224,7 @@ void TestCurveEvaluator::endsFitsAsTheFormulasDo_data()
     row("one of two sites", 13, support::kPyrene, support::kMicelleRange, 0.6, 8e9, 1e9);
 }
 
-// Every model, also those that are foreign to the data and leave their constants open.
+// Every model, including models that do not match the data, so that their constants stay undetermined.
 void TestCurveEvaluator::endsFitsAsTheFormulasDo()
 {
     QFETCH(SampleTable, table);
@@ -243,7 +243,7 @@ void TestCurveEvaluator::endsFitsAsTheFormulasDo()
         }
 }
 
-// Observations carry noise here, and parameters agree far beyond the printed digits.
+// Observations have noise here, and parameters agree far beyond the printed digits.
 void TestCurveEvaluator::fitsTheTimedJobsAsTheFormulasDo()
 {
     bench::NoObserver observer;
@@ -261,8 +261,8 @@ void TestCurveEvaluator::fitsTheTimedJobsAsTheFormulasDo()
     }
 }
 
-// The reference has long decayed on the time scale of a sample that outlasts it: factors of the law leave the range of
-// numbers where their product does not.
+// A sample decays much more slowly than the reference: factors of the law leave the range of a double, although their
+// product does not.
 void TestCurveEvaluator::staysFiniteWhereTheFormulasDo()
 {
     const SampleTable table = support::tableFrom({{"0", "1", "1", "1"}, {"1", "1", "1", "1000"}}, 1);

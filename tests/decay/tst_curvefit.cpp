@@ -12,12 +12,13 @@ using namespace decay;
 namespace
 {
 
-// Without the watch for sums that rise, seed 1459 would print otherwise; without that for derivatives, 1450 and 1461.
+// Without the check for rising sums, seed 1459 would print something else; without the check of derivatives, 1450 and
+// 1461.
 constexpr qulonglong kFirstSeed = 1450;
 constexpr int kFewFits = 25;       // of each setting, in every run of the tests
-constexpr double kTieError = 1e-8; // of a constant whose last printed digit may then be either of two
+constexpr double kTieError = 1e-8; // of a constant near a rounding boundary, whose last printed digit may differ
 
-/// Checks what the engine tells: each iteration once, and a number that never falls.
+/// Checks the engine's calls: one call per iteration, and an iteration number that never falls.
 struct CountingObserver final : fit::Observer {
     int asked = 0;
     double told = 0;
@@ -134,7 +135,7 @@ void TestCurveFit::printsWhatTheFormulasPrint_data()
     QTest::newRow("from near the truth, boxes fixed") << true << true;
 }
 
-/// VORLO_FITS sets the number of fits, VORLO_FITS_SEED where the seeds begin.
+/// VORLO_FITS sets the number of fits, VORLO_FITS_SEED the first seed.
 void TestCurveFit::printsWhatTheFormulasPrint()
 {
     QFETCH(const bool, nearStart);
@@ -168,7 +169,8 @@ void TestCurveFit::printsWhatTheFormulasPrint()
         fits, firstSeed, ties, largest, seconds / secondsAsWritten, secondsAsWritten);
 }
 
-// kq1 is halved until it changes no curve: rounding then decides where it goes. Values by an independent program.
+// kq1 is halved until it no longer changes the curves; then rounding decides its next value. The values come from an
+// independent program.
 void TestCurveFit::followsAVanishingConstantAsTheFormulasDo()
 {
     app::PanelState panel;
@@ -187,7 +189,7 @@ void TestCurveFit::followsAVanishingConstantAsTheFormulasDo()
     QCOMPARE(fitted.outcome.status, fit::Status::ZeroPivot);
 }
 
-// STOP may come while the fast evaluation still serves or after the fit has begun again.
+// STOP may come during the fast evaluation or after the fit has started again.
 void TestCurveFit::stopsInEitherRun()
 {
     struct StopsAfter final : fit::Observer {

@@ -14,7 +14,7 @@ constexpr double kFewUlps = 1e-13; // room for some hundreds of roundings in a s
 constexpr double kTau = 1e-6;      // s
 constexpr double kProbe = 50e-6;   // M
 
-/// Three samples quenched with kq2 = 1e9 per M and s, the last one with a single point to fit.
+/// Three samples quenched with kq2 = 1e9 M^-1 s^-1. The last sample has a single point to fit.
 SampleTable quenchedTable()
 {
     SampleTable table;

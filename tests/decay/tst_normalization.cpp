@@ -65,7 +65,7 @@ void TestNormalization::readsSamplesInOrder()
     QCOMPARE(data.samples.SampleData[1].Tau[2], 20 / 1e9);
     QVERIFY(data.samples.SampleData[2].NComp == 1 && data.samples.SampleData[2].A[1] == 2);
 
-    // Three components with a two-site model are not refused: the test looks at slot 0, which nobody fills.
+    // Three components with a two-site model are not refused, because the check reads slot 0, which is never filled.
     const TypedSheet three{{"0", "3", "1", "1", "1", "2", "1", "3"}};
     QVERIFY(readDecayData(cellsOf(three), 1e-3, 12).usable());
 }
@@ -97,11 +97,11 @@ void TestNormalization::searchesTheTimeOfTheLevelByItsRules()
 {
     for (double tau : {1e-6, 1e-5, 1e-3, 0.05})
         QVERIFY(std::abs(endTime(tau, 1e-3) - tau * std::log(1e3)) <= kBisection + tau * kBisection / 1e-3);
-    // Half a second is met by the first midpoint, which ends the search at once.
+    // The first midpoint is half a second, which ends this search at once.
     bool found = false;
     QCOMPARE(FindDecayTime(0, 1.0, std::exp(-5.0), kBisection, exponential(0.1), 1, found), 0.5);
     QVERIFY(found);
-    // A level that is never met pushes the search against the end of its range: 24 halvings of one second.
+    // A level that is never reached drives the search to the end of its range: 24 halvings of one second.
     QCOMPARE(endTime(10.0, 1e-3), 1.0 - std::pow(2.0, -24));
     // Far below the tolerance of time the answer is the middle of the first interval.
     QCOMPARE(endTime(1e-12, 1e-3), std::pow(2.0, -24));

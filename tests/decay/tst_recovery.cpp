@@ -23,7 +23,7 @@ using support::Values;
 
 namespace
 {
-constexpr double kTypedDigits = 1e-3; // what five digits in the sheet leave of the constants
+constexpr double kTypedDigits = 1e-3; // precision of the constants with five digits in the sheet
 
 FitRun fitted(const SampleTable& table, int model, int logMode, const Values& start, support::StopRule stop)
 {

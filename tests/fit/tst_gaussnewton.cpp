@@ -21,7 +21,7 @@ namespace
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kFewUlps = 1e-13;  // room for the roundings of a well-conditioned 6 x 6 system
-constexpr double kTenDigits = 1e-9; // the engine's decimal logarithm is good to ten digits
+constexpr double kTenDigits = 1e-9; // the engine's decimal logarithm is exact to ten digits
 constexpr double kConverged = 1e-6; // of a parameter, after convergence to kTight
 constexpr double kTight = 1e-13;    // on the sum of squares, which is flat at the minimum
 
@@ -50,7 +50,7 @@ fit::Outcome run(CallableProblem problem, const fit::Options& options, const Par
     return fit::gaussNewton(problem, options, start, observer);
 }
 
-/// Four points near the line 1 + 2 x; the exact least-squares line of them is 0.7 + 2.1 x.
+/// Four points near the line 1 + 2 x; their exact least-squares line is 0.7 + 2.1 x.
 double scatteredLine(int point, const Parameters& a)
 {
     constexpr double kObserved[] = {0, 3, 4.6, 7, 9.2};
@@ -61,7 +61,7 @@ double constantTwo(int, const Parameters&) { return 2; }
 
 struct RecordingObserver final : fit::Observer {
     QStringList calls;
-    double lastIteration = kInfinity; // keepGoing ends the run then
+    double lastIteration = kInfinity; // keepGoing ends the run after it
     bool requestStop = false;
 
     void letEventsRun() override
@@ -192,8 +192,8 @@ void TestGaussNewton::restoresShiftedParametersBySubtraction()
     QVERIFY(left != kStart && std::abs(left - kStart) < kFewUlps);
 }
 
-// Residuals are asked for many points at once, but every sum has its terms in the order of the points, and the rounding
-// of a parameter that a shift has moved goes on to the next point.
+// The engine requests residuals of many points at once, but every sum adds its terms in the order of the points, and a
+// parameter that was rounded by its shift stays rounded at the next point.
 void TestGaussNewton::addsUpPointByPoint()
 {
     const auto residual = [](int point, const Parameters& a) {
@@ -258,7 +258,7 @@ void TestGaussNewton::keepsParametersInRange()
     for (const auto& [logMode, start, held] : kCases) {
         fit::Options options = optionsFor(1, 0);
         options.logMode = logMode;
-        options.fix[1] = 1; // fixed ones are held in range, too
+        options.fix[1] = 1; // fixed parameters are kept in range, too
         const double a = run({1, constantTwo}, options, {0, start}).parameters[1];
         QVERIFY2(std::abs(a / held - 1) < kTenDigits, qPrintable(QString::number(a, 'g', 17)));
     }

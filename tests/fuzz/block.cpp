@@ -4,7 +4,7 @@
 
 using fuzz::check;
 
-/// Any text pasted anywhere: the titles stay, and the whole sheet copied and pasted back stays as it is.
+/// Any text is pasted anywhere. The titles must stay, and copying and pasting the whole sheet must not change it.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

@@ -66,7 +66,7 @@ fit::Outcome checkFit(fit::Problem& problem, const Setup& setup)
     return outcome;
 }
 
-/// Draws as the window does; no loop over ticks may run away.
+/// Draws as the window does; every loop over ticks must end.
 class CheckingCanvas final : public plot::Canvas
 {
 public:
@@ -149,8 +149,8 @@ void checkDecays(const decay::CellText& cell, Setup setup)
 
 } // namespace
 
-/// Any sheet, model, start and flags through both analyses: every fit ends in time, with finite parameters or with
-/// its fault named, and nothing that is drawn or listed runs away.
+/// Any sheet, model, start and flags go through both analyses. Every fit must end in time, with finite parameters or
+/// with an error, and every plot and table must end, too.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

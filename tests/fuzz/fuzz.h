@@ -6,7 +6,7 @@
 #include <string_view>
 #include <type_traits>
 
-/// What fuzz targets share. A target finds a fault by trapping, so its checks hold in every build type.
+/// Shared by all fuzz targets. A target reports a fault with a trap, so its checks work in every build type.
 namespace fuzz
 {
 
@@ -16,10 +16,10 @@ inline void check(bool holds)
         __builtin_trap();
 }
 
-/// Fits with at least one update so far. An input that gets to none has tested the reader only.
+/// Number of fits with at least one update so far. An input without such a fit has tested only the reader.
 inline int fits = 0;
 
-/// Takes values off the front of an input; zeros once it is used up.
+/// Takes values from the front of an input; gives zeros when the input is used up.
 class Input
 {
 public:
@@ -39,7 +39,7 @@ public:
         return value;
     }
 
-    /// A whole number of 0..most.
+    /// A whole number from 0 to most.
     int takeUpTo(int most) { return take<std::uint8_t>() % (most + 1); }
 
     std::string_view rest() const { return m_rest; }

@@ -34,7 +34,7 @@ bool near(double read, double value, double distance)
     return std::abs(read - value) <= distance + kFifteenDigits * std::abs(value);
 }
 
-/// Each text reads back as the value, as near as its digits allow, and then gives the same text again.
+/// Each text must read back as the value, as closely as its digits allow, and then give the same text again.
 void checkFormatter(double value)
 {
     for (const Pattern& pattern : kPatterns) {
@@ -45,7 +45,7 @@ void checkFormatter(double value)
         if (!std::isfinite(read)) // rounded up beyond the largest double
             continue;
         check(near(read, value, distance + std::numeric_limits<double>::denorm_min()));
-        if (read == 0 || std::isnormal(read)) // others cannot hold the digits of every pattern
+        if (read == 0 || std::isnormal(read)) // denormal numbers cannot hold the digits of every pattern
             check(fit::formatNumber(read, pattern.text) == text);
     }
     for (const std::string& text : {fit::signedText(value), fit::plainText(value)}) {
@@ -54,7 +54,7 @@ void checkFormatter(double value)
     }
 }
 
-/// The strict reader takes what the C library takes from a plain decimal text, and to the same double.
+/// The strict reader must accept the same plain decimal texts as the C library and return the same double.
 void checkReaders(std::string_view text)
 {
     const double leading = fit::numberFrom(text);
@@ -78,7 +78,7 @@ void checkRounding(double value)
 
 } // namespace
 
-/// Any text through the readers; any double through the formatter and back.
+/// Any text goes through the readers; any double goes through the formatter and back.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

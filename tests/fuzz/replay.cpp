@@ -9,7 +9,7 @@
 namespace
 {
 
-/// The number of fits that an input gets to.
+/// The number of fits that an input reaches.
 int replay(const std::filesystem::path& input)
 {
     std::printf("%s", input.filename().c_str());
@@ -25,7 +25,7 @@ int replay(const std::filesystem::path& input)
 } // namespace
 
 /// [--fits] SEEDS REGRESSIONS: runs a fuzz target once over every file of both folders, without a fuzzer. With --fits
-/// it fails when a seed gets to no fit, as seeds do whose layout is no longer that of the target.
+/// it fails if a seed reaches no fit, which happens when the target's layout has changed.
 int main(int argc, char** argv)
 {
     const bool mustFit = argc > 1 && std::string_view(argv[1]) == "--fits";

@@ -3,7 +3,7 @@
 
 using fuzz::check;
 
-/// Any text read as a session: what was read is written, and comes back as it was written.
+/// Any text is read as a session, written and read again. Both readings must be the same.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view text = fuzz::Input(data, size).rest();

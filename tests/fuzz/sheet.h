@@ -11,7 +11,7 @@
 namespace fuzz
 {
 
-/// Half of all numbers are of the size that a chemist types, the others are any bits.
+/// Half of all numbers have sizes that a chemist types, the other half have any bits.
 inline double takeNumber(Input& input)
 {
     const int kind = input.takeUpTo(3);
@@ -21,7 +21,7 @@ inline double takeNumber(Input& input)
     return kind == 1 ? 0 : magnitude * (1 + input.take<std::uint8_t>() / 255.0);
 }
 
-/// Any sheet of that many samples or fewer.
+/// Any sheet with at most this number of samples.
 inline decay::CellText takeSheet(Input& input, int mostSamples)
 {
     std::vector<std::string> cells;

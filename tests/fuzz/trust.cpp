@@ -10,7 +10,7 @@ using fuzz::check;
 namespace
 {
 
-constexpr int kSamples = 8; // a search over more takes so long that few inputs get their turn
+constexpr int kSamples = 8; // a search over more samples takes so long that few inputs would run
 
 app::PanelState takePanel(fuzz::Input& input)
 {
@@ -24,7 +24,7 @@ app::PanelState takePanel(fuzz::Input& input)
     return panel;
 }
 
-/// Fixed values stay, the others get a size that can be typed, and the sums are those at the values.
+/// Fixed values must stay, other values must be of a size that can be typed, and the sums must be those at the values.
 trust::SearchResult checkSearch(const trust::Task& task)
 {
     double last = 0;
@@ -58,8 +58,8 @@ void checkDetails(const trust::RatioInput& input, const trust::Task& task, const
 
 } // namespace
 
-/// Any sheet and panel through the start search and, at the typed values, where the engine ends from them and at the
-/// values found, through the look at a fit.
+/// Any sheet and panel go through the start search. The details of a fit are taken at the typed values, at the end of
+/// the engine's run from there, and at the values found.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input bytes(data, size);

@@ -68,7 +68,7 @@ void TestDecayLaws::followTheirLimits()
 }
 
 // Cumulative Poisson tables: the first term whose sum reaches 0.99 with collisions, 0.95 without. The first term with a
-// quencher is always there.
+// quencher is always included.
 void TestDecayLaws::stopThePoissonSeriesAtItsShare()
 {
     constexpr struct {

@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr double kFewUlps = 1e-13;
-// In the decay laws "…" stands for the pairs, triples, ... of quenchers, which are this rare here.
+// In the decay laws "…" stands for the terms with two and more quenchers, which are this small here.
 constexpr double kRareNumbers = 2e-3;
 
 constexpr double kQuencher = 0.01, kProbe = 1e-3, kTime = 7e-9; // M, M, s

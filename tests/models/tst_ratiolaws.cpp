@@ -33,8 +33,8 @@ void TestRatioLaws::areOneWithoutQuencher()
         QCOMPARE(ratio(model, kQuencher, kArguments), 0.0);
 }
 
-// A steady-state intensity is the area under the decay, so the two families of laws must agree where both describe
-// the same physics. The sphere does so without probe only.
+// A steady-state intensity is the area under the decay, so the two families of laws must agree where both describe the
+// same physics. The laws of the sphere agree only without probe.
 void TestRatioLaws::areTheAreaUnderTheDecay()
 {
     const decay::Reference reference{1, {0, 1}, {0, 1 / kTau0}};

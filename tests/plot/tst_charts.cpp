@@ -72,7 +72,7 @@ void TestCharts::drawsMeasuredRatios()
 
 void TestCharts::ratioCurveRunsOneStepBeyondTheData()
 {
-    for (const double Xmax : {0.01, 0.02, 0.03, 0.5, 0.8, 16.0}) { // steps of most of them round when they add up
+    for (const double Xmax : {0.01, 0.02, 0.03, 0.5, 0.8, 16.0}) { // the sums of most of these steps round
         const std::vector<plot::CurvePoint> curve = plot::ratioCurve(Xmax, linear);
         QCOMPARE(curve.size(), 22u);
         QCOMPARE(curve.front().y, 1.0);

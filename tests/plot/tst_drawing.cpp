@@ -63,7 +63,7 @@ void TestDrawing::coloursSpreadOverTheHues()
     QCOMPARE(CurveColor(144, 18, 18), plot::rgb(144, 208, 80));
     QCOMPARE(CurveColor(192, 19, 19), plot::rgb(216, 88, 88));
     QCOMPARE(CurveColor(0, 16, 0), plot::rgb(128, 128, 128));
-    QCOMPARE(CurveColor(100, 32, 32), plot::rgb(255, 255, 255)); // 256 is held at 255
+    QCOMPARE(CurveColor(100, 32, 32), plot::rgb(255, 255, 255)); // 256 is clamped to 255
     QCOMPARE(CurveColor(0, 16, 16), plot::rgb(192, 64, 64));
     QCOMPARE(plot::HueComponent(-64, 8, 24), 8);
     QCOMPARE(plot::HueComponent(202, 8, 24), 13); // as 10, once around the circle
@@ -94,7 +94,7 @@ void TestDrawing::linearAxes()
     double xt = 100, yt = 0.5;
     plot::drawAxis(surface, map, "##0", xt, yt, plot::kLinearLabels);
     QCOMPARE(xt, 100.0);
-    QCOMPARE(yt, -0.5); // y is walked downwards
+    QCOMPARE(yt, -0.5); // y steps downwards
     QCOMPARE(surface.clears, 1);
     QCOMPARE(surface.fontPoints, 10);
     // x: 4 twips to the left per character of "-100", " 0", " 100"; y: 6 pixels of 15 twips per character

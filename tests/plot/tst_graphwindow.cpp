@@ -17,7 +17,7 @@ const QColor kWhite(Qt::white);
 const QColor kRed(255, 0, 0);
 constexpr int kTwipsPerPixel = 15;
 
-// Places on pictures are those of the window, however many pixels of the screen one of its pixels has.
+// Positions are in pixels of the window, whatever the scale of the screen.
 QColor colorAt(const QImage& picture, int x, int y)
 {
     return picture.pixelColor(QPoint(x, y) * picture.devicePixelRatio());
@@ -97,7 +97,7 @@ void TestGraph::drawsInWorldCoordinates()
     QCOMPARE(atWorldY(10, 2), kRed);
     m_graph->VPset(25, 5, plot::kBrightRed);
     QCOMPARE(atWorldY(100, 5), kRed);
-    m_graph->VLine(1e300, -1e300, -1e300, 1e300, plot::kBrightRed); // held at the coordinate limits
+    m_graph->VLine(1e300, -1e300, -1e300, 1e300, plot::kBrightRed); // clamped to the coordinate limits
     QCOMPARE(m_graph->VtoWX(1e300), 32767.0f);
 }
 

@@ -52,7 +52,7 @@ void TestSpreadSheet::init()
 
 void TestSpreadSheet::copiesTheFilledBlock()
 {
-    const std::pair<QStringList, QString> cases[]{// "column row text", and what is copied of them
+    const std::pair<QStringList, QString> cases[]{// "column row text", and the copied text
                                                   {{"0 0 a", "1 0 b", "0 1 c", "1 1 d"}, "a\tb\rc\td\r"},
                                                   {{"1 0 x", "0 1 1"}, "\tx\r1\r"},
                                                   {{"0 0 τ1/ns", "1 0 b", "2 0 c", "4 0 e"}, "τ1/ns\tb\tc\r"},

@@ -15,7 +15,7 @@ using support::Values;
 
 namespace
 {
-// Forward differences over 1/128 of a parameter move the end of an iteration that far from the least sum of squares.
+// Forward differences over 1/128 of a parameter shift the end of a fit this far from the least sum of squares.
 constexpr double kDifferenceBias = 3e-4;
 
 struct Run : support::FitRun {

@@ -16,7 +16,7 @@ namespace support
 
 using Column = QStringList; // rows 1, 2, ... of one sample in the data sheet
 
-/// The whole program as a person has it in front of them, with a recorder in place of message boxes and dialogs.
+/// The whole program as a user sees it, with a recorder in place of message boxes and dialogs.
 struct Application {
     RecordingPrompter prompter;
     app::VorloMain program{prompter};

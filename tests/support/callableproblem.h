@@ -24,7 +24,7 @@ private:
     Residual m_residual;
 };
 
-/// An observer that lets every run go on.
+/// An observer that lets every run continue.
 struct PatientObserver : fit::Observer {
     void letEventsRun() override {}
     bool keepGoing(double) override { return true; }

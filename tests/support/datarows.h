@@ -6,8 +6,8 @@
 namespace support
 {
 
-/// The rows of a table in tests/data: one a line, fields between tabs, perhaps in quotation marks. Empty lines and
-/// lines from "//" on are left out.
+/// The rows of a table in tests/data: one row per line, fields separated by tabs, with optional quotation marks. Empty
+/// lines and lines that start with "//" are skipped.
 inline QList<QStringList> dataRows(const QString& name)
 {
     QFile file(QString(VORLO_TEST_DATA "/") + name);

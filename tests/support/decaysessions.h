@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// The decay sessions that fits are tested with.
+/// The decay sessions with which fits are tested.
 namespace support
 {
 
@@ -26,7 +26,7 @@ inline const TypedSheet kAcridoneSheet{{"0", "1", "1", "17.6"},   {"0.04", "1", 
 
 inline const std::vector<double> kWideRange{0, 0.02, 0.04, 0.06, 0.08, 0.1};               // M
 inline const std::vector<double> kMicelleRange{0, 0.2e-3, 0.4e-3, 0.8e-3, 1.2e-3, 1.6e-3}; // M
-inline constexpr double kProbe = 2e-4; // M, enough for a complex to take a visible part of the quencher
+inline constexpr double kProbe = 2e-4; // M, enough for a complex to bind a visible part of the quencher
 
 // Ru-Re photocatalyst in DMF with BNAH, 298 K: PMC5897880, Table 4.
 inline const decay::Reference kRuRe{2, {0, 0.04, 0.96}, {0, 1 / 142.9e-9, 1 / 900.9e-9}};

@@ -8,7 +8,7 @@
 namespace support
 {
 
-/// The error that waiting for the disk ends with, as errno; 0: none. For files and for folders.
+/// The errno with which waiting for the disk fails, for files and for folders; 0: no error.
 struct DiskFault {
     int file = 0;
     int folder = 0;
@@ -17,7 +17,7 @@ inline DiskFault diskFault;
 
 } // namespace support
 
-/// Takes the place of the C library's function in the whole test program.
+/// Replaces the C library's function in the whole test program.
 extern "C" inline __attribute__((used)) int fsync(int handle)
 {
     struct stat status = {};

@@ -34,7 +34,7 @@ struct StopRule {
     double tolerance;
     double iterationLimit;
 };
-inline constexpr StopRule kPanelRule{1e-4, 100}; // what the parameter panel holds at start
+inline constexpr StopRule kPanelRule{1e-4, 100}; // initial values of the parameter panel
 inline constexpr StopRule kPatientRule{1e-9, 50000};
 
 struct FitRun {
@@ -61,7 +61,7 @@ inline FitRun runFit(fit::Problem& problem, int logMode, const Values& start, St
     return {Values(real.begin() + 1, real.begin() + 1 + static_cast<std::ptrdiff_t>(start.size())), outcome};
 }
 
-/// True when every value lies within a relative distance of the expected one.
+/// True if every value lies within a relative distance of the expected value.
 inline bool allNear(const Values& values, const Values& expected, double tolerance)
 {
     for (std::size_t j = 0; j < expected.size(); ++j)

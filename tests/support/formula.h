@@ -10,7 +10,7 @@
 namespace support
 {
 
-/// Works out a formula as it is printed: + − · / parentheses, numbers, named quantities, and functions of one argument.
+/// Evaluates a printed formula: + − · / parentheses, numbers, named quantities, and functions of one argument.
 class Formula
 {
 public:

@@ -6,7 +6,7 @@ namespace
 
 constexpr double kLargePoints = 16; // desktops start with 9 to 11
 
-/// Loaded before a program, gives it the font of a desktop that is set to large texts.
+/// A library that, preloaded, gives a program the font of a desktop with large texts.
 void enlargeFont()
 {
     QFont font = QApplication::font();

@@ -9,7 +9,7 @@
 namespace support
 {
 
-/// One step of a worked example: a table, or the report that is to come out of what was done so far.
+/// One step of a worked example: a table, or the report that the steps so far must give.
 struct ManualStep {
     enum class Kind { Sheet, Run, Report, Result, Copied } kind;
     QList<QStringList> rows; // of a table: all cells of each row, the title first
@@ -21,7 +21,7 @@ struct ManualExample {
     QList<ManualStep> steps;
 };
 
-/// The page as users read it, taken apart. It must be well-formed, which QXmlStreamReader checks.
+/// The contents of the page. It must be well-formed XML, which QXmlStreamReader checks.
 struct Manual {
     QList<ManualExample> examples;
     QString plainText; // white space as single blanks

@@ -5,7 +5,8 @@
 namespace support
 {
 
-/// Milliseconds: a second for users; unoptimised and sanitised builds get more, a quadratic step would need hours.
+/// Milliseconds: a user waits one second. Unoptimised and sanitised builds get more time; a quadratic algorithm would
+/// take hours.
 #ifdef NDEBUG
 inline constexpr qint64 kPatience = 1000;
 #else

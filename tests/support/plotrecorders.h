@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-/// Stand-ins that write down what axes and tables ask for.
+/// Test doubles that record the calls of axes and tables.
 namespace support
 {
 

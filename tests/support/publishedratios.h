@@ -5,7 +5,7 @@
 namespace support
 {
 
-/// Published ratios of one quencher and one lifetime.
+/// Published ratios for one quencher and one lifetime.
 struct PublishedRatios {
     std::vector<double> conc;  // M
     std::vector<double> ratio; // F0/F
@@ -24,8 +24,8 @@ inline PublishedRatios acridoneRatios()
 }
 
 // Tryptophan of hFis1 without its N-terminal arm, quenched by acrylamide, 341 nm; github.com/Hill-Lab/
-// Fis1_structural_studies_N-term_arm, 20200220_TRP_dN_nativeN_acrylamide_D1. Published: KSV = 4.86781 per M. A nominal
-// lifetime, the source has none.
+// Fis1_structural_studies_N-term_arm, 20200220_TRP_dN_nativeN_acrylamide_D1. Published: KSV = 4.86781 per M. The
+// lifetime is nominal, because the source gives none.
 inline PublishedRatios hFis1Ratios()
 {
     return {{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779}, 3e-9, "10e-6"};

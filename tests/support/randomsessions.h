@@ -11,7 +11,7 @@
 #include <random>
 #include <string>
 
-/// Decay sessions as chemists type them, drawn at random from a seed: what fits are compared on in large numbers.
+/// Decay sessions as chemists type them, drawn at random from a seed, for comparing large numbers of fits.
 namespace support
 {
 
@@ -38,8 +38,8 @@ public:
     }
     std::string typed(double value, int digits) { return QByteArray::number(value, 'g', digits).toStdString(); }
 
-    /// 4 to 12 samples of one mechanism whose strongest quenching takes between a quarter and five sixths of the
-    /// emission, with 0.1 to 3 % noise on every amplitude and lifetime, and two to four typed digits.
+    /// 4 to 12 samples of one mechanism. The most quenched sample loses between a quarter and five sixths of its
+    /// emission. Every amplitude and lifetime has 0.1 to 3 % noise and two to four typed digits.
     Session session()
     {
         Session s;

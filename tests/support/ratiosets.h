@@ -11,7 +11,7 @@
 namespace support
 {
 
-/// What an analysis would take over for given ratios with one lifetime and a probe concentration.
+/// The input of an analysis of given ratios with one lifetime and a probe concentration.
 inline trust::RatioInput ratioInput(int model, const std::vector<double>& conc, const std::vector<double>& ratio,
                                     double tau0, const std::string& Cp = "50e-6")
 {
@@ -36,13 +36,14 @@ inline trust::RatioInput ratioInput(int model, const PublishedRatios& set)
 inline trust::RatioInput acridone(int model) { return ratioInput(model, acridoneRatios()); }
 inline trust::RatioInput hFis1(int model) { return ratioInput(model, hFis1Ratios()); }
 
-/// Ratios of a model with noise, and the constants that they were made from.
+/// Ratios of a model with noise, and the constants from which they were made.
 struct SimulatedRatios {
     trust::RatioInput input;
     fit::Parameters constants{};
 };
 
-/// A seeded experiment: lifetimes 1..300 ns, constants over two decades about what the concentrations show.
+/// An experiment drawn from a seed: lifetimes 1..300 ns, constants over two decades around the values that the
+/// concentrations can determine.
 /// noise: standard deviation relative to each ratio. The reference is 1.
 inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, double noise)
 {

@@ -7,7 +7,7 @@
 namespace support
 {
 
-/// Writes down what a chart asks for, a line of text a call: numbers with six digits, colours as red, green and blue.
+/// Records each call of a chart as a line of text: numbers with six digits, colours as red, green and blue.
 struct RecordingCanvas final : plot::Canvas {
     QStringList calls;
 

@@ -9,7 +9,7 @@
 namespace support
 {
 
-/// Records what the user would be told and answers file dialogs once each; without an answer they are cancelled.
+/// Records messages to the user and answers each file dialog once. A dialog without an answer is cancelled.
 struct RecordingPrompter final : ui::Prompter {
     QStringList shown;
     QStringList askedToReplace; // always refused

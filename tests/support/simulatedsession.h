@@ -10,8 +10,8 @@
 namespace support
 {
 
-/// A longer series than the sheet's three components with its fast end folded into the third, which keeps the sum of
-/// the amplitudes and the initial slope.
+/// Reduces a series to the three components of the sheet: the fast components are merged into the third, which keeps
+/// the sum of the amplitudes and the initial slope.
 inline decay::MultiExponential asTyped(decay::MultiExponential decay)
 {
     std::erase_if(decay, [](const decay::Exponential& term) { return term.amplitude == 0; });
@@ -25,7 +25,7 @@ inline decay::MultiExponential asTyped(decay::MultiExponential decay)
     return decay;
 }
 
-/// The sheet that a chemist would type for samples that obey a decay law, with five digits, lifetimes in ns.
+/// The sheet that a chemist would type for samples that follow a decay law: five digits, lifetimes in ns.
 inline TypedSheet simulatedSession(int model, const decay::Reference& reference, double Cp, const fit::Parameters& p,
                                    const std::vector<double>& concentrations)
 {

@@ -28,7 +28,7 @@ __attribute__((target("xsave"))) inline bool upperHalvesMarked()
     return (_xgetbv(1) & kUpperHalves) != 0;
 }
 
-/// True while the upper halves of the vector registers hold something; nullopt where the processor does not tell.
+/// True while the upper halves of the vector registers are in use; nullopt if the processor does not report it.
 inline std::optional<bool> upperHalvesInUse()
 {
     return tellsStatesInUse() ? std::optional(upperHalvesMarked()) : std::nullopt;

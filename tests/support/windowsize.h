@@ -6,7 +6,7 @@
 namespace support
 {
 
-/// Desktops that are set to large texts have windows as much larger as these need.
+/// On desktops with large texts, windows are larger by the same factor.
 inline bool hasLargeFont() { return QApplication::font().pointSizeF() > 12; }
 
 inline QSize expectedSize(const QWidget& window, const QSize& usual)

@@ -22,7 +22,7 @@ QWidget& focused()
     giveUp("nothing has the keyboard");
 }
 
-/// The menu that an item or a submenu's title stands in.
+/// The menu that contains an item or the title of a submenu.
 QMenu* menuOf(const QAction& action)
 {
     for (QObject* holder : action.associatedObjects())
@@ -31,7 +31,7 @@ QMenu* menuOf(const QAction& action)
     return nullptr;
 }
 
-/// Goes down to an item by the keys and chooses it.
+/// Moves down to an item with the arrow keys and chooses it.
 void chooseFrom(QMenu& menu, const QAction& item)
 {
     for (qsizetype left = menu.actions().size(); left > 0 && menu.activeAction() != &item; --left)
@@ -41,7 +41,7 @@ void chooseFrom(QMenu& menu, const QAction& item)
     QTest::keyClick(&menu, Qt::Key_Return);
 }
 
-/// Opens the menus that lead to a menu, and the menu itself.
+/// Opens a menu and, before it, the menus that contain it.
 void openMenu(QMenuBar& bar, const QMenu& menu)
 {
     QAction* title = menu.menuAction();

@@ -10,8 +10,8 @@
 class QComboBox;
 class QLineEdit;
 
-/// Keys and clicks as a person makes them. Whatever a person would not find (a control that is missing, hidden or
-/// disabled) ends the tour with a message and exit status 1.
+/// Keys and clicks of a user. A control that a user could not operate, because it is missing, hidden or disabled, ends
+/// the tour with a message and exit status 1.
 namespace tour
 {
 
@@ -34,16 +34,16 @@ Widget& find(QWidget& window, const char* name)
 void goTo(QWidget& window);
 void click(QWidget& control);
 void clickCell(QTableView& grid, int row, int column);
-/// To whatever has the focus, key by key: the focus may move with the first one.
+/// Types into the control with the focus, key by key, because the first key may move the focus.
 void press(Qt::Key key, int times = 1);
 void type(const QString& text);
 /// Replaces the text of a box.
 void retype(QLineEdit& box, const QString& text);
-/// Chooses an entry of a list by the keys.
+/// Chooses an entry of a list with the arrow keys.
 void choose(QComboBox& list, int entry);
 /// Opens a menu of the menu bar and clicks the item with that object name.
 void chooseItem(QMainWindow& window, const char* item);
-/// What a window shows, as PNG; a window that is not on the screen has no picture.
+/// Saves a picture of a window as PNG. A window that is not on the screen ends the tour.
 void takePicture(QWidget& window, const QString& path);
 
 } // namespace tour

@@ -1,4 +1,4 @@
-// The guided tour: operates the program's real windows as a person would and leaves a picture of each.
+// The guided tour: operates the program's real windows as a user would and saves a picture of each.
 
 #include "tests/tour/hands.h"
 
@@ -37,13 +37,13 @@ constexpr const char* kPublished = "Published for these data: K 1.19 M-1 and kq2
 // Slope of tau0/tau against the quencher by linear least squares, 87.3 M-1, divided by tau0 = 17.6 ns.
 constexpr const char* kFromLifetimes = "A straight line through tau0/tau of these lifetimes gives kq2 4.96e9 M-1s-1.";
 
-// Starting values: a collision in water is about this fast, and a bend this slight means a weak complex. (A start of
-// exactly 1 is none in log mode: its logarithm is 0, of which the engine can take no fraction as a step.)
+// Start values: collisions in water are about this fast, and such a slight bend indicates a weak complex. (A start
+// value of exactly 1 does not work in log mode: its logarithm is 0, and the derivative step is a fraction of it.)
 constexpr const char* kStartKq2 = "5e+9"; // M^-1 s^-1
 constexpr const char* kStartK = "2";      // M^-1
 constexpr const char* kMoreIterations = "1000";
 
-/// The offscreen platform has no window manager and would tell of it at every step.
+/// Drops the offscreen platform's repeated message that it has no window manager.
 void passWarning(QtMsgType, const QMessageLogContext&, const QString& text)
 {
     if (!text.startsWith("This plugin does not support"))
@@ -52,7 +52,7 @@ void passWarning(QtMsgType, const QMessageLogContext&, const QString& text)
 
 void say(const QString& text) { std::cout << text.toStdString() << std::endl; }
 
-/// The tour gives no cause for a message.
+/// The tour expects no message box.
 class TourPrompter final : public ui::Prompter
 {
 public:
@@ -62,7 +62,7 @@ public:
     bool mayReplace(const QString&) override { return false; }
 };
 
-/// One column, from its first cell on: Enter stores and moves down, arrows pass over the unused components.
+/// Types one column from its first cell on: Enter stores and moves down, arrow keys skip the unused components.
 void typeSample(const Sample& sample)
 {
     for (const char* text : {sample.quencher, "1", "1", sample.lifetime}) {
@@ -91,7 +91,7 @@ void chooseModel(app::frmVorloMain& window, int model)
     tour::click(tour::find<QRadioButton>(window, qPrintable(QString("opnModel%1").arg(model))));
 }
 
-/// The report of an analyzer and the row of the results table that it left.
+/// Prints the report of an analyzer and its row of the results table.
 void showOutcome(QWidget& analyzer, app::frmVorloMain& window, int row, const char* comparison)
 {
     say("\nReport:\n" + tour::find<QPlainTextEdit>(analyzer, "txtResults").toPlainText());
@@ -176,7 +176,7 @@ struct Tour {
     }
 };
 
-/// What a dark desktop gives its programs.
+/// The colours of a dark desktop.
 QPalette darkPalette()
 {
     QPalette dark(QColor(53, 53, 53), QColor(35, 35, 35));

@@ -57,8 +57,8 @@ private slots:
     void intervalsCoverTheTruth();
 };
 
-// Errors of an independent program, as dynamic constant kq tau0 and K. It counted the reference as a point like the
-// others, which makes them smaller.
+// Errors of an independent program, as dynamic constant kq tau0 and K. That program counted the reference as a data
+// point, which makes its errors smaller.
 void TestFitDetails::agreesWithPublishedErrors_data()
 {
     QTest::addColumn<bool>("iodide");
@@ -129,7 +129,7 @@ void TestFitDetails::judgesWhereAFitEnded()
     QVERIFY(detailsOf(input, ended(input, {0, 2, 5e9, 0})).verdict == Verdict::AtMinimum);
 
     RatioInput dynamic = support::acridone(1);
-    dynamic.logMode = 1; // from the default panel the engine ends where it has no slope
+    dynamic.logMode = 1; // from the default panel the engine ends on a plateau
     QVERIFY(detailsOf(dynamic, ended(dynamic, {0, 1e6, 0, 0})).verdict == Verdict::NotAMinimum);
 }
 
@@ -200,8 +200,8 @@ void TestFitDetails::intervalsCoverTheTruth_data()
     QTest::newRow("3") << 3 << fit::Parameters{0, 4, 1e10, 0};
 }
 
-// Noise of 1 percent of the largest ratio on every point but the reference: that of a least-squares fit without
-// weights.
+// Noise of 1 percent of the largest ratio on every point except the reference, as a least-squares fit without weights
+// assumes.
 void TestFitDetails::intervalsCoverTheTruth()
 {
     QFETCH(int, model);

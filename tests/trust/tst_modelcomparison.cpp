@@ -30,7 +30,7 @@ void TestModelComparison::ranksTheModelThatTheDataComeFrom()
     }
 }
 
-// A lifetime of 3 ns and F0/F = 101 at 0.5 M take a constant of 6.7e10 M^-1 s^-1, which no diffusion allows.
+// A lifetime of 3 ns and F0/F = 101 at 0.5 M require a constant of 6.7e10 M^-1 s^-1, above the diffusion limit.
 void TestModelComparison::marksWhatIsImplausible()
 {
     const auto fast = compareModels(support::ratioInput(1, {0, 0.1, 0.2, 0.35, 0.5}, {1, 21.2, 40.9, 71.1, 101}, 3e-9));

@@ -13,7 +13,7 @@ using namespace trust;
 namespace
 {
 
-constexpr double kPublishedDigits = 2e-4; // the independent optima are given with five digits or so
+constexpr double kPublishedDigits = 2e-4; // the independent optima have about five digits
 
 SearchResult searched(const RatioInput& input)
 {
@@ -69,8 +69,8 @@ void TestStartSearch::leadsTheEngineToTheOptimum_data()
         QTest::addRow("%d", model) << model;
 }
 
-// From the default panel, in both modes. The optimum to compare with is that downhill of the constants that the data
-// were made from, which the search does not know.
+// From the default panel, in both modes. The reference is the optimum reached from the constants from which the data
+// were made; the search does not know these constants.
 void TestStartSearch::leadsTheEngineToTheOptimum()
 {
     QFETCH(int, model);
@@ -101,7 +101,7 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
     QCOMPARE(determined == 0, model == 11);
 }
 
-// With the last constant held off its optimum the engine's triangular steps miss that of the others.
+// If the last constant is fixed off its optimum, the engine's triangular steps miss the optimum of the others.
 void TestStartSearch::saysWhereTheEngineCannotStay()
 {
     RatioInput input = support::acridone(6);
@@ -111,11 +111,11 @@ void TestStartSearch::saysWhereTheEngineCannotStay()
     const EngineStart start = startFor(input, best);
     QVERIFY(!start.leadsToMinimum);
     QVERIFY(start.reached > best.sumOfSquares * (1 + kEquallyGood));
-    QVERIFY(std::abs(start.values[1] / best.values[1] - 1) < kPublishedDigits); // what it gives is the optimum
+    QVERIFY(std::abs(start.values[1] / best.values[1] - 1) < kPublishedDigits); // the values are the optimum
 }
 
-// The law of two sites is the same with the sites exchanged: F and 1/F, kq2 and kq22. That of a dark complex beside
-// collisions nearly is with K and kq2 tau0 exchanged, when the probe is dilute.
+// The law of two sites is the same with the sites exchanged: F and 1/F, kq2 and kq22. With a dilute probe, the law of a
+// dark complex with collisions is nearly the same with K and kq2 tau0 exchanged.
 void TestStartSearch::givesEverySolutionThatIsEquallyGood()
 {
     const SearchResult sites = searched(support::simulatedRatios(12, 1, 8, 0.01).input);
@@ -166,7 +166,7 @@ void TestStartSearch::startsFromValuesWithoutLogarithm()
     input.panel.kq2 = "none";
     const SearchResult found = searched(input);
     QVERIFY(std::abs(found.solutions.front().sumOfSquares / 4.05796 - 1) < kPublishedDigits);
-    input.panel.K = "0"; // the law of the complex has no value there
+    input.panel.K = "0"; // the law of the complex cannot be evaluated there
     QVERIFY(std::isinf(searched(input).typedSum));
 }
 

@@ -33,7 +33,7 @@ std::vector<double> numbers(const QStringList& row, qsizetype from = 0)
 
 fit::Parameters constants(const QStringList& row)
 {
-    const std::vector<double> values = numbers(row, 1); // behind what they are
+    const std::vector<double> values = numbers(row, 1); // behind their names
     fit::Parameters found{};
     std::copy(values.begin(), values.end(), found.begin() + 1);
     return found;
@@ -119,7 +119,7 @@ void TestUncertainty::reproducesCertifiedValues()
     static const QMap<QString, CertifiedSet> sets = certifiedSets();
     QCOMPARE(static_cast<std::size_t>(sets.size()), kModels.size());
     const CertifiedSet set = sets[kModels[row].set];
-    const bool logarithms = qstrcmp(kModels[row].set, "Nelson") == 0; // that model is one of log y
+    const bool logarithms = qstrcmp(kModels[row].set, "Nelson") == 0; // its model is for log y
     support::CallableProblem problem(static_cast<int>(set.points.size()), [&](int i, const fit::Parameters& b) {
         const Point& p = set.points[static_cast<std::size_t>(i - 1)];
         const double modelled = kModels[row].law(p, b);

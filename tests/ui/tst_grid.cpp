@@ -102,7 +102,7 @@ void TestGrid::arrowsStayAmongTheCells()
     QCOMPARE(block(), "9,5 to 9,5");
     m_grid->setText(10, 1, "x");
     m_grid->selectCell(10, 1);
-    QCOMPARE(m_grid->text(10, 1), QString()); // cells outside are not there
+    QCOMPARE(m_grid->text(10, 1), QString()); // there are no cells outside
     QCOMPARE(m_grid->currentRow(), 9);
     m_grid->selectCell(0, 0);
     QTest::keyClick(m_grid, Qt::Key_Down);

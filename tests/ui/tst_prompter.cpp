@@ -16,7 +16,7 @@
 namespace
 {
 
-/// Runs `act` on the modal dialog that the following call opens, which is cancelled unless `act` accepts it.
+/// Calls `act` with the modal dialog that the next call opens, and cancels the dialog unless `act` accepts it.
 template <typename Dialog>
 void whenAsked(std::function<void(Dialog&)> act)
 {
@@ -127,7 +127,7 @@ void TestPrompter::aClickTakesTheTypedPath()
         auto* files = dialog.findChild<QFileSystemModel*>();
         QTRY_COMPARE(files->rowCount(files->index(folder.path())), 1);
         QTest::keyClicks(dialog.findChild<QLineEdit*>("fileNameEdit"), path);
-        QVERIFY(!QApplication::activePopupWidget()); // X11 gives such a list the next click
+        QVERIFY(!QApplication::activePopupWidget()); // under X11 such a list gets the next click
         QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open), Qt::LeftButton);
     });
     QCOMPARE(prompter.fileToOpen().value_or(QString()), path);

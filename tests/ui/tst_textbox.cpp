@@ -67,7 +67,7 @@ private slots:
 
 void TestTextBox::takesOneLineByEveryWay()
 {
-    const std::pair<QString, QString> cases[]{// what comes into "ab" between its letters, and what it then holds
+    const std::pair<QString, QString> cases[]{// a text inserted between the letters of "ab", and the result
                                               {"1e7", "a1e7b"},       {"1e7\r\n", "a1e7b"}, {"1\n2\n", "a1b"},
                                               {"1\r2", "a1b"},        {"1\t2", "a1 2b"},    {"\n2", "ab"},
                                               {"\t1\t\r\n2", "a 1 b"}};
