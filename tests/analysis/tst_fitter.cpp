@@ -110,7 +110,9 @@ void TestFitter::keepsItsOwnWhileAnotherRuns()
     fitter.run(interrupter);
     QVERIFY(!interrupter.action);
     QVERIFY(std::abs(fitter.parameters()[1] - 7) < kFewUlps * 7);
-    QVERIFY(fitter.model() == 1 && fitter.logMode() == 0 && fitter.iterations() == 2);
+    QVERIFY(fitter.model() == 1);
+    QVERIFY(fitter.logMode() == 0);
+    QVERIFY(fitter.iterations() == 2);
     QCOMPARE(fitter.getXaisqr(), 7.0);
 }
 

@@ -38,7 +38,8 @@ void TestDataSheet::init()
     m_sheet = std::make_unique<app::DataSheet>();
     m_grid = m_sheet->findChild<ui::Grid*>("MSHFlexGrid1");
     m_editor = m_sheet->findChild<QLineEdit*>("txtEdit");
-    QVERIFY(m_grid && m_editor);
+    QVERIFY(m_grid);
+    QVERIFY(m_editor);
     m_sheet->show();
     m_sheet->activateWindow();
     m_grid->setFocus();
@@ -54,12 +55,16 @@ void TestDataSheet::startsWithTitlesAndAllRowsInView()
                 return false;
         return true;
     };
-    QVERIFY(m_sheet->rowCount() == 10 && m_sheet->columnCount() == 21 && showsAllTitles());
-    QVERIFY(m_grid->currentRow() == 1 && m_grid->currentColumn() == 1);
+    QCOMPARE(m_sheet->rowCount(), 10);
+    QCOMPARE(m_sheet->columnCount(), 21);
+    QVERIFY(showsAllTitles());
+    QCOMPARE(m_grid->currentRow(), 1);
+    QCOMPARE(m_grid->currentColumn(), 1);
     QCOMPARE(m_grid->verticalScrollBar()->maximum(), 0);
     m_sheet->setCounts(2, 2); // as an opened session may ask
     m_sheet->setCounts(12, 30);
-    QVERIFY(m_sheet->columnCount() == 30 && showsAllTitles());
+    QCOMPARE(m_sheet->columnCount(), 30);
+    QVERIFY(showsAllTitles());
 }
 
 void TestDataSheet::typingGoesIntoTheEditorAndEnterStores()
@@ -84,7 +89,8 @@ void TestDataSheet::typingGoesIntoTheEditorAndEnterStores()
     QTest::keyClick(m_grid, '7');
     QTest::keyClick(m_editor, Qt::Key_Enter);
     QCOMPARE(m_sheet->GetSheetText(9, 3), QString("7"));
-    QVERIFY(m_grid->currentRow() == 9 && m_grid->currentColumn() == 3); // nothing below the last row
+    QCOMPARE(m_grid->currentRow(), 9);
+    QCOMPARE(m_grid->currentColumn(), 3); // nothing below the last row
 }
 
 void TestDataSheet::inputMethodTextStartsAnEditAndEscapeEndsIt()
@@ -166,7 +172,8 @@ void TestDataSheet::leavingTheLineStoresWhatWasTyped()
     m_editor->setFocus();
     m_editor->setText("lost");
     other.setFocus();
-    QVERIFY(m_sheet->GetSheetText(2, 0) == "Component" && m_editor->text() == "Component");
+    QVERIFY(m_sheet->GetSheetText(2, 0) == "Component");
+    QVERIFY(m_editor->text() == "Component");
 }
 
 void TestDataSheet::pastedBlocksGoIntoTheSheet()
@@ -206,7 +213,8 @@ void TestDataSheet::deleteEmptiesTheSelectedBlock()
         for (int column = 1; column <= 4; ++column)
             QCOMPARE(m_sheet->GetSheetText(row, column), QString(row >= 2 && row <= 3 && column <= 3 ? "" : "1"));
     QCOMPARE(m_sheet->GetSheetText(2, 0), QString());
-    QVERIFY(m_grid->currentRow() == 3 && m_grid->farColumn() == 0);
+    QCOMPARE(m_grid->currentRow(), 3);
+    QCOMPARE(m_grid->farColumn(), 0);
     QCOMPARE(m_editor->text(), QString());
     QCOMPARE(edited.count(), 0);
 }

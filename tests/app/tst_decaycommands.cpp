@@ -48,7 +48,8 @@ void TestDecayCommands::normalisesWritesBackAndDraws()
     QCOMPARE(sheet.GetSheetText(5, 2), ".25");
     QVERIFY(vorlo.program.shared.DataNormalized);
     QCOMPARE(vorlo.program.GraphWindow1.windowTitle(), "Decay Curves");
-    QVERIFY(vorlo.program.GraphWindow1.isVisible() && !vorlo.program.GraphWindow2.isVisible());
+    QVERIFY(vorlo.program.GraphWindow1.isVisible());
+    QVERIFY(!vorlo.program.GraphWindow2.isVisible());
 }
 
 void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()

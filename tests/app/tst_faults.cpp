@@ -319,12 +319,14 @@ void TestFaults::arithmeticFaultsLoseNothing()
     vorlo.run(qPrintable(command));
     QCOMPARE(vorlo.prompter.shown, kArithmeticFault);
     QCOMPARE(vorlo.last(), app::ResultRecord());
-    QVERIFY(!vorlo.program.GraphWindow2.isVisible() && !vorlo.program.OutputTable2.isVisible());
+    QVERIFY(!vorlo.program.GraphWindow2.isVisible());
+    QVERIFY(!vorlo.program.OutputTable2.isVisible());
 
     vorlo.refill();
     vorlo.run(qPrintable(command));
     QCOMPARE(vorlo.prompter.shown, kArithmeticFault);
-    QVERIFY(vorlo.program.GraphWindow2.isVisible() && vorlo.program.OutputTable2.isVisible());
+    QVERIFY(vorlo.program.GraphWindow2.isVisible());
+    QVERIFY(vorlo.program.OutputTable2.isVisible());
 }
 
 void TestFaults::failedSavesLoseNothing_data()

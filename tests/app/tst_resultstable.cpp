@@ -202,7 +202,8 @@ void TestResultsTable::deletedRowsMoveUp()
     QVERIFY(m_shared->results.ResultData[20] == m_shared->results.ResultData[19]);
     QCOMPARE(m_shared->results.ResultCursor, 2);
     QCOMPARE(m_shared->results.ResultRowEnd, 20);
-    QVERIFY(m_table->grid().currentRow() == 1 && m_table->grid().currentColumn() == 4);
+    QCOMPARE(m_table->grid().currentRow(), 1);
+    QCOMPARE(m_table->grid().currentColumn(), 4);
 }
 
 void TestResultsTable::deletingAtTheFirstCursorLeavesIt()

@@ -113,12 +113,14 @@ void TestSessionCommands::newEmptiesTheSheetAndForgetsItsFile()
     desk.sheet.SelectSheetCell(9, 0);
     desk.run("mnuNew");
     QCOMPARE(desk.sheet.cell(1, 1), "");
-    QVERIFY(desk.sheet.cell(9, 20).empty() && desk.sheet.cell(9, 0) == "Φ");
+    QVERIFY(desk.sheet.cell(9, 20).empty());
+    QVERIFY(desk.sheet.cell(9, 0) == "Φ");
     QCOMPARE(desk.control<QLineEdit>("txtEdit").text(), "Φ");
     QCOMPARE(desk.program.MainWindow.windowTitle(), app::frmVorloMain::kTitle);
     desk.run("mnuSaveAs");
     QCOMPARE(desk.prompter.proposed, "");
-    QVERIFY(desk.panel.panelState().K == "77" && desk.shared.results.ResultRowEnd == 2);
+    QVERIFY(desk.panel.panelState().K == "77");
+    QVERIFY(desk.shared.results.ResultRowEnd == 2);
 }
 
 void TestSessionCommands::namesGetTheExtensionAndFitTheCaption()

@@ -129,14 +129,16 @@ void TestSessionText::valuesAreHeldInRange()
     };
     for (const std::string value : {"-1", "14", "1e400", "99999999999"}) {
         const Session session = readChoices(value, 1);
-        QVERIFY2(session.settings.LogMode == 1 && session.settings.AssessmentMode == 1 && session.panel.Model == 1,
-                 value.c_str());
+        QVERIFY2(session.settings.LogMode == 1, value.c_str());
+        QVERIFY2(session.settings.AssessmentMode == 1, value.c_str());
+        QVERIFY2(session.panel.Model == 1, value.c_str());
     }
     const std::pair<std::string, int> choices[]{{"0 normal", 0}, {"0.4", 0},         {"", 0}, {"x", 0}, {"1", 1},
                                                 {" 1", 1},       {"1.0 log mode", 1}};
     for (const auto& [value, choice] : choices) {
         const Session session = readChoices(value, 1 - choice);
-        QVERIFY2(session.settings.LogMode == choice && session.settings.AssessmentMode == choice, value.c_str());
+        QVERIFY2(session.settings.LogMode == choice, value.c_str());
+        QVERIFY2(session.settings.AssessmentMode == choice, value.c_str());
     }
     const std::pair<std::string, int> counts[]{{"2", 2},    {"100", 100}, {"1", 2},      {"-2147483649", 2},
                                                {"many", 2}, {"101", 100}, {"1e400", 100}};

@@ -63,9 +63,10 @@ void TestSettingWindow::fitsItsSquareAndHides()
     QVERIFY(window.isVisible());
     const QSize square(ui::toPixels(kSideTwips), ui::toPixels(kSideTwips));
     QCOMPARE(window.size(), support::expectedSize(window, square));
-    for (const QRadioButton* option : window.findChildren<QRadioButton*>())
-        QVERIFY2(option->width() >= option->sizeHint().width() && option->height() >= option->fontMetrics().height(),
-                 qPrintable(option->text()));
+    for (const QRadioButton* option : window.findChildren<QRadioButton*>()) {
+        QVERIFY2(option->width() >= option->sizeHint().width(), qPrintable(option->text()));
+        QVERIFY2(option->height() >= option->fontMetrics().height(), qPrintable(option->text()));
+    }
     window.findChild<QPushButton*>("cmdOK")->click();
     QVERIFY(!window.isVisible());
     window.show();

@@ -58,7 +58,8 @@ void TestStartup::showsTheMainWindowFirst()
     auto front = std::make_unique<app::Front>();
     std::unique_ptr<app::VorloMain> program;
     front->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(front)); });
-    QVERIFY(!program && front->MainWindow.isVisible());
+    QVERIFY(!program);
+    QVERIFY(front->MainWindow.isVisible());
     QTRY_VERIFY(program);
     QSignalSpy ended(program.get(), &app::VorloMain::ended);
     program->MainWindow.close();
@@ -70,9 +71,12 @@ void TestStartup::startsWithItsDefaults()
     support::Application application;
     const app::SharedState& shared = application.program.shared;
     const app::Settings& settings = shared.settings;
-    QVERIFY(settings.TimeScale == 1 && settings.IntensityScale == 0);
-    QVERIFY(settings.LogMode == 1 && settings.AssessmentMode == 1);
-    QVERIFY(shared.FitRegionMode == 2 && !shared.DataNormalized);
+    QVERIFY(settings.TimeScale == 1);
+    QVERIFY(settings.IntensityScale == 0);
+    QVERIFY(settings.LogMode == 1);
+    QVERIFY(settings.AssessmentMode == 1);
+    QVERIFY(shared.FitRegionMode == 2);
+    QVERIFY(!shared.DataNormalized);
     QCOMPARE(application.program.GraphWindow1.pos(), QPoint(ui::toPixels(1000), 0));
     QCOMPARE(application.program.GraphWindow2.pos(), QPoint(ui::toPixels(1000), ui::toPixels(5000)));
     const app::frmVorloMain& window = application.program.MainWindow;
@@ -157,7 +161,8 @@ void TestStartup::editKeysInTheResultsKeepToThem()
         QCOMPARE(ui::clipboardText(), QString("9"));
         QTest::keyClick(control, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(ui::clipboardText(), QString(" 5\t\r\n\t7\r\n"));
-        QVERIFY(vorlo.program.MainWindow.sheet().GetSheetText(1, 1) == "0" && results.GetResultText(1, 1) == " 5");
+        QVERIFY(vorlo.program.MainWindow.sheet().GetSheetText(1, 1) == "0");
+        QVERIFY(results.GetResultText(1, 1) == " 5");
         vorlo.run("mnuCopy");
         QCOMPARE(ui::clipboardText(), QString("0\r\n"));
     }
@@ -210,7 +215,8 @@ void TestStartup::menusOpenTitledModelessWindows()
     support::Application application;
     for (const char* item : {"mnuSetParameters", "mnuHelpItem0", "mnuHelpItem1"})
         application.run(item);
-    QVERIFY(application.program.helpViewer.isVisible() && application.program.aboutBox.isVisible());
+    QVERIFY(application.program.helpViewer.isVisible());
+    QVERIFY(application.program.aboutBox.isVisible());
     const app::frmSettingWindow& settings = application.program.SettingWindow;
     settings.findChild<QRadioButton*>("opnAssessment0")->click();
     QCOMPARE(application.result(0, 6), "R2");
@@ -220,7 +226,8 @@ void TestStartup::menusOpenTitledModelessWindows()
     for (const QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible())
             titles << window->windowTitle();
-    QVERIFY(titles.size() >= 4 && !titles.contains(QString()));
+    QVERIFY(titles.size() >= 4);
+    QVERIFY(!titles.contains(QString()));
     QCOMPARE(titles.removeDuplicates(), 0);
 }
 

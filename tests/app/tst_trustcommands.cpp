@@ -82,7 +82,8 @@ void TestTrustCommands::foundStartLeadsTheAnalysis()
     p.run("mnuFindSternVolmerStart");
     QVERIFY(p.program.startValues.isVisible());
     app::PanelState after = p.program.MainWindow.panel().panelState();
-    QVERIFY(after.K != before.K && after.kq2 != before.kq2);
+    QVERIFY(after.K != before.K);
+    QVERIFY(after.kq2 != before.kq2);
     after.K = before.K;
     after.kq2 = before.kq2;
     QCOMPARE(after, before); // nothing else has changed

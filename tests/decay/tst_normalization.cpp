@@ -60,10 +60,12 @@ void TestNormalization::readsSamplesInOrder()
 {
     const TypedSheet sheet{{"0", "2", "3", "5", "1", "20"}, {"1e-3", " 1.4 ", "2 a.u.", "4"}};
     const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 12);
-    QVERIFY(data.complete && !data.siteModelRefused);
+    QVERIFY(data.complete);
+    QVERIFY(!data.siteModelRefused);
     QCOMPARE(data.samples.SampleCount, 2);
     QCOMPARE(data.samples.SampleData[1].Tau[2], 20 / 1e9);
-    QVERIFY(data.samples.SampleData[2].NComp == 1 && data.samples.SampleData[2].A[1] == 2);
+    QVERIFY(data.samples.SampleData[2].NComp == 1);
+    QVERIFY(data.samples.SampleData[2].A[1] == 2);
 
     // Three components with a two-site model are not refused, because the check reads slot 0, which is never filled.
     const TypedSheet three{{"0", "3", "1", "1", "1", "2", "1", "3"}};
@@ -85,12 +87,14 @@ void TestNormalization::knowsIncompleteSheets()
     for (const auto& [what, column] : cases) {
         const TypedSheet sheet{{"0", "1", "1", "5"}, column, {"2e-3", "1", "1", "4"}};
         const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
-        QVERIFY2(!data.complete && data.samples.SampleCount == 3, what); // reading goes on
+        QVERIFY2(!data.complete, what);
+        QVERIFY2(data.samples.SampleCount == 3, what); // reading goes on
     }
     QVERIFY(!readDecayData(cellsOf({}), 1e-3, 1).complete);
     const TypedSheet tooMany(25, {"1e-3", "1", "1", "5"});
     const DecayData data = readDecayData(cellsOf(tooMany), 1e-3, 1);
-    QVERIFY(data.complete && data.samples.SampleCount == 20);
+    QVERIFY(data.complete);
+    QVERIFY(data.samples.SampleCount == 20);
 }
 
 void TestNormalization::searchesTheTimeOfTheLevelByItsRules()

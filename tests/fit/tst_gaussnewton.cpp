@@ -142,7 +142,8 @@ void TestGaussNewton::eliminationNamesTheStepOfAZeroPivot()
 
     System single{.B = {0, 7}};
     single.solve(1);
-    QVERIFY(single.info == 1 && single.B[1] == 7);
+    QVERIFY(single.info == 1);
+    QVERIFY(single.B[1] == 7);
 }
 
 void TestGaussNewton::findsTheLeastSquaresLine()
@@ -189,7 +190,8 @@ void TestGaussNewton::restoresShiftedParametersBySubtraction()
     fit::Options options = optionsFor(1, 0);
     options.fix[1] = 1;
     const double left = run({1, constantTwo}, options, {0, kStart}).parameters[1];
-    QVERIFY(left != kStart && std::abs(left - kStart) < kFewUlps);
+    QVERIFY(left != kStart);
+    QVERIFY(std::abs(left - kStart) < kFewUlps);
 }
 
 // The engine requests residuals of many points at once, but every sum adds its terms in the order of the points, and a
@@ -221,8 +223,10 @@ void TestGaussNewton::addsUpPointByPoint()
         }
         CallableProblem problem(kPoints, residual);
         const fit::NormalEquations equations = fit::normalEquations(problem, a, h, 3);
-        QVERIFY(equations.matrix == sums.matrix && equations.rightSide == sums.rightSide);
-        QVERIFY(equations.residualSum == sums.residualSum && a == expected);
+        QVERIFY(equations.matrix == sums.matrix);
+        QVERIFY(equations.rightSide == sums.rightSide);
+        QVERIFY(equations.residualSum == sums.residualSum);
+        QVERIFY(a == expected);
     }
 }
 
@@ -231,7 +235,8 @@ void TestGaussNewton::comparesTheFirstSumWithOne()
     const auto almostOne = [](int, const Parameters& a) { return std::sqrt(1.00001) + 0 * a[1]; };
     const fit::Outcome outcome = run({1, almostOne}, optionsFor(1), {0, 3});
     QCOMPARE(outcome.ending, Ending::Converged);
-    QVERIFY(outcome.iterations == 0 && outcome.parameters == (Parameters{0, 3}));
+    QVERIFY(outcome.iterations == 0);
+    QVERIFY(outcome.parameters == (Parameters{0, 3}));
 }
 
 void TestGaussNewton::halvesInsteadOfCrossingZero()

@@ -91,7 +91,9 @@ void TestNumberText::roundsTiesToEven()
     }
     QCOMPARE(fit::roundedInt16(32767.4), INT16_MAX);
     QCOMPARE(fit::roundedInt16(-32768.5), INT16_MIN);
-    QVERIFY(!fit::roundedInt16(32767.5) && !fit::roundedInt16(-32769) && !fit::roundedInt32(2147483647.5));
+    QVERIFY(!fit::roundedInt16(32767.5));
+    QVERIFY(!fit::roundedInt16(-32769));
+    QVERIFY(!fit::roundedInt32(2147483647.5));
     QVERIFY(!fit::roundedInt32(std::nan("")));
     QCOMPARE(fit::heldInt32(1e300), INT32_MAX);
     QCOMPARE(fit::heldInt32(-std::numeric_limits<double>::infinity()), INT32_MIN);

@@ -202,7 +202,8 @@ void TestCharts::decayTablesFollowTheScales()
         plot::ShowExperimentalDecayTable(table, samples, settings);
         QCOMPARE(table.title, "Experimental Decay");
         QCOMPARE(table.redraws, (std::vector<bool>{false, true, false, true}));
-        QVERIFY(table.rows == 51 && table.columns == 10);
+        QVERIFY(table.rows == 51);
+        QVERIFY(table.columns == 10);
         QCOMPARE(table.cells.size(), 50u * 3u + 2u);
         QCOMPARE((table.cells[{0, 2}]), "0.0125");
         QCOMPARE((table.cells[{50, 0}]), c.time);

@@ -47,11 +47,16 @@ void TestDrawing::mapsToWholeTwipsWithinTheLimits()
         QCOMPARE(same.VtoWY(world), surface);
     }
     const ViewMap map({-1, 2, 3, -2}, {4000, 3000});
-    QVERIFY(map.VtoWX(-1) == 0 && map.VtoWX(3) == 4000);
-    QVERIFY(map.VtoWY(2) == 0 && map.VtoWY(1) == 750 && map.VtoWY(-2) == 3000);
-    QVERIFY(ViewMap().VtoWX(12.5) == 0 && ViewMap().VtoWY(-3) == 0); // before the first View all is at the origin
+    QVERIFY(map.VtoWX(-1) == 0);
+    QVERIFY(map.VtoWX(3) == 4000);
+    QVERIFY(map.VtoWY(2) == 0);
+    QVERIFY(map.VtoWY(1) == 750);
+    QVERIFY(map.VtoWY(-2) == 3000);
+    QVERIFY(ViewMap().VtoWX(12.5) == 0);
+    QVERIFY(ViewMap().VtoWY(-3) == 0); // before the first View all is at the origin
     const ViewMap degenerate({2, 2, 2, 2}, {4000, 3000});
-    QVERIFY(degenerate.VtoWX(-5) == -32767 && degenerate.VtoWX(5) == 32767);
+    QVERIFY(degenerate.VtoWX(-5) == -32767);
+    QVERIFY(degenerate.VtoWX(5) == 32767);
     QCOMPARE(ViewMap({0, 0, 0, 0}, {4000, 3000}).VtoWX(1), 32767.0f);
 }
 

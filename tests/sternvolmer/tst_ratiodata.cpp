@@ -48,13 +48,17 @@ void TestRatioData::givesRatiosAndTheMeanLifetime()
 void TestRatioData::needsTheReferenceFirstAndAllIntensities()
 {
     const RatioData other = readSternVolmerData(cellsOf({intensityOnly("1e-3", "80"), kReference}));
-    QVERIFY(!other.complete && !other.referenceFirst && other.samples.SampleCount == 0);
+    QVERIFY(!other.complete);
+    QVERIFY(!other.referenceFirst);
+    QVERIFY(other.samples.SampleCount == 0);
     const RatioData empty = readSternVolmerData(cellsOf({}));
-    QVERIFY(!empty.complete && empty.referenceFirst);
+    QVERIFY(!empty.complete);
+    QVERIFY(empty.referenceFirst);
     for (const char* phi : {"", "0", "-5", "dark"}) {
         const TypedSheet sheet{kReference, intensityOnly("1e-3", phi), intensityOnly("2e-3", "60")};
         const RatioData data = readSternVolmerData(cellsOf(sheet));
-        QVERIFY2(!data.complete && data.samples.SampleCount == 1, phi);
+        QVERIFY2(!data.complete, phi);
+        QVERIFY2(data.samples.SampleCount == 1, phi);
     }
     TypedSheet tooMany(25, intensityOnly("1e-3", "80"));
     tooMany[0] = kReference;

@@ -104,7 +104,9 @@ void TestFitDetails::givesTheFiguresOfALine()
     finished.start = finished.values = {0, 1.05, 0, 0};
     const FitDetails details = detailsOf(input, finished);
     const auto near = [](double value, double expected) { return std::abs(value - expected) < kHandCalculation; };
-    QVERIFY(near(details.residuals[1], 0.05) && near(details.residuals[2], -0.2) && near(details.residuals[3], 0.05));
+    QVERIFY(near(details.residuals[1], 0.05));
+    QVERIFY(near(details.residuals[2], -0.2));
+    QVERIFY(near(details.residuals[3], 0.05));
     QVERIFY(near(details.sumOfSquares, 0.045));
     QVERIFY(near(details.rootMeanSquareError, std::sqrt(0.045 / 2)));
     QVERIFY(near(details.R2, 1 - 0.045 / (1.55 * 1.55 + 0.45 * 0.45 + 0.35 * 0.35 + 1.65 * 1.65)));

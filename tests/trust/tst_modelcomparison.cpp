@@ -37,7 +37,8 @@ void TestModelComparison::marksWhatIsImplausible()
     QVERIFY(fast.front().doubts[1] == Doubt::AboveDiffusionLimit);
     const auto iodide = compareModels(support::acridone(1));
     QCOMPARE(iodide.size(), std::size_t{13});
-    QVERIFY(iodide[2].doubts[1] == Doubt::None && iodide[2].doubts[2] == Doubt::None);
+    QVERIFY(iodide[2].doubts[1] == Doubt::None);
+    QVERIFY(iodide[2].doubts[2] == Doubt::None);
     QVERIFY(iodide[10].doubts[1] == Doubt::Undetermined);
 }
 
@@ -49,7 +50,8 @@ void TestModelComparison::canBeCancelled()
         onwards = onwards && done >= last && done <= 1;
         return (last = done) < 0.5;
     });
-    QVERIFY(models.empty() && onwards);
+    QVERIFY(models.empty());
+    QVERIFY(onwards);
     QVERIFY(last >= 0.5 && last < 0.6);
 }
 

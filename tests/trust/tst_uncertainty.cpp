@@ -159,7 +159,8 @@ void TestUncertainty::namesWhatTheDataLeaveOpen()
     support::CallableProblem product = problemOf(line, [](double x, auto& b) { return b[1] * b[2] * x + b[3]; });
     const trust::Minimum minimum = trust::descend(product, {0, 2, 1, 0.1}, {1, 2, 3});
     const auto flat = trust::uncertaintyOf(product, minimum.values, {1, 2, 3}, 4);
-    QVERIFY(std::isinf(flat.standardError[1]) && std::isinf(flat.standardError[2]));
+    QVERIFY(std::isinf(flat.standardError[1]));
+    QVERIFY(std::isinf(flat.standardError[2]));
     QVERIFY(std::isfinite(flat.standardError[3]));
     QCOMPARE(flat.undetermined, (trust::FreeSlots{1, 2, 3})); // the intercept is smaller than its error
 }

@@ -72,7 +72,8 @@ void TestGrid::titlesAreHeadersAndCells()
     QCOMPARE(m_grid->model()->headerData(2, Qt::Vertical).toString(), "A1");
     const int width = m_grid->verticalHeader()->width();
     QVERIFY(support::hasLargeFont() ? width > ui::toPixels(1000) : width == ui::toPixels(1000));
-    QVERIFY(m_grid->isRowHidden(0) && m_grid->isColumnHidden(0));
+    QVERIFY(m_grid->isRowHidden(0));
+    QVERIFY(m_grid->isColumnHidden(0));
 
     QSignalSpy clicks(m_grid, &ui::Grid::cellChosen);
     const QHeaderView* across = m_grid->horizontalHeader();
@@ -143,10 +144,13 @@ void TestGrid::keysOfOthersAreLeftToThem()
     };
     QVERIFY(press(0, {}, "τ"));
     QCOMPARE(typed.takeFirst().front().toString(), "τ");
-    QVERIFY(!press(Qt::Key_Space, {}, " ") && !press(Qt::Key_Return, {}, "\r"));
-    QVERIFY(!press(Qt::Key_C, Qt::ControlModifier, "c") && !press(Qt::Key_F, Qt::AltModifier, "f"));
+    QVERIFY(!press(Qt::Key_Space, {}, " "));
+    QVERIFY(!press(Qt::Key_Return, {}, "\r"));
+    QVERIFY(!press(Qt::Key_C, Qt::ControlModifier, "c"));
+    QVERIFY(!press(Qt::Key_F, Qt::AltModifier, "f"));
     QTest::keyClick(m_grid, Qt::Key_F2); // nothing is edited in place
-    QVERIFY(typed.isEmpty() && !m_grid->viewport()->findChild<QWidget*>());
+    QVERIFY(typed.isEmpty());
+    QVERIFY(!m_grid->viewport()->findChild<QWidget*>());
     QTest::keyClick(m_grid, Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), m_next);
     QCOMPARE(m_grid->currentColumn(), 1);
