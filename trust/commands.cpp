@@ -154,8 +154,8 @@ FoundStarts Commands::startsFor(const Task& task, const app::PanelState& panel, 
     const fit::Options options = engineOptions(panel, analysis, logMode);
     const fit::Options otherMode = engineOptions(panel, analysis, logMode == 1 ? 0 : 1);
     FoundStarts starts{.model = task.model, .logMode = logMode, .typedSum = found.typedSum, .starts = {}};
-    for (const Solution& solution : found.solutions) {
-        const Minimum minimum{solution.values, solution.sumOfSquares};
+    for (const leastsquares::Solution& solution : found.solutions) {
+        const leastsquares::Minimum minimum{solution.values, solution.sumOfSquares};
         const EngineStart start = engineStart(task.problem, options, task.free(), minimum, keepGoing);
         const bool other =
             !start.leadsToMinimum && leadsToMinimum(task.problem, otherMode, start.values, minimum, keepGoing);
@@ -183,7 +183,7 @@ void Commands::chooseModel(int model, const fit::Parameters& values)
     app::PanelState panel = m_panel.panelState();
     panel.Model = model;
     const app::StartParameters start = app::startParameters(panel, models::Analysis::SternVolmer);
-    typeStart(panel, model, freeSlots(start.count, start.fix), values);
+    typeStart(panel, model, leastsquares::freeSlots(start.count, start.fix), values);
     m_panel.setPanelState(panel);
 }
 

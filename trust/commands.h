@@ -48,10 +48,10 @@ private:
     analysis::CommandContext m_context;
     app::PanelEditor& m_panel;
     Windows m_windows;
-    QWidget* m_searching = nullptr;  // shows the search that runs; there is one at a time
-    app::PanelState m_typed;         // the panel when the last search started
-    FreeSlots m_searched;            // what it looked for
-    std::function<void()> m_details; // brings the window of fit details up to date; empty before any analysis
+    QWidget* m_searching = nullptr;     // shows the search that runs; there is one at a time
+    app::PanelState m_typed;            // the panel when the last search started
+    leastsquares::FreeSlots m_searched; // what it looked for
+    std::function<void()> m_details;    // brings the window of fit details up to date; empty before any analysis
 };
 
 } // namespace trust

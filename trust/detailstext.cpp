@@ -21,7 +21,7 @@ class Writer
 public:
     Writer(const FitDetails& details, const FitLabels& labels)
         : m_details(details), m_labels(labels),
-          m_free(freeSlots(details.fit.options.parameterCount, details.fit.options.fix))
+          m_free(leastsquares::freeSlots(details.fit.options.parameterCount, details.fit.options.fix))
     {
     }
 
@@ -39,7 +39,7 @@ public:
 private:
     bool hasErrors() const { return m_labels.analysis == models::Analysis::SternVolmer; }
     std::string heading() const;
-    std::vector<std::string> names(const FreeSlots& slots) const;
+    std::vector<std::string> names(const leastsquares::FreeSlots& slots) const;
     std::string remarks() const;
     TextTable constants() const;
     std::vector<std::string> errorCells(std::size_t slot) const;
@@ -52,7 +52,7 @@ private:
 
     const FitDetails& m_details;
     const FitLabels& m_labels;
-    const FreeSlots m_free;
+    const leastsquares::FreeSlots m_free;
 };
 
 std::string Writer::heading() const
@@ -62,7 +62,7 @@ std::string Writer::heading() const
            std::to_string(m_labels.model);
 }
 
-std::vector<std::string> Writer::names(const FreeSlots& slots) const
+std::vector<std::string> Writer::names(const leastsquares::FreeSlots& slots) const
 {
     std::vector<std::string> names;
     for (const std::size_t slot : slots)
@@ -109,7 +109,7 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
         return {isFree ? "free" : "fixed"};
     if (!isFree)
         return {"fixed", "", ""};
-    const Uncertainty& uncertainty = m_details.uncertainty;
+    const leastsquares::Uncertainty& uncertainty = m_details.uncertainty;
     if (uncertainty.degreesOfFreedom < 1)
         return {"-", "-", "-"};
     const double value = m_details.fit.values[slot], half = uncertainty.halfWidth[slot];
@@ -137,7 +137,7 @@ TextTable Writer::figures() const
 
 std::string Writer::runsText() const
 {
-    const RunsTest& runs = m_details.runs;
+    const leastsquares::RunsTest& runs = m_details.runs;
     if (runs.above == 0 || runs.below == 0)
         return "no runs test, all have the same sign";
     return std::to_string(runs.runs) + " (" + std::to_string(runs.above) + " points above, " +
@@ -146,7 +146,7 @@ std::string Writer::runsText() const
 
 std::string Writer::chanceText() const
 {
-    const RunsTest& runs = m_details.runs;
+    const leastsquares::RunsTest& runs = m_details.runs;
     return runs.above == 0 || runs.below == 0 ? "-" : fit::formatNumber(100 * runs.probability, "0.0") + " %";
 }
 
@@ -167,7 +167,7 @@ TextTable Writer::correlations() const
 
 std::string Writer::correlationText(std::size_t row, std::size_t column) const
 {
-    const Uncertainty& uncertainty = m_details.uncertainty;
+    const leastsquares::Uncertainty& uncertainty = m_details.uncertainty;
     const bool known =
         std::isfinite(uncertainty.standardError[row]) && std::isfinite(uncertainty.standardError[column]);
     return known ? figure(uncertainty.correlation[row][column]) : "-";

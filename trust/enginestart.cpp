@@ -3,7 +3,6 @@
 #include "fit/numbertext.h"
 #include "fit/realparameters.h"
 #include "fit/vectorregisters.h"
-#include "trust/task.h"
 
 #include <cmath>
 #include <limits>
@@ -70,8 +69,8 @@ fit::Parameters engineParameters(const fit::Options& options, const fit::Paramet
 class Trial
 {
 public:
-    Trial(fit::Problem& problem, const fit::Options& options, const FreeSlots& free, const Minimum& minimum,
-          const KeepGoing& keepGoing)
+    Trial(fit::Problem& problem, const fit::Options& options, const leastsquares::FreeSlots& free,
+          const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
         : m_problem(problem), m_options(options), m_free(free), m_minimum(minimum), m_keepGoing(keepGoing)
     {
     }
@@ -87,8 +86,8 @@ private:
 
     fit::Problem& m_problem;
     const fit::Options& m_options;
-    const FreeSlots& m_free;
-    const Minimum& m_minimum;
+    const leastsquares::FreeSlots& m_free;
+    const leastsquares::Minimum& m_minimum;
     double m_evaluationsLeft = kEvaluations;
     const KeepGoing& m_keepGoing;
 };
@@ -127,9 +126,10 @@ EngineStart Trial::tried(const fit::Parameters& values)
     const EngineRun run = runEngine(m_problem, m_options, values, m_evaluationsLeft, m_keepGoing);
     m_evaluationsLeft -= (run.outcome.iterations + 1) * evaluationsPerIteration(m_problem, m_options);
     return {.values = values,
-            .sumOfSquares = sumOfSquares(m_problem, values),
+            .sumOfSquares = leastsquares::sumOfSquares(m_problem, values),
             .reached = run.sumOfSquares,
-            .leadsToMinimum = equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_problem.pointCount())};
+            .leadsToMinimum =
+                leastsquares::equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_problem.pointCount())};
 }
 
 fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) const
@@ -143,10 +143,11 @@ fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) cons
 fit::Parameters Trial::briefly(const fit::Parameters& exact)
 {
     constexpr double kShare = 0.1; // of what counts as equally good
-    const double sum = sumOfSquares(m_problem, exact);
+    const double sum = leastsquares::sumOfSquares(m_problem, exact);
     for (const char* pattern : {"0.000e+0", "0.0000e+0", "0.00000e+0"}) {
         const fit::Parameters values = rounded(exact, pattern);
-        if (equallyGood(sum + (sumOfSquares(m_problem, values) - sum) / kShare, sum, m_problem.pointCount()))
+        if (leastsquares::equallyGood(sum + (leastsquares::sumOfSquares(m_problem, values) - sum) / kShare, sum,
+                                      m_problem.pointCount()))
             return values;
     }
     return rounded(exact, kAllDigits);
@@ -163,20 +164,21 @@ EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fi
     run.outcome = fit::gaussNewton(view, options, engineParameters(options, start), patience);
     fit::clearUpperHalves(); // keepGoing has let events run
     run.values = fit::realParameters(options.logMode, run.outcome.parameters);
-    run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault ? std::numeric_limits<double>::infinity()
-                                                                          : sumOfSquares(problem, run.values);
+    run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault
+                           ? std::numeric_limits<double>::infinity()
+                           : leastsquares::sumOfSquares(problem, run.values);
     return run;
 }
 
 bool leadsToMinimum(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
-                    const Minimum& minimum, const KeepGoing& keepGoing)
+                    const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
     const double reached = runEngine(problem, options, start, kEvaluations, keepGoing).sumOfSquares;
-    return equallyGood(reached, minimum.sumOfSquares, problem.pointCount());
+    return leastsquares::equallyGood(reached, minimum.sumOfSquares, problem.pointCount());
 }
 
-EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const FreeSlots& free,
-                        const Minimum& minimum, const KeepGoing& keepGoing)
+EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const leastsquares::FreeSlots& free,
+                        const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
     return Trial(problem, options, free, minimum, keepGoing).result();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trust/leastsquares.h"
+#include "leastsquares/minimum.h"
 
 #include <functional>
 #include <string>
@@ -28,7 +28,7 @@ EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fi
 
 /// True when the engine ends at a sum of squares that is as good as the minimum's.
 bool leadsToMinimum(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
-                    const Minimum& minimum, const KeepGoing& keepGoing = {});
+                    const leastsquares::Minimum& minimum, const KeepGoing& keepGoing = {});
 
 /// Start values, rounded for the boxes, and where the analysis ends that is started from them.
 struct EngineStart {
@@ -40,8 +40,8 @@ struct EngineStart {
 
 /// The engine takes coarse steps and may walk away from a minimum where it was put. Finds start values beside the
 /// minimum from which it ends there; where there are none, the minimum itself.
-EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const FreeSlots& free,
-                        const Minimum& minimum, const KeepGoing& keepGoing = {});
+EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const leastsquares::FreeSlots& free,
+                        const leastsquares::Minimum& minimum, const KeepGoing& keepGoing = {});
 
 /// The text of a start value for its box.
 std::string startText(double value);

@@ -34,19 +34,19 @@ double determination(double residualSum, std::span<const double> observed)
 FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed)
 {
     fit::clearUpperHalves();
-    const FreeSlots free = task.free();
+    const leastsquares::FreeSlots free = task.free();
     FitDetails details;
     details.fit = finished;
     details.pointCount = task.problem.pointCount();
     details.residuals = residuals(task.problem, finished.values);
-    details.uncertainty = uncertaintyOf(task.problem, finished.values, free, task.countedPoints());
-    details.sumOfSquares = sumOfSquares(task.problem, finished.values);
+    details.uncertainty = leastsquares::uncertaintyOf(task.problem, finished.values, free, task.countedPoints());
+    details.sumOfSquares = leastsquares::sumOfSquares(task.problem, finished.values);
     const int dof = details.uncertainty.degreesOfFreedom;
     details.rootMeanSquareError =
         dof > 0 ? std::sqrt(details.sumOfSquares / dof) : std::numeric_limits<double>::infinity();
     details.R2 = determination(details.sumOfSquares, observed);
     details.AICc = correctedAkaike(details.sumOfSquares, task.countedPoints(), static_cast<int>(free.size()));
-    details.runs = runsTest(details.residuals);
+    details.runs = leastsquares::runsTest(details.residuals);
     details.verdict = judge(task, finished, details.uncertainty.undetermined);
     return details;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "trust/runstest.h"
-#include "trust/uncertainty.h"
+#include "leastsquares/runstest.h"
+#include "leastsquares/uncertainty.h"
 #include "trust/verdict.h"
 
 #include <optional>
@@ -15,13 +15,13 @@ namespace trust
 struct FitDetails {
     FinishedFit fit;
     int pointCount = 0; // all points, the reference included
-    Uncertainty uncertainty;
+    leastsquares::Uncertainty uncertainty;
     double sumOfSquares = 0;
     double rootMeanSquareError = 0; // per degree of freedom; infinity without any
     double R2 = 0;                  // over all points; not a number when these are all alike
     std::optional<double> AICc;     // none with too few points
     std::vector<double> residuals;  // observed minus model, in the order of the points
-    RunsTest runs;                  // of them
+    leastsquares::RunsTest runs;    // of them
     Verdict verdict = Verdict::NotDefined;
 };
 

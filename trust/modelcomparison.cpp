@@ -10,7 +10,7 @@ namespace
 
 Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
 {
-    const FreeSlots& undetermined = compared.details.uncertainty.undetermined;
+    const leastsquares::FreeSlots& undetermined = compared.details.uncertainty.undetermined;
     const double value = compared.details.fit.values[slot];
     if (std::find(undetermined.begin(), undetermined.end(), slot) != undetermined.end())
         return Doubt::Undetermined;
@@ -28,7 +28,7 @@ std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgr
     if (found.solutions.empty())
         return std::nullopt;
     const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
-    const Solution& best = found.solutions.front();
+    const leastsquares::Solution& best = found.solutions.front();
     const EngineStart start = engineStart(problem, options, task.free(), {best.values, best.sumOfSquares});
     FinishedFit finished{.options = options, .start = start.values, .values = best.values, .calculated = true};
     if (start.leadsToMinimum) {

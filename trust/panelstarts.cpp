@@ -24,7 +24,7 @@ std::string app::PanelState::*textOf(models::Box box)
 
 } // namespace
 
-void typeStart(app::PanelState& panel, int model, const FreeSlots& free, const fit::Parameters& values)
+void typeStart(app::PanelState& panel, int model, const leastsquares::FreeSlots& free, const fit::Parameters& values)
 {
     for (const std::size_t slot : free)
         panel.*textOf(models::row(model).fitted()[slot - 1].box) = startText(values[slot]);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trust/leastsquares.h"
+#include "leastsquares/minimum.h"
 
 #include "app/panelvalues.h"
 
@@ -8,7 +8,7 @@ namespace trust
 {
 
 /// Writes start values into the boxes of a model's free parameters; all else stays.
-void typeStart(app::PanelState& panel, int model, const FreeSlots& free, const fit::Parameters& values);
+void typeStart(app::PanelState& panel, int model, const leastsquares::FreeSlots& free, const fit::Parameters& values);
 
 /// Gives the boxes that a model uses the texts of another state.
 void restoreStart(app::PanelState& panel, int model, const app::PanelState& earlier);

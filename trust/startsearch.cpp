@@ -1,8 +1,8 @@
 #include "trust/startsearch.h"
 
 #include "fit/vectorregisters.h"
-#include "trust/spread.h"
-#include "trust/thinnedproblem.h"
+#include "leastsquares/spread.h"
+#include "leastsquares/thinnedproblem.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +17,7 @@ constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best of them, fr
 
 constexpr double kSearchShare = 0.4; // of the time, where what was found on some of the points is followed on all
 
-bool isLower(const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
+bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
 /// One search on its way.
 class Search
@@ -33,20 +33,20 @@ public:
 
 private:
     std::vector<fit::Parameters> starts();
-    Ranges wideRanges() const;
+    leastsquares::Ranges wideRanges() const;
     void descendFrom(const std::vector<fit::Parameters>& starts);
-    void add(const Minimum& minimum);
-    bool sameValley(const Minimum& a, const Minimum& b);
+    void add(const leastsquares::Minimum& minimum);
+    bool sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b);
     void refine();
     void stepDone();
     void report(double done);
 
     const Task& m_task;
-    const FreeSlots m_free;
-    const Ranges m_sensible;
-    ThinnedProblem m_thinned; // all points when these are few
+    const leastsquares::FreeSlots m_free;
+    const leastsquares::Ranges m_sensible;
+    leastsquares::ThinnedProblem m_thinned; // all points when these are few
     const SearchProgress& m_progress;
-    std::vector<Minimum> m_minima;
+    std::vector<leastsquares::Minimum> m_minima;
     int m_stepsDone = 0;
     bool m_cancelled = false;
 };
@@ -55,36 +55,41 @@ SearchResult Search::result()
 {
     fit::clearUpperHalves();
     SearchResult result;
-    result.typedSum = sumOfSquares(m_task.problem, m_task.typed.values);
+    result.typedSum = leastsquares::sumOfSquares(m_task.problem, m_task.typed.values);
     descendFrom(starts());
     refine();
     result.cancelled = m_cancelled;
     if (!m_cancelled)
-        result.solutions = equallyGoodSolutions(m_task, m_minima);
+        result.solutions = leastsquares::equallyGoodSolutions({.problem = m_task.problem,
+                                                               .free = m_free,
+                                                               .countedPoints = m_task.countedPoints(),
+                                                               .usual = m_sensible,
+                                                               .nearest = positiveStart(m_task)},
+                                                              m_minima);
     return result;
 }
 
 /// The typed values, then the best of the spread ones.
 std::vector<fit::Parameters> Search::starts()
 {
-    std::vector<Minimum> tried;
+    std::vector<leastsquares::Minimum> tried;
     for (int n = 1; n <= kLookedAt[m_free.size()] && !m_cancelled; ++n) {
         fit::Parameters values = m_task.typed.values;
-        spread(values, m_free, m_sensible, n);
-        tried.push_back({values, sumOfSquares(m_thinned, values)});
+        leastsquares::spread(values, m_free, m_sensible, n);
+        tried.push_back({values, leastsquares::sumOfSquares(m_thinned, values)});
         stepDone();
     }
     std::sort(tried.begin(), tried.end(), isLower);
     tried.resize(std::min(tried.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
     std::vector<fit::Parameters> starts{positiveStart(m_task)};
-    for (const Minimum& start : tried)
+    for (const leastsquares::Minimum& start : tried)
         starts.push_back(start.values);
     return starts;
 }
 
-Ranges Search::wideRanges() const
+leastsquares::Ranges Search::wideRanges() const
 {
-    Ranges wide = m_sensible;
+    leastsquares::Ranges wide = m_sensible;
     for (const std::size_t slot : m_free) {
         wide[slot].low = m_sensible[slot].low / kLeave;
         wide[slot].high = m_sensible[slot].high * kLeave;
@@ -97,15 +102,15 @@ void Search::descendFrom(const std::vector<fit::Parameters>& starts)
     for (const fit::Parameters& start : starts) {
         if (m_cancelled)
             return;
-        add(descend(m_thinned, start, m_free, wideRanges()));
+        add(leastsquares::descend(m_thinned, start, m_free, wideRanges()));
         stepDone();
     }
 }
 
 /// Keeps one minimum of each valley, the deepest found.
-void Search::add(const Minimum& minimum)
+void Search::add(const leastsquares::Minimum& minimum)
 {
-    for (Minimum& known : m_minima)
+    for (leastsquares::Minimum& known : m_minima)
         if (sameValley(known, minimum)) {
             known = std::min(known, minimum, isLower);
             return;
@@ -114,14 +119,14 @@ void Search::add(const Minimum& minimum)
 }
 
 /// True when no ridge stands between two minima: then they are one, or ends of a valley that the data leave flat.
-bool Search::sameValley(const Minimum& a, const Minimum& b)
+bool Search::sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b)
 {
     const double higher = std::max(a.sumOfSquares, b.sumOfSquares);
     for (const double share : {0.25, 0.5, 0.75}) {
         fit::Parameters middle = a.values;
         for (const std::size_t slot : m_free)
-            middle[slot] = between({a.values[slot], b.values[slot]}, share);
-        if (!equallyGood(sumOfSquares(m_thinned, middle), higher, m_thinned.pointCount()))
+            middle[slot] = leastsquares::between({a.values[slot], b.values[slot]}, share);
+        if (!leastsquares::equallyGood(leastsquares::sumOfSquares(m_thinned, middle), higher, m_thinned.pointCount()))
             return false;
     }
     return true;
@@ -134,10 +139,12 @@ void Search::refine()
     if (!m_thinned.leavesOut() || m_minima.empty())
         return;
     const double lowest = std::min_element(m_minima.begin(), m_minima.end(), isLower)->sumOfSquares;
-    std::erase_if(m_minima, [=](const Minimum& minimum) { return minimum.sumOfSquares > lowest * kWorthFollowing; });
+    std::erase_if(m_minima, [=](const leastsquares::Minimum& minimum) {
+        return minimum.sumOfSquares > lowest * kWorthFollowing;
+    });
     const auto count = static_cast<double>(m_minima.size());
     for (std::size_t i = 0; i < m_minima.size() && !m_cancelled; ++i) {
-        m_minima[i] = descend(m_task.problem, m_minima[i].values, m_free, wideRanges());
+        m_minima[i] = leastsquares::descend(m_task.problem, m_minima[i].values, m_free, wideRanges());
         report(kSearchShare + (1 - kSearchShare) * static_cast<double>(i + 1) / count);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "trust/solutions.h"
+#include "leastsquares/solutions.h"
+#include "trust/task.h"
 
 #include <functional>
 #include <vector>
@@ -10,9 +11,10 @@ namespace trust
 
 /// What the typed values and other starts lead to.
 struct SearchResult {
-    double typedSum = 0;             // sum of squares at the typed values; infinity when it is not defined there
-    std::vector<Solution> solutions; // the best one and every different one that is equally good, best first
-    bool cancelled = false;          // there are no solutions then
+    double typedSum = 0; // sum of squares at the typed values; infinity when it is not defined there
+    std::vector<leastsquares::Solution>
+        solutions;          // the best one and every different one that is equally good, best first
+    bool cancelled = false; // there are no solutions then
 };
 
 /// Told how far the search is, 0..1; false cancels it.

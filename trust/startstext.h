@@ -10,7 +10,7 @@ namespace trust
 
 /// A solution with the start values to type for it.
 struct FoundStart {
-    Solution solution;
+    leastsquares::Solution solution;
     EngineStart start;
     bool staysInOtherMode = false; // the analysis leaves the minimum in the present mode only
 };

@@ -36,8 +36,8 @@ double sumOfLongerRun(fit::Problem& problem, const FinishedFit& finished)
 /// On a plain, where constants have no effect, no way leads down although the best fit may be far below.
 bool isLowerElsewhere(const Task& task, double sum)
 {
-    const std::vector<Solution> best = searchStart(task).solutions;
-    return !best.empty() && !equallyGood(sum, best.front().sumOfSquares, task.problem.pointCount());
+    const std::vector<leastsquares::Solution> best = searchStart(task).solutions;
+    return !best.empty() && !leastsquares::equallyGood(sum, best.front().sumOfSquares, task.problem.pointCount());
 }
 
 } // namespace
@@ -59,14 +59,14 @@ std::string verdictText(Verdict verdict, std::span<const std::string> undetermin
     return {};
 }
 
-Verdict judge(const Task& task, const FinishedFit& finished, const FreeSlots& undetermined)
+Verdict judge(const Task& task, const FinishedFit& finished, const leastsquares::FreeSlots& undetermined)
 {
     constexpr double kLower = 1 - 1e-6; // a change that is no rounding
-    const double sum = sumOfSquares(task.problem, finished.values);
+    const double sum = leastsquares::sumOfSquares(task.problem, finished.values);
     if (!std::isfinite(sum))
         return Verdict::NotDefined;
-    const double lowest = descend(task.problem, finished.values, task.free()).sumOfSquares;
-    if (equallyGood(sum, lowest, task.problem.pointCount())) {
+    const double lowest = leastsquares::descend(task.problem, finished.values, task.free()).sumOfSquares;
+    if (leastsquares::equallyGood(sum, lowest, task.problem.pointCount())) {
         if (undetermined.empty())
             return Verdict::AtMinimum;
         return isLowerElsewhere(task, sum) ? Verdict::NotAMinimum : Verdict::Undetermined;

@@ -30,6 +30,6 @@ struct FinishedFit {
 };
 
 /// undetermined: those of the values where the fit ended.
-Verdict judge(const Task& task, const FinishedFit& finished, const FreeSlots& undetermined);
+Verdict judge(const Task& task, const FinishedFit& finished, const leastsquares::FreeSlots& undetermined);
 
 } // namespace trust

@@ -33,8 +33,8 @@ trust::SearchResult checkSearch(const trust::Task& task)
         last = done;
         return true;
     });
-    for (const trust::Solution& solution : found.solutions) {
-        check(solution.sumOfSquares == trust::sumOfSquares(task.problem, solution.values));
+    for (const leastsquares::Solution& solution : found.solutions) {
+        check(solution.sumOfSquares == leastsquares::sumOfSquares(task.problem, solution.values));
         check(std::isfinite(solution.sumOfSquares));
         for (std::size_t slot = 1; slot <= static_cast<std::size_t>(task.typed.count); ++slot)
             check(task.typed.fix[slot] == 1 ? solution.values[slot] == task.typed.values[slot]

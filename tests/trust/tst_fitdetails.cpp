@@ -33,8 +33,8 @@ FitDetails detailsAtOptimum(const RatioInput& input, const fit::Parameters& star
     sternvolmer::RatioProblem problem = input.problem();
     FinishedFit finished;
     finished.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0);
-    const FreeSlots free = freeSlots(finished.options.parameterCount, finished.options.fix);
-    finished.start = finished.values = descend(problem, start, free).values;
+    const leastsquares::FreeSlots free = leastsquares::freeSlots(finished.options.parameterCount, finished.options.fix);
+    finished.start = finished.values = leastsquares::descend(problem, start, free).values;
     return detailsOf(input, finished);
 }
 
@@ -189,7 +189,7 @@ void TestFitDetails::countsRunsExactly()
     QFETCH(std::vector<double>, residuals);
     QFETCH(int, runs);
     QFETCH(double, probability);
-    const RunsTest test = runsTest(residuals);
+    const leastsquares::RunsTest test = leastsquares::runsTest(residuals);
     QCOMPARE(test.runs, runs);
     QVERIFY(std::abs(test.probability - probability) < kHandCalculation);
 }
@@ -222,10 +222,10 @@ void TestFitDetails::intervalsCoverTheTruth()
             ratio.push_back(exact(conc[i]) + noise(generator));
         const RatioInput input = support::ratioInput(model, conc, ratio, kTau0);
         sternvolmer::RatioProblem problem = input.problem();
-        const FreeSlots free = freeSlots(static_cast<int>(count), {});
-        const Minimum minimum = descend(problem, constants, free);
-        const Uncertainty uncertainty =
-            uncertaintyOf(problem, minimum.values, free, problem.pointCount() - kUncountedRatios);
+        const leastsquares::FreeSlots free = leastsquares::freeSlots(static_cast<int>(count), {});
+        const leastsquares::Minimum minimum = leastsquares::descend(problem, constants, free);
+        const leastsquares::Uncertainty uncertainty =
+            leastsquares::uncertaintyOf(problem, minimum.values, free, problem.pointCount() - kUncountedRatios);
         for (std::size_t j = 1; j <= count; ++j)
             if (std::abs(minimum.values[j] - constants[j]) <= uncertainty.halfWidth[j])
                 ++covered[j];

@@ -21,11 +21,11 @@ SearchResult searched(const RatioInput& input)
     return searchStart(input.task(problem));
 }
 
-EngineStart startFor(const RatioInput& input, const Solution& solution)
+EngineStart startFor(const RatioInput& input, const leastsquares::Solution& solution)
 {
     sternvolmer::RatioProblem problem = input.problem();
     const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
-    return engineStart(problem, options, freeSlots(options.parameterCount, options.fix),
+    return engineStart(problem, options, leastsquares::freeSlots(options.parameterCount, options.fix),
                        {solution.values, solution.sumOfSquares});
 }
 
@@ -52,7 +52,7 @@ void TestStartSearch::findsPublishedOptima()
         const int model = row[1].toInt();
         const double K = row[2].toDouble(), KD = row[3].toDouble(), residualSum = row[4].toDouble();
         const RatioInput input = row[0] == "acridone" ? support::acridone(model) : support::hFis1(model);
-        const Solution best = searched(input).solutions.front();
+        const leastsquares::Solution best = searched(input).solutions.front();
         QVERIFY2(std::abs(best.sumOfSquares / residualSum - 1) < kPublishedDigits, qPrintable(row.join(' ')));
         if (K != 0)
             QVERIFY2(std::abs(best.values[1] / K - 1) < kPublishedDigits, qPrintable(row.join(' ')));
@@ -83,10 +83,10 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
         sternvolmer::RatioProblem problem = simulated.input.problem();
         const SearchResult found = searched(simulated.input);
         QVERIFY(!found.solutions.empty());
-        const Solution& best = found.solutions.front();
-        const FreeSlots free = freeSlots(models::row(model).parameterCount(), {});
-        const double lowest = descend(problem, simulated.constants, free).sumOfSquares;
-        missed += best.sumOfSquares > lowest * (1 + kEquallyGood) ? 1 : 0;
+        const leastsquares::Solution& best = found.solutions.front();
+        const leastsquares::FreeSlots free = leastsquares::freeSlots(models::row(model).parameterCount(), {});
+        const double lowest = leastsquares::descend(problem, simulated.constants, free).sumOfSquares;
+        missed += best.sumOfSquares > lowest * (1 + leastsquares::kEquallyGood) ? 1 : 0;
         for (int logMode : {0, 1}) {
             simulated.input.logMode = logMode;
             const bool counts = best.undetermined.empty();
@@ -107,10 +107,10 @@ void TestStartSearch::saysWhereTheEngineCannotStay()
     RatioInput input = support::acridone(6);
     input.panel.kq2 = "4.5e9";
     input.panel.FixKq2 = 1;
-    const Solution best = searched(input).solutions.front();
+    const leastsquares::Solution best = searched(input).solutions.front();
     const EngineStart start = startFor(input, best);
     QVERIFY(!start.leadsToMinimum);
-    QVERIFY(start.reached > best.sumOfSquares * (1 + kEquallyGood));
+    QVERIFY(start.reached > best.sumOfSquares * (1 + leastsquares::kEquallyGood));
     QVERIFY(std::abs(start.values[1] / best.values[1] - 1) < kPublishedDigits); // the values are the optimum
 }
 
@@ -143,7 +143,7 @@ void TestStartSearch::oneSolutionStandsForWhatIsNotDetermined()
         input.panel.K = typed;
         const SearchResult found = searched(input);
         QCOMPARE(found.solutions.size(), std::size_t{1});
-        QCOMPARE(found.solutions[0].undetermined, (FreeSlots{1, 2}));
+        QCOMPARE(found.solutions[0].undetermined, (leastsquares::FreeSlots{1, 2}));
         products.push_back(found.solutions[0].values[1] * found.solutions[0].values[2]);
     }
     constexpr double kOneError = 0.05; // of the product, from noise of 1 percent
@@ -155,7 +155,7 @@ void TestStartSearch::keepsFixedConstants()
     RatioInput input = support::acridone(3);
     input.panel.kq2 = "4.94e9";
     input.panel.FixKq2 = 1;
-    const Solution best = searched(input).solutions.front();
+    const leastsquares::Solution best = searched(input).solutions.front();
     QCOMPARE(best.values[2], 4.94e9);
     QVERIFY(best.values[1] > 1 && best.values[1] < 1.3); // published with this kq2: 1.19
 }

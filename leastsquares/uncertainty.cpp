@@ -1,4 +1,4 @@
-#include "trust/uncertainty.h"
+#include "leastsquares/uncertainty.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 #include <Eigen/SVD>
 #include <boost/math/distributions/students_t.hpp>
 
-namespace trust
+namespace leastsquares
 {
 namespace
 {
@@ -91,4 +91,4 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
     return result;
 }
 
-} // namespace trust
+} // namespace leastsquares

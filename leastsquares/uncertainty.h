@@ -1,8 +1,8 @@
 #pragma once
 
-#include "trust/leastsquares.h"
+#include "leastsquares/minimum.h"
 
-namespace trust
+namespace leastsquares
 {
 
 using Matrix4 = std::array<fit::Parameters, fit::kMaxParameters + 1>; // [row][column], slots as in fit::Parameters
@@ -16,10 +16,10 @@ struct Uncertainty {
     FreeSlots undetermined;          // see below
 };
 
-/// From the derivatives at the values, which should be a least-squares minimum; scatter counts as equal at all points.
-/// pointCount: how many points could deviate. A parameter is undetermined when its standard error is larger than
-/// itself, or when a change of it, perhaps together with others, leaves every point where it is.
-/// Method: G. A. F. Seber, C. J. Wild, Nonlinear Regression (1989), chapter 2, with Student's t.
+/// From the covariance s2 (J'J)^-1 with the derivatives J at the values, which should be a least-squares minimum;
+/// scatter counts as equal at all points. pointCount: how many points could deviate. A parameter is undetermined when
+/// its standard error is larger than itself, or when a change of it, perhaps together with others, leaves every point
+/// where it is. Method: G. A. F. Seber, C. J. Wild, Nonlinear Regression (1989), chapter 2, with Student's t.
 Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount);
 
-} // namespace trust
+} // namespace leastsquares

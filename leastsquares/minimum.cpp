@@ -1,4 +1,4 @@
-#include "trust/leastsquares.h"
+#include "leastsquares/minimum.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 
 #include <unsupported/Eigen/NonLinearOptimization>
 
-namespace trust
+namespace leastsquares
 {
 namespace
 {
@@ -140,4 +140,11 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
     return {reached, sumOfSquares(problem, reached)};
 }
 
-} // namespace trust
+bool equallyGood(double sum, double best, int pointCount)
+{
+    // a deviation of a millionth is far below what any instrument sees
+    constexpr double kExactPerPoint = 1e-12;
+    return sum <= std::max(best * (1 + kEquallyGood), kExactPerPoint * pointCount);
+}
+
+} // namespace leastsquares

@@ -2,7 +2,7 @@
 
 #include "fit/gaussnewton.h"
 
-namespace trust
+namespace leastsquares
 {
 
 /// Every n-th point of a problem with many, for a first look that is n times as fast.
@@ -29,4 +29,4 @@ private:
     int m_stride;
 };
 
-} // namespace trust
+} // namespace leastsquares

@@ -1,8 +1,8 @@
-#include "trust/runstest.h"
+#include "leastsquares/runstest.h"
 
 #include <cmath>
 
-namespace trust
+namespace leastsquares
 {
 namespace
 {
@@ -48,4 +48,4 @@ RunsTest runsTest(std::span<const double> residuals)
     return test;
 }
 
-} // namespace trust
+} // namespace leastsquares

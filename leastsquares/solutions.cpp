@@ -1,26 +1,25 @@
-#include "trust/solutions.h"
+#include "leastsquares/solutions.h"
 
-#include "trust/uncertainty.h"
+#include "leastsquares/uncertainty.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace trust
+namespace leastsquares
 {
 namespace
 {
 
-/// A constant that the data leave open is taken inside its sensible range when that is as good.
-Solution solutionOf(const Task& task, const Minimum& minimum)
+/// A parameter that the data leave open is taken inside its usual range when that is as good.
+Solution solutionOf(const SolvedProblem& solved, const Minimum& minimum)
 {
-    const Ranges sensible = sensibleRanges(task.model);
     Solution solution{minimum.values, minimum.sumOfSquares,
-                      uncertaintyOf(task.problem, minimum.values, task.free(), task.countedPoints()).undetermined};
+                      uncertaintyOf(solved.problem, minimum.values, solved.free, solved.countedPoints).undetermined};
     for (const std::size_t slot : solution.undetermined) {
         fit::Parameters held = solution.values;
-        held[slot] = std::clamp(held[slot], sensible[slot].low, sensible[slot].high);
-        const double sum = sumOfSquares(task.problem, held);
-        if (equallyGood(sum, minimum.sumOfSquares, task.problem.pointCount())) {
+        held[slot] = std::clamp(held[slot], solved.usual[slot].low, solved.usual[slot].high);
+        const double sum = sumOfSquares(solved.problem, held);
+        if (equallyGood(sum, minimum.sumOfSquares, solved.problem.pointCount())) {
             solution.values = held;
             solution.sumOfSquares = sum;
         }
@@ -52,27 +51,26 @@ double distance(const FreeSlots& free, const fit::Parameters& a, const fit::Para
 
 } // namespace
 
-std::vector<Solution> equallyGoodSolutions(const Task& task, std::vector<Minimum> minima)
+std::vector<Solution> equallyGoodSolutions(const SolvedProblem& solved, std::vector<Minimum> minima)
 {
-    const FreeSlots free = task.free();
-    const fit::Parameters typed = positiveStart(task);
+    const FreeSlots& free = solved.free;
     std::sort(minima.begin(), minima.end(),
               [](const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; });
     std::vector<Solution> solutions;
     for (const Minimum& minimum : minima) {
         if (!std::isfinite(minimum.sumOfSquares) ||
-            !equallyGood(minimum.sumOfSquares, minima.front().sumOfSquares, task.problem.pointCount()))
+            !equallyGood(minimum.sumOfSquares, minima.front().sumOfSquares, solved.problem.pointCount()))
             break;
-        const Solution solution = solutionOf(task, minimum);
+        const Solution solution = solutionOf(solved, minimum);
         const auto known = std::find_if(solutions.begin(), solutions.end(), [&](const Solution& other) {
             return sameWhereDetermined(free, other, solution);
         });
         if (known == solutions.end())
             solutions.push_back(solution);
-        else if (distance(free, solution.values, typed) < distance(free, known->values, typed))
+        else if (distance(free, solution.values, solved.nearest) < distance(free, known->values, solved.nearest))
             *known = solution;
     }
     return solutions;
 }
 
-} // namespace trust
+} // namespace leastsquares

@@ -5,9 +5,9 @@
 #include <array>
 #include <vector>
 
-/// An honest look at fits: start values that work, uncertainties and convergence. Parameters are in their real units
-/// here, never logarithms; slots as in fit::Parameters.
-namespace trust
+/// Minima and uncertainties of any problem. Parameters are in their real units here, never logarithms; slots as in
+/// fit::Parameters.
+namespace leastsquares
 {
 
 /// Slots of the parameters that a fit may change, ascending.
@@ -43,4 +43,8 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
 std::vector<std::vector<double>> relativeDerivatives(fit::Problem& problem, const fit::Parameters& values,
                                                      const FreeSlots& free);
 
-} // namespace trust
+/// Two sums of squares count as equally good within this share, and when both are those of an exact fit.
+inline constexpr double kEquallyGood = 1e-3;
+bool equallyGood(double sum, double best, int pointCount);
+
+} // namespace leastsquares

@@ -1,4 +1,4 @@
-#include "trust/uncertainty.h"
+#include "leastsquares/uncertainty.h"
 
 #include "tests/support/callableproblem.h"
 #include "tests/support/datarows.h"
@@ -125,10 +125,10 @@ void TestUncertainty::reproducesCertifiedValues()
         const double modelled = kModels[row].law(p, b);
         return logarithms ? std::log(modelled / p[0]) : modelled - p[0];
     });
-    const trust::FreeSlots free = trust::freeSlots(set.deviations[3] != 0 ? 3 : 2, {});
-    const trust::Minimum minimum = trust::descend(problem, set.start, free);
+    const leastsquares::FreeSlots free = leastsquares::freeSlots(set.deviations[3] != 0 ? 3 : 2, {});
+    const leastsquares::Minimum minimum = leastsquares::descend(problem, set.start, free);
     QVERIFY(std::abs(minimum.sumOfSquares / set.residualSum - 1) < kSixDigits);
-    const auto uncertainty = trust::uncertaintyOf(problem, minimum.values, free, problem.pointCount());
+    const auto uncertainty = leastsquares::uncertaintyOf(problem, minimum.values, free, problem.pointCount());
     for (const std::size_t j : free) {
         QVERIFY2(std::abs(minimum.values[j] / set.certified[j] - 1) < kSixDigits,
                  QByteArray::number(minimum.values[j], 'g', 10));
@@ -143,8 +143,8 @@ void TestUncertainty::fixedConstantsHaveNoError()
 {
     support::CallableProblem problem =
         problemOf({{1.1, 1}, {1.9, 2}, {3.2, 3}}, [](double x, auto& b) { return b[1] * x + b[2]; });
-    const trust::FreeSlots free = trust::freeSlots(2, {0, 1, 0, 0});
-    const auto uncertainty = trust::uncertaintyOf(problem, {0, 1, 1.0 / 15, 0}, free, 3);
+    const leastsquares::FreeSlots free = leastsquares::freeSlots(2, {0, 1, 0, 0});
+    const auto uncertainty = leastsquares::uncertaintyOf(problem, {0, 1, 1.0 / 15, 0}, free, 3);
     const double scatter = 0.1 * 0.1 + 0.1 * 0.1 + 0.2 * 0.2 - 0.2 * 0.2 / 3;
     QCOMPARE(uncertainty.degreesOfFreedom, 2);
     QCOMPARE(uncertainty.standardError[1], 0.0);
@@ -157,18 +157,18 @@ void TestUncertainty::namesWhatTheDataLeaveOpen()
 {
     const Points line{{1.1, 1}, {1.9, 2}, {3.2, 3}, {3.9, 4}};
     support::CallableProblem product = problemOf(line, [](double x, auto& b) { return b[1] * b[2] * x + b[3]; });
-    const trust::Minimum minimum = trust::descend(product, {0, 2, 1, 0.1}, {1, 2, 3});
-    const auto flat = trust::uncertaintyOf(product, minimum.values, {1, 2, 3}, 4);
+    const leastsquares::Minimum minimum = leastsquares::descend(product, {0, 2, 1, 0.1}, {1, 2, 3});
+    const auto flat = leastsquares::uncertaintyOf(product, minimum.values, {1, 2, 3}, 4);
     QVERIFY(std::isinf(flat.standardError[1]));
     QVERIFY(std::isinf(flat.standardError[2]));
     QVERIFY(std::isfinite(flat.standardError[3]));
-    QCOMPARE(flat.undetermined, (trust::FreeSlots{1, 2, 3})); // the intercept is smaller than its error
+    QCOMPARE(flat.undetermined, (leastsquares::FreeSlots{1, 2, 3})); // the intercept is smaller than its error
 }
 
 void TestUncertainty::needsMorePointsThanConstants()
 {
     support::CallableProblem problem = problemOf({{1, 1}, {3, 2}}, [](double x, auto& b) { return b[1] * x + b[2]; });
-    const auto uncertainty = trust::uncertaintyOf(problem, {0, 2, -1, 0}, {1, 2}, 2);
+    const auto uncertainty = leastsquares::uncertaintyOf(problem, {0, 2, -1, 0}, {1, 2}, 2);
     QCOMPARE(uncertainty.degreesOfFreedom, 0);
     QCOMPARE(uncertainty.halfWidth[1], 0.0);
     QVERIFY(uncertainty.undetermined.empty());

@@ -2,7 +2,7 @@
 
 #include <span>
 
-namespace trust
+namespace leastsquares
 {
 
 /// Do the signs of consecutive residuals change as often as by chance? Few changes mean that the curve bends otherwise
@@ -16,4 +16,4 @@ struct RunsTest {
 /// Exact. Method: A. Wald, J. Wolfowitz, Ann. Math. Stat. 11 (1940) 147.
 RunsTest runsTest(std::span<const double> residuals);
 
-} // namespace trust
+} // namespace leastsquares

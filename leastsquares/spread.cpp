@@ -1,6 +1,9 @@
-#include "trust/spread.h"
+#include "leastsquares/spread.h"
 
-namespace trust
+#include <array>
+#include <cmath>
+
+namespace leastsquares
 {
 namespace
 {
@@ -16,6 +19,8 @@ double haltonNumber(int n, int base)
 
 } // namespace
 
+double between(const Range& range, double share) { return range.low * std::pow(range.high / range.low, share); }
+
 void spread(fit::Parameters& values, const FreeSlots& free, const Ranges& ranges, int n)
 {
     constexpr std::array<int, 4> kBases{0, 2, 3, 5};
@@ -23,4 +28,4 @@ void spread(fit::Parameters& values, const FreeSlots& free, const Ranges& ranges
         values[slot] = between(ranges[slot], haltonNumber(n, kBases[slot]));
 }
 
-} // namespace trust
+} // namespace leastsquares
