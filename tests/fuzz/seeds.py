@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes seeds/engine and seeds/trust from the descriptions below, as engine.cpp, trust.cpp and sheet.h read them.
+"""Writes seeds/engine and seeds/trust from the descriptions below, in the layout of engine.cpp, trust.cpp and sheet.h.
 
 Run it again after a change of what these read; tests fail while a seed no longer gets to a fit.
 
@@ -41,7 +41,7 @@ def changed(samples, column, row, value):
 
 
 def number(value):
-    """Any double; or a short form: (eight times its decimal exponent, 255ths above 1), or None for zero."""
+    """A number: a double, or in short form (eight times its decimal exponent, 255ths above 1), or None for zero."""
     if value is None:
         return struct.pack("<Bb", 1, 0)
     return struct.pack("<BbB", 2, *value) if isinstance(value, tuple) else struct.pack("<Bd", 0, value)

@@ -13,8 +13,8 @@ import math
 import random
 from decimal import Decimal, ROUND_HALF_UP
 
-# What is typed: concentration in M, components, amplitude and lifetime in ns twice, intensity. Two lifetimes of some ten
-# microseconds that shorten with the quencher, and intensities that fall faster than the lifetimes.
+# The typed texts: concentration in M, components, two pairs of amplitude and lifetime in ns, intensity. Both lifetimes
+# are some ten microseconds and shorten with the quencher; the intensities fall faster than the lifetimes.
 SAMPLES = [
     ["0", "2", "0.4", "24000", "0.6", "57000", "", "", "100"],
     ["0.002", "2", "0.9", "22000", "1.1", "51000", "", "", "88.2"],
@@ -24,10 +24,10 @@ SAMPLES = [
 ]
 TYPED = {"K": "20", "F": "0.4", "kq1": "3e5", "kq2": "8e5", "Cp": "2e-3", "s": "0.82",
          "tolerance": "0.0001"}
-LIMITS = (40, 15, 6, 3, 1, 0)  # of iterations: the first that leaves no figure to the last digits of the arithmetic
+LIMITS = (40, 15, 6, 3, 1, 0)  # of iterations: the first limit at which rounding changes no printed figure is used
 LEVEL = 0.0001  # of the fit region "All"
 
-# The sheets of the sequence, from the longest to the shortest; amplitudes that three digits do not hold.
+# The sheets of the sequence, from the longest to the shortest; three digits cannot hold their amplitudes.
 SHEETS = [
     [["%g" % q, "3", "5", "%.6g" % (52000 / (1 + 50 * q)), "3", "%.6g" % (25000 / (1 + 40 * q)), "4",
       "%.6g" % (9000 / (1 + 30 * q)), "%.4g" % (90 / (1 + 70 * q))]
@@ -36,8 +36,8 @@ SHEETS = [
     [["0", "1", "3", "48000", "", "", "", "", "7.5"], ["0.008", "1", "2.5", "34000", "", "", "", "", "4.1"],
      ["0.016", "1", "2", "27100", "", "", "", "", "2.6"]],
 ]
-# What the sequence types in log mode where other runs type a positive number: such a text has no logarithm, and the
-# parameter starts from what its slot holds.
+# The text that the sequence types in log mode where other runs type a positive number: it has no logarithm, so the
+# parameter starts from the old value of its slot.
 WITHOUT_LOGARITHM = {2: {"kq1": "0"}, 4: {"K": "-5"}, 6: {"kq1": ""}, 8: {"kq1": "none"}, 9: {"K": "0"},
                      12: {"kq2": "-8e5"}, 13: {"F": "0"}}
 
@@ -58,7 +58,7 @@ SOLVER = "Gauss-Newton法でエラーが起こりました\r\n初期値を変え
 
 # ---- number texts -----------------------------------------------------------------------------------------------------
 def number(text):
-    """The number that a box or a cell reads as; the texts used here are numbers or have none."""
+    """The number in a box or a cell; the texts used here are numbers or contain no number."""
     try:
         return float(text)
     except ValueError:
@@ -74,7 +74,7 @@ def rounded(number, decimals):
 
 
 def decimals_text(digits, places, pattern):
-    """Integer and decimal digits of a rounded number; trailing zeros go down to the last required one."""
+    """Integer and decimal digits of a rounded number; trailing zeros are dropped down to the last required digit."""
     required = pattern.rfind("0") + 1
     while len(digits) > required and digits.endswith("0"):
         digits = digits[:-1]
@@ -106,7 +106,7 @@ def pattern_text(value, pattern):
 
 # ---- Stern-Volmer ratios ----------------------------------------------------------------------------------------------
 class Ratios:
-    """What a sheet says of the intensities: concentrations, ratios and the mean lifetime without quencher."""
+    """The Stern-Volmer data of a sheet: concentrations, ratios and the mean lifetime without quencher."""
 
     def __init__(self, sheet, blur):
         self.conc = [float(s[0]) for s in sheet]
@@ -165,7 +165,7 @@ def log10(x):
 
 
 class Decays:
-    """What Normalization makes of a sheet: the observed decays on the common time grid."""
+    """The normalised data of a sheet: the observed decays on the common time grid."""
 
     def __init__(self, sheet, blur):
         self.conc = [float(s[0]) for s in sheet]
@@ -264,7 +264,7 @@ def intensity(model, t, q, p, data, cp):
 
 # ---- engine -----------------------------------------------------------------------------------------------------------
 def eliminate(a, b, n):
-    """Step of the first zero pivot, 0 when solved. a and b count from 0 here, the step from 1."""
+    """Step of the first zero pivot, 0 if solved. Indices of a and b start at 0, the step at 1."""
     for k in range(n - 1):
         p = max(range(k, n), key=lambda m: (abs(a[m][k]), -m))
         if a[p][k] == 0:
@@ -298,8 +298,8 @@ class Fault(Exception):
 
 
 def fit(residuals, held, n, fixed, log_mode, unit_step, tolerance, limit):
-    """Parameters as held, number of updates, status, whether the solver failed. Slots beyond n stay as they are.
-    unit_step: the derivative step of a parameter that is 0 is that of 1."""
+    """Returns parameters as held, number of updates, status, whether the solver failed. Slots beyond n do not change.
+    unit_step: a parameter that is 0 gets the derivative step of 1."""
     a, previous, count, status = list(held), 1.0, 0, 1
 
     def real():
@@ -356,13 +356,13 @@ CONSTANT = "#.###e+##"
 
 
 class Analyzer:
-    """What an analyzer window keeps from run to run."""
+    """The state that an analyzer window keeps from run to run."""
 
     def __init__(self, analysis):
         self.analysis = analysis
-        self.a = [0.0] * 3  # as held, logarithms in log mode; None: what a fault has left
+        self.a = [0.0] * 3  # as held, logarithms in log mode; None: undefined after a fault
         self.getters = dict.fromkeys(("K", "F", "kq1", "kq2", "kq22"), 0.0)
-        self.ratios = [0.0] * 101  # a shorter sheet leaves what stands behind its own
+        self.ratios = [0.0] * 101  # a shorter sheet does not clear the ratios behind its own
 
     def configure(self, run):
         self.run, self.parameters = run, MODELS[run["model"]]
@@ -432,7 +432,7 @@ class Analyzer:
         return "\r\n".join(lines) + "\r\n" + WARNINGS[self.status]
 
     def record(self, before):
-        """The stored result. Columns 2 to 5 and 8 that the model does not report keep what the record held."""
+        """The stored result. Columns 2 to 5 and 8 that the model does not report keep the old values of the record."""
         values = dict(before["values"])
         for (_, _, column, _), value in zip(self.parameters, self.real()):
             values[column] = value
@@ -449,7 +449,7 @@ class Analyzer:
 
 
 class Program:
-    """What the program keeps from command to command. blur() differs from 1 by what arithmetic may differ by."""
+    """The state that the program keeps between commands. blur() differs from 1 by the rounding of other arithmetic."""
 
     def __init__(self, seed=0):
         noise = random.Random(seed)
@@ -492,7 +492,7 @@ class Program:
         return outcome
 
     def showing(self, analyzer, fitting, table):
-        """Captions of table and plot, rows of the table and how many of its cells are in use."""
+        """Captions of table and plot, rows of the table and the number of its filled cells."""
         if analyzer.analysis == "SV":
             return ["Stern-Volmer (Fitting)", "Stern-Volmer Plot", "100", str(sum(1 for cell in table if cell[2]))]
         cells = 50 + 51 * len(analyzer.data.conc)
@@ -500,7 +500,7 @@ class Program:
                 "51", str(cells)]
 
     def left(self):
-        """What the getters of both analyzers return."""
+        """The return values of the getters of both analyzers."""
         return [pattern_text(value, CONSTANT) for a in self.analyzers.values() for value in a.getters.values()]
 
 
@@ -527,7 +527,7 @@ def color(sample, depth, count):
 
 
 def marks(points, view, rgb):
-    """Points as fractions of the picture's width and height, those within it; at most about ten of them."""
+    """Points within the picture, as fractions of its width and height; at most about ten."""
     x1, y1, x2, y2 = view
     inside = [(round((x - x1) / (x2 - x1), 4), round((y - y1) / (y2 - y1), 4)) for x, y in points]
     inside = [p for p in inside if 0.01 < p[0] < 0.99 and 0.01 < p[1] < 0.99]
@@ -544,7 +544,7 @@ def sv_output(analyzer):
     view = (-x_max / 5, 1.1 * y_max, 1.1 * x_max, -y_max / 2)
     curve = [(x_max / 20 * i, fitted(x_max / 20 * i)) for i in range(22)]
     step = axis_step(x_max / 10)
-    last = round(x_max / step)  # the greatest concentration is a whole number of steps and has a row
+    last = round(x_max / step)  # the largest concentration is a whole number of steps, so it has a row
     rows = [[last + 2, 0, ""]]
     for i in range(last + 1):
         rows += [[i + 1, 0, pattern_text(step * i, "#.###e+#")],
@@ -554,7 +554,7 @@ def sv_output(analyzer):
 
 
 def decay_table(data, logs):
-    """Some rows of the table of decays that logs(sample, time index) gives."""
+    """Some rows of the table of the decays logs(sample, time index)."""
     samples = range(len(data.conc))
     rows = [[0, s + 1, pattern_text(data.conc[s], "0.#####")] for s in samples]
     rows += [[0, len(samples) + 1, ""], [51, 0, ""]]
@@ -592,7 +592,7 @@ PRINTED = ("messages", "report", "row", "table", "record")
 
 
 def sensible(programs, analysis, fitting, run):
-    """The outcome with the first iteration limit whose printed figures are those of slightly different arithmetic, too.
+    """The outcome with the first iteration limit at which slightly different arithmetic prints the same figures.
 
     Far from a minimum, or where a constant has no influence, a fit makes any difference of the last digit large. The
     programs, of which only the first calculates exactly, go on from the outcome.
@@ -619,7 +619,7 @@ def command(analysis, model, log_mode, fixed, fitting):
 
 
 def case(analysis, model, log_mode, fixed, fitting):
-    """A command in a program that has just been started."""
+    """A command in a newly started program."""
     programs = [Program(seed) for seed in range(5)]
     for program in programs:
         program.fill(SAMPLES)
