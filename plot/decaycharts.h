@@ -3,7 +3,7 @@
 #include "app/settings.h"
 #include "decay/sampletable.h"
 #include "plot/canvas.h"
-#include "plot/tabletext.h"
+#include "plot/tablesink.h"
 
 #include <array>
 #include <functional>

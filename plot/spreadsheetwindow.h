@@ -1,7 +1,8 @@
 #pragma once
 
 #include "plot/outputwindow.h"
-#include "plot/tabletext.h"
+#include "plot/tablecells.h"
+#include "plot/tablesink.h"
 
 class QLineEdit;
 
@@ -44,7 +45,7 @@ private:
 
     ui::Grid* m_grid;
     QLineEdit* m_cellText; // the current cell's text, which the column may be too narrow to show
-    TableText m_texts;
+    TableCells m_texts;
     int m_row = 1; // the next Value goes here
     int m_column = 1;
     bool m_redraw = true;

@@ -2,7 +2,7 @@
 
 #include "decay/sampletable.h"
 #include "plot/canvas.h"
-#include "plot/tabletext.h"
+#include "plot/tablesink.h"
 
 #include <functional>
 #include <span>

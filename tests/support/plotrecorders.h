@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plot/canvas.h"
-#include "plot/tabletext.h"
+#include "plot/tablesink.h"
 
 #include <map>
 #include <string>

@@ -1,4 +1,6 @@
-#include "plot/tabletext.h"
+#include "plot/tablecells.h"
+
+#include "plot/tablesink.h"
 
 #include <algorithm>
 #include <cassert>
@@ -16,21 +18,21 @@ std::size_t slot(int row, int column)
 
 } // namespace
 
-const std::string& TableText::at(int row, int column) const
+const std::string& TableCells::at(int row, int column) const
 {
     static const std::string kEmpty;
     return m_cells.empty() ? kEmpty : m_cells[slot(row, column)];
 }
 
-void TableText::set(int row, int column, std::string_view text)
+void TableCells::set(int row, int column, std::string_view text)
 {
     m_cells.resize(kTableRows * kTableColumns);
     m_cells[slot(row, column)] = text;
 }
 
-void TableText::clear() { std::fill(m_cells.begin(), m_cells.end(), std::string()); }
+void TableCells::clear() { std::fill(m_cells.begin(), m_cells.end(), std::string()); }
 
-std::string TableText::copyText() const
+std::string TableCells::copyText() const
 {
     std::string text;
     int row = 0;
