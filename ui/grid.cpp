@@ -1,7 +1,8 @@
 #include "ui/grid.h"
 
 #include "ui/fittingfont.h"
-#include "ui/gridparts.h"
+#include "ui/gridpainting.h"
+#include "ui/titledcells.h"
 #include "ui/twips.h"
 
 #include <QAbstractButton>

@@ -1,4 +1,4 @@
-#include "ui/gridparts.h"
+#include "ui/gridpainting.h"
 
 #include "ui/fittingfont.h"
 #include "ui/titleline.h"
@@ -49,23 +49,6 @@ void drawCurrentFrame(QPainter& painter, const QRect& section, const QPalette& p
 }
 
 } // namespace
-
-QVariant TitledCells::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
-        return QStandardItemModel::headerData(section, orientation, role);
-    return data(orientation == Qt::Horizontal ? index(0, section) : index(section, 0), Qt::DisplayRole);
-}
-
-bool TitledCells::setData(const QModelIndex& cell, const QVariant& value, int role)
-{
-    const bool written = QStandardItemModel::setData(cell, value, role);
-    if (cell.row() == 0)
-        emit headerDataChanged(Qt::Horizontal, cell.column(), cell.column());
-    if (cell.column() == 0)
-        emit headerDataChanged(Qt::Vertical, cell.row(), cell.row());
-    return written;
-}
 
 void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const
 {

@@ -1,23 +1,12 @@
 #pragma once
 
 #include <QHeaderView>
-#include <QStandardItemModel>
 #include <QStyledItemDelegate>
 
-/// The model, the cell painter and the headers of a grid. Texts that are too long for their column are condensed, so
-/// that numbers stay complete.
+/// Draws the cells and the titles of a grid. Texts that are too long for their column are condensed, so that numbers
+/// stay complete.
 namespace ui
 {
-
-/// The texts of the cells. The headers show the texts of row 0 and column 0.
-class TitledCells final : public QStandardItemModel
-{
-public:
-    using QStandardItemModel::QStandardItemModel;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    bool setData(const QModelIndex& cell, const QVariant& value, int role) override;
-    Qt::ItemFlags flags(const QModelIndex&) const override { return Qt::ItemIsEnabled | Qt::ItemIsSelectable; }
-};
 
 /// Draws the cells, with a frame around the current cell.
 class FittingDelegate final : public QStyledItemDelegate
