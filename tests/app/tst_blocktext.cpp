@@ -1,7 +1,7 @@
 #include "app/blocktext.h"
 #include "app/textlines.h"
 #include "tests/support/memorysheet.h"
-#include "tests/support/patience.h"
+#include "tests/support/waitlimit.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -108,7 +108,7 @@ void TestBlockText::hugeTextsAreQuick()
         QElapsedTimer timer;
         timer.start();
         pasteBlock(sheet, 1, 1, text);
-        QVERIFY2(timer.elapsed() < support::kPatience, piece);
+        QVERIFY2(timer.elapsed() < support::kWaitLimit, piece);
         QCOMPARE(sheet.cell(1, 1).size(), firstCell);
     }
 }

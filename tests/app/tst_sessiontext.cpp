@@ -1,6 +1,6 @@
 #include "app/sessiontext.h"
 
-#include "tests/support/patience.h"
+#include "tests/support/waitlimit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -192,7 +192,7 @@ void TestSessionText::damagedFilesAreQuick()
         QElapsedTimer timer;
         timer.start();
         const auto session = readSession(text.toStdString(), emptySession(10, 21));
-        QVERIFY2(timer.elapsed() < support::kPatience,
+        QVERIFY2(timer.elapsed() < support::kWaitLimit,
                  (head + piece + QByteArray::number(timer.elapsed())).constData());
         QVERIFY(session);
     }

@@ -1,5 +1,5 @@
 #include "plot/spreadsheetwindow.h"
-#include "tests/support/patience.h"
+#include "tests/support/waitlimit.h"
 #include "tests/support/windowsize.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
@@ -117,7 +117,7 @@ void TestSpreadSheet::fillsQuicklyWithoutScrolling()
             write(column, row, "1.234e-5");
     m_sheet->setRedraw(true);
     QCoreApplication::processEvents();
-    QVERIFY2(timer.elapsed() < support::kPatience, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < support::kWaitLimit, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(m_grid->currentRow(), 500);
     QCOMPARE(copied().count('\t'), 501 * 100); // a full table ends at its edges
     QVERIFY(m_grid->visualRect(m_grid->model()->index(1, 1)).intersects(m_grid->viewport()->rect()));

@@ -1,6 +1,6 @@
 // The guided tour: operates the program's real windows as a user would and saves a picture of each.
 
-#include "tests/tour/hands.h"
+#include "tests/tour/userinput.h"
 
 #include "app/datasheet.h"
 #include "app/startup.h"

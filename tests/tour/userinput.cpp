@@ -1,4 +1,4 @@
-#include "tests/tour/hands.h"
+#include "tests/tour/userinput.h"
 
 #include <QApplication>
 #include <QComboBox>
