@@ -12,11 +12,11 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName("Vorlo");
     QApplication::setDesktopFileName("org.vorlo.Vorlo");
     ui::DialogPrompter prompter;
-    auto front = std::make_unique<app::Front>();
+    auto firstWindow = std::make_unique<app::FirstWindow>();
     std::unique_ptr<app::VorloMain> program;
-    front->whenPainted([&] {
+    firstWindow->whenPainted([&] {
         QApplication::setWindowIcon(QIcon(":/128/org.vorlo.Vorlo.png"));
-        program = std::make_unique<app::VorloMain>(prompter, std::move(front));
+        program = std::make_unique<app::VorloMain>(prompter, std::move(firstWindow));
         QObject::connect(program.get(), &app::VorloMain::ended, &application, [] { QCoreApplication::exit(); });
     });
     return QApplication::exec();

@@ -31,11 +31,14 @@ QString withExtension(const QString& path)
 
 } // namespace
 
-SessionCommands::SessionCommands(const Parts& parts, QObject* parent) : QObject(parent), m_parts(parts) {}
+SessionCommands::SessionCommands(const Dependencies& dependencies, QObject* parent)
+    : QObject(parent), m_dependencies(dependencies)
+{
+}
 
 void SessionCommands::mnuNew_Click()
 {
-    SheetText& sheet = m_parts.sheet;
+    SheetText& sheet = m_dependencies.sheet;
     forEachDataCell(sheet, [&sheet](int row, int column) { sheet.setCell(row, column, {}); });
     sheet.setCounts(sheet.rowCount(), sheet.columnCount()); // restores titles that were cut or overwritten
     setPath({});
@@ -43,23 +46,23 @@ void SessionCommands::mnuNew_Click()
 
 void SessionCommands::mnuSaveAs_Click()
 {
-    const auto chosen = m_parts.prompter.fileToSave(m_path);
+    const auto chosen = m_dependencies.prompter.fileToSave(m_path);
     if (!chosen)
         return;
     const QString path = withExtension(*chosen);
     // The dialog asked only about the name as it was chosen, without the added suffix.
-    if (path != *chosen && QFileInfo::exists(path) && !m_parts.prompter.mayReplace(path))
+    if (path != *chosen && QFileInfo::exists(path) && !m_dependencies.prompter.mayReplace(path))
         return;
     const QString error = writeSessionFile(path, writeSession(session()));
     if (error.isEmpty())
         setPath(path);
     else
-        m_parts.prompter.message(tr("%1 cannot be saved:\r\n%2").arg(path, error));
+        m_dependencies.prompter.message(tr("%1 cannot be saved:\r\n%2").arg(path, error));
 }
 
 void SessionCommands::mnuOpen_Click()
 {
-    if (const auto path = m_parts.prompter.fileToOpen())
+    if (const auto path = m_dependencies.prompter.fileToOpen())
         open(*path, IfForeign::ClearResults);
 }
 
@@ -69,14 +72,14 @@ void SessionCommands::open(const QString& path, IfForeign ifForeign)
 {
     const SessionFileText file = readSessionFile(path);
     if (!file.error.isEmpty()) {
-        m_parts.prompter.message(tr("%1 cannot be read:\r\n%2").arg(path, file.error));
+        m_dependencies.prompter.message(tr("%1 cannot be read:\r\n%2").arg(path, file.error));
         return;
     }
     const std::optional<Session> read = readSession(file.text, session());
     if (!read) {
         if (ifForeign == IfForeign::ClearResults)
-            m_parts.results.cmdClearAll_Click();
-        m_parts.prompter.message(tr("This file type is not recognized."));
+            m_dependencies.results.cmdClearAll_Click();
+        m_dependencies.prompter.message(tr("This file type is not recognized."));
         return;
     }
     show(*read);
@@ -92,13 +95,13 @@ void SessionCommands::setPath(const QString& path)
 
 Session SessionCommands::session() const
 {
-    const SheetText& sheet = m_parts.sheet;
-    Session session{.panel = m_parts.panel.panelState(),
-                    .settings = m_parts.shared.settings,
+    const SheetText& sheet = m_dependencies.sheet;
+    Session session{.panel = m_dependencies.panel.panelState(),
+                    .settings = m_dependencies.shared.settings,
                     .rows = sheet.rowCount(),
                     .columns = sheet.columnCount(),
                     .cells = {},
-                    .results = m_parts.shared.results};
+                    .results = m_dependencies.shared.results};
     session.cells.resize(static_cast<std::size_t>(session.rows - 1));
     forEachDataCell(sheet, [&](int row, int column) {
         session.cells[static_cast<std::size_t>(row - 1)].push_back(sheet.cell(row, column));
@@ -111,12 +114,12 @@ void SessionCommands::show(const Session& session)
 {
     PanelState panel = session.panel;
     panel.allChosen = true;
-    m_parts.panel.setPanelState(panel);
-    SharedState& shared = m_parts.shared;
+    m_dependencies.panel.setPanelState(panel);
+    SharedState& shared = m_dependencies.shared;
     shared.FitRegionMode = decay::kFitRegionOwn;
     shared.settings = session.settings;
 
-    SheetText& sheet = m_parts.sheet;
+    SheetText& sheet = m_dependencies.sheet;
     sheet.setCounts(session.rows, session.columns);
     forEachDataCell(sheet, [&](int row, int column) {
         sheet.setCell(row, column,
@@ -124,7 +127,7 @@ void SessionCommands::show(const Session& session)
     });
 
     shared.results = session.results;
-    m_parts.results.RedrawResult();
+    m_dependencies.results.RedrawResult();
     shared.DataNormalized = false;
 }
 

@@ -23,14 +23,14 @@ class SessionCommands : public QObject
 
 public:
     /// What the commands work on; all of it must outlive them.
-    struct Parts {
+    struct Dependencies {
         SheetText& sheet;
         PanelEditor& panel;
         SharedState& shared;
         ResultsTable& results;
         ui::Prompter& prompter;
     };
-    explicit SessionCommands(const Parts& parts, QObject* parent = nullptr);
+    explicit SessionCommands(const Dependencies& dependencies, QObject* parent = nullptr);
 
     void mnuNew_Click();
     void mnuOpen_Click();
@@ -51,7 +51,7 @@ private:
     void show(const Session& session);
     void setPath(const QString& path);
 
-    Parts m_parts;
+    Dependencies m_dependencies;
     QString m_path; // where "Save as" begins
 };
 

@@ -12,17 +12,17 @@
 namespace app
 {
 
-Front::Front() { MainWindow.SetSize(0, 6500, 8160, 9750); }
+FirstWindow::FirstWindow() { MainWindow.SetSize(0, 6500, 8160, 9750); }
 
-void Front::whenPainted(std::function<void()> then)
+void FirstWindow::whenPainted(std::function<void()> then)
 {
     // Queued, because the frame reaches the screen only after its paint event.
     QObject::connect(&MainWindow, &frmVorloMain::painted, &MainWindow, std::move(then),
                      static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
-VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<Front> front)
-    : m_front(std::move(front)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
+VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstWindow)
+    : m_firstWindow(std::move(firstWindow)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
       aboutBox(prompter), m_prompter(prompter),
       m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
       m_decayCommands(commandContext(), DecayAnalyzer), m_sternVolmerCommands(commandContext(), SVAnalyzer),

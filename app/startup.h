@@ -24,8 +24,8 @@ namespace app
 {
 
 /// The first window on the screen: the main window with the shared state. It does not wait for the other windows.
-struct Front {
-    Front();
+struct FirstWindow {
+    FirstWindow();
     /// Calls a function once after the main window has been painted for the first time.
     void whenPainted(std::function<void()> then);
 
@@ -41,14 +41,15 @@ class VorloMain : public QObject
 
 public:
     /// Creates and places all windows except the main window. `prompter` must outlive the program.
-    explicit VorloMain(ui::Prompter& prompter, std::unique_ptr<Front> front = std::make_unique<Front>());
+    explicit VorloMain(ui::Prompter& prompter,
+                       std::unique_ptr<FirstWindow> firstWindow = std::make_unique<FirstWindow>());
 
 private:
-    std::unique_ptr<Front> m_front;
+    std::unique_ptr<FirstWindow> m_firstWindow;
 
 public:
-    SharedState& shared = m_front->shared;
-    frmVorloMain& MainWindow = m_front->MainWindow;
+    SharedState& shared = m_firstWindow->shared;
+    frmVorloMain& MainWindow = m_firstWindow->MainWindow;
     decay::frmDecayCurveAnalyzer DecayAnalyzer;
     sternvolmer::frmSternVolmerAnalyzer SVAnalyzer;
     frmSettingWindow SettingWindow;

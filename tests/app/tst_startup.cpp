@@ -55,11 +55,11 @@ private slots:
 void TestStartup::showsTheMainWindowFirst()
 {
     support::RecordingPrompter prompter;
-    auto front = std::make_unique<app::Front>();
+    auto firstWindow = std::make_unique<app::FirstWindow>();
     std::unique_ptr<app::VorloMain> program;
-    front->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(front)); });
+    firstWindow->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(firstWindow)); });
     QVERIFY(!program);
-    QVERIFY(front->MainWindow.isVisible());
+    QVERIFY(firstWindow->MainWindow.isVisible());
     QTRY_VERIFY(program);
     QSignalSpy ended(program.get(), &app::VorloMain::ended);
     program->MainWindow.close();

@@ -6,9 +6,9 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     ui::DialogPrompter prompter;
-    auto front = std::make_unique<app::Front>();
+    auto firstWindow = std::make_unique<app::FirstWindow>();
     std::unique_ptr<app::VorloMain> program;
-    front->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(front)); });
-    bench::FirstFrame frame(front->MainWindow);
+    firstWindow->whenPainted([&] { program = std::make_unique<app::VorloMain>(prompter, std::move(firstWindow)); });
+    bench::FirstFrame frame(firstWindow->MainWindow);
     return QApplication::exec();
 }
