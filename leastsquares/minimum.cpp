@@ -11,15 +11,15 @@ namespace leastsquares
 namespace
 {
 
-constexpr double kStep = 6e-6;       // of a logarithm: the cube root of the rounding unit suits central differences
-constexpr double kFarAway = 1e30;    // stands for a residual that is not a number; its square is one
+constexpr double kStep = 6e-6;       // of a logarithm: the cube root of the rounding unit
+constexpr double kFarAway = 1e30;    // replaces a residual that is NaN; its square is finite
 constexpr double kTolerance = 1e-10; // relative, on the sum of squares, the parameters and the gradient
 constexpr int kMaxSteps = 200;
 constexpr double kFirstStep = 3; // of logarithms
 
 double finite(double residual) { return std::isfinite(residual) ? residual : kFarAway; }
 
-/// The residuals as a function of the logarithms of the free parameters, in the form that Eigen asks for.
+/// The residuals as a function of the logarithms of the free parameters, in the form that Eigen needs.
 class LogResiduals
 {
 public:
@@ -125,8 +125,8 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
     Eigen::VectorXd u = residuals.logarithms();
     if (u.size() > 0 && residuals.values() >= u.size()) {
         Eigen::LevenbergMarquardt<LogResiduals> method(residuals);
-        // All logarithms count alike, and the first step is about a decade: a direction that hardly matters must not
-        // run away and hold the others up.
+        // All logarithms are scaled equally, and the first step is about a decade, so that a direction with little
+        // effect does not diverge and slow down the others.
         method.useExternalScaling = true;
         method.diag.setOnes(u.size());
         method.parameters.factor = kFirstStep / std::max(1.0, u.norm());
@@ -142,7 +142,7 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
 
 bool equallyGood(double sum, double best, int pointCount)
 {
-    // a deviation of a millionth is far below what any instrument sees
+    // no instrument detects a deviation of a millionth
     constexpr double kExactPerPoint = 1e-12;
     return sum <= std::max(best * (1 + kEquallyGood), kExactPerPoint * pointCount);
 }

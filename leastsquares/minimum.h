@@ -14,10 +14,10 @@ namespace leastsquares
 using FreeSlots = std::vector<std::size_t>;
 FreeSlots freeSlots(int parameterCount, const fit::Flags& fix);
 
-/// Sum of squared residuals; infinity when one of them is not a number.
+/// Sum of squared residuals; infinity if a residual is NaN.
 double sumOfSquares(fit::Problem& problem, const fit::Parameters& values);
 
-/// Sizes between which a parameter may move.
+/// The range in which the size of a parameter may vary.
 struct Range {
     double low = 0;
     double high = 0;
@@ -31,9 +31,9 @@ struct Minimum {
     double sumOfSquares = 0;
 };
 
-/// The least-squares minimum downhill of `start` by the Levenberg-Marquardt method, in the natural logarithms of the
-/// free parameters' sizes: constants of any magnitude then take alike steps, and none changes its sign. A free
-/// parameter that starts at 0 stays there.
+/// The least-squares minimum downhill of `start` by the Levenberg-Marquardt method. It works in the natural logarithms
+/// of the free parameters' sizes, so that constants of any magnitude take similar steps and keep their signs. A free
+/// parameter that starts at 0 stays 0.
 /// Method: J. J. More, Lecture Notes in Mathematics 630 (1978) 105, as in MINPACK; Eigen's translation.
 Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free,
                 const Ranges& ranges = kAnySizes);
@@ -43,7 +43,7 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
 std::vector<std::vector<double>> relativeDerivatives(fit::Problem& problem, const fit::Parameters& values,
                                                      const FreeSlots& free);
 
-/// Two sums of squares count as equally good within this share, and when both are those of an exact fit.
+/// Two sums of squares are equally good if they agree within this fraction, or if both are sums of an exact fit.
 inline constexpr double kEquallyGood = 1e-3;
 bool equallyGood(double sum, double best, int pointCount);
 

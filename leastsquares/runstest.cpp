@@ -7,10 +7,11 @@ namespace leastsquares
 namespace
 {
 
-/// n over k through logarithms: a fit may have a thousand points.
+/// The binomial coefficient n over k, calculated with logarithms, because a fit may have a thousand points.
 double logChoose(int n, int k) { return std::lgamma(n + 1.0) - std::lgamma(k + 1.0) - std::lgamma(n - k + 1.0); }
 
-/// Probability that two kinds of sizes a and b make groups of the kinds, x of the first and y of the second, one order.
+/// Probability that a elements of one kind and b of another, in random order, form x and y runs, for a given kind of
+/// the first element.
 double probabilityOfGroups(int a, int b, int x, int y)
 {
     if (x < 1 || y < 1 || x > a || y > b)
@@ -41,7 +42,7 @@ RunsTest runsTest(std::span<const double> residuals)
         last = std::copysign(1.0, residual);
     }
     if (test.above == 0 || test.below == 0)
-        return test; // one sign only: there is no order to judge
+        return test; // only one sign: the order means nothing
     test.probability = 0;
     for (int runs = 2; runs <= test.runs; ++runs)
         test.probability += probabilityOfRuns(test.above, test.below, runs);

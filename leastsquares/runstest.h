@@ -5,11 +5,11 @@
 namespace leastsquares
 {
 
-/// Do the signs of consecutive residuals change as often as by chance? Few changes mean that the curve bends otherwise
-/// than the data.
+/// Tests whether the signs of consecutive residuals change as often as by chance. Few changes mean that the curve has
+/// another shape than the data.
 struct RunsTest {
-    int above = 0, below = 0; // residuals of either sign; those of exactly 0 are left out
-    int runs = 0;             // stretches of one sign
+    int above = 0, below = 0; // number of residuals of each sign; residuals of exactly 0 are skipped
+    int runs = 0;             // sequences of the same sign
     double probability = 1;   // of so few runs or fewer by chance
 };
 

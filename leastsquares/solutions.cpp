@@ -10,7 +10,7 @@ namespace leastsquares
 namespace
 {
 
-/// A parameter that the data leave open is taken inside its usual range when that is as good.
+/// A parameter that the data do not determine is moved into its usual range if the fit stays equally good.
 Solution solutionOf(const SolvedProblem& solved, const Minimum& minimum)
 {
     Solution solution{minimum.values, minimum.sumOfSquares,

@@ -8,7 +8,7 @@ namespace leastsquares
 namespace
 {
 
-/// The n-th of evenly spread numbers between 0 and 1: the digits of n mirrored at the point.
+/// The n-th number of a sequence spread evenly between 0 and 1: the digits of n, mirrored at the point.
 double haltonNumber(int n, int base)
 {
     double number = 0;

@@ -5,11 +5,11 @@
 namespace leastsquares
 {
 
-/// Every n-th point of a problem with many, for a first look that is n times as fast.
+/// Every n-th point of a problem with many points, for a first search that is n times as fast.
 class ThinnedProblem final : public fit::Problem
 {
 public:
-    /// So many points, about, are left at most.
+    /// Roughly the largest number of points kept.
     static constexpr int kPointsKept = 120;
 
     explicit ThinnedProblem(fit::Problem& problem)

@@ -23,7 +23,7 @@ Eigen::MatrixXd derivativeMatrix(fit::Problem& problem, const fit::Parameters& v
     return J;
 }
 
-/// Inverse of the normal matrix of relative changes. Directions that move no point are left out of it and named.
+/// Inverse of the normal matrix J'J of relative changes. Directions that change no point are excluded and reported.
 struct InverseNormal {
     Eigen::MatrixXd matrix;
     std::vector<bool> flat; // by column
@@ -31,7 +31,7 @@ struct InverseNormal {
     InverseNormal(const Eigen::MatrixXd& J)
         : matrix(Eigen::MatrixXd::Zero(J.cols(), J.cols())), flat(static_cast<std::size_t>(J.cols()), false)
     {
-        constexpr double kFlat = 1e-7;     // of the steepest direction: what central differences cannot tell from 0
+        constexpr double kFlat = 1e-7; // of the steepest direction: central differences cannot distinguish this from 0
         constexpr double kTakesPart = 0.1; // of a direction of length 1
         const Eigen::JacobiSVD<Eigen::MatrixXd> svd(J, Eigen::ComputeThinU | Eigen::ComputeFullV);
         for (Eigen::Index d = 0; d < J.cols(); ++d) {
@@ -47,7 +47,8 @@ struct InverseNormal {
     }
 };
 
-/// Of two parameters whose values have this product; 0 where one of them is flat.
+/// Correlation of two parameters. product: of their values, whose sign turns relative changes into absolute changes. 0
+/// if one of the two has no effect.
 double correlation(const InverseNormal& inverse, std::size_t j, std::size_t k, double product)
 {
     const auto row = static_cast<Eigen::Index>(j), column = static_cast<Eigen::Index>(k);

@@ -7,7 +7,7 @@ namespace leastsquares
 
 using Matrix4 = std::array<fit::Parameters, fit::kMaxParameters + 1>; // [row][column], slots as in fit::Parameters
 
-/// What the scatter of the residuals says about fitted values. Slots of parameters that were not free hold 0.
+/// Errors of fitted values from the scatter of the residuals. Slots of parameters that were not free hold 0.
 struct Uncertainty {
     int degreesOfFreedom = 0;        // below 1: there are no errors
     fit::Parameters standardError{}; // infinity: not determined
@@ -16,10 +16,11 @@ struct Uncertainty {
     FreeSlots undetermined;          // see below
 };
 
-/// From the covariance s2 (J'J)^-1 with the derivatives J at the values, which should be a least-squares minimum;
-/// scatter counts as equal at all points. pointCount: how many points could deviate. A parameter is undetermined when
-/// its standard error is larger than itself, or when a change of it, perhaps together with others, leaves every point
-/// where it is. Method: G. A. F. Seber, C. J. Wild, Nonlinear Regression (1989), chapter 2, with Student's t.
+/// From the covariance s2 (J'J)^-1, with the derivatives J at the values, which should be a least-squares minimum, and
+/// s2 = sum of squares / degrees of freedom: the scatter is taken as equal at all points. pointCount: number of points
+/// that could deviate. A parameter is undetermined if its standard error is larger than the parameter, or if changing
+/// it, alone or together with others, changes no point. Method: G. A. F. Seber, C. J. Wild, Nonlinear Regression
+/// (1989), chapter 2, with Student's t.
 Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount);
 
 } // namespace leastsquares

@@ -27,7 +27,7 @@ constexpr Parameter kBeside{
 constexpr Parameter kCollisions{Box::kq2, "kq2 :", Kq2, kPerMolarSecond, "collisional rate constant", kRates};
 constexpr Parameter kSecondPopulation{
     Box::F, "F :", KorF, "", "population of the second site relative to the first", kPopulations};
-// Two-site models type and print the constants of the sites as kq1 and kq2, results carry them as kq2 and kq22.
+// Two-site models show the constants of the sites as kq1 and kq2 in panel and report, but as kq2 and kq22 in results.
 constexpr Parameter kFirstSite{Box::kq1, "kq1 :", Kq2, kPerMolarSecond, "collisional rate constant of the first site",
                                kRates};
 constexpr Parameter kSecondSite{
@@ -154,7 +154,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−t/τ2)) / (1 + F)", kOneOfTwoSitesDecay, Composition::Sites}},
 }};
 
-// Decay codes 14 and 15, which no option leads to: the laws of Models 12 and 13 with sites that share all components.
+// Decay codes 14 and 15: Models 12 and 13 with all components in both sites. The codes are fixed names; no option
+// selects them.
 constexpr std::array<DecayDescription, 2> kCodes14And15{{
     {"", kTwoSiteDecay, Composition::Shared},
     {"", kOneOfTwoSitesDecay, Composition::Shared},
@@ -176,7 +177,7 @@ constexpr std::array<int, kModelCount + 1> reportedMasks(Analysis analysis)
 static_assert(reportedMasks(Analysis::SternVolmer) == std::array{0, 4, 7, 5, 3, 1, 23, 21, 19, 17, 23, 19, 13, 5});
 static_assert(reportedMasks(Analysis::Decay) == std::array{0, 4, 7, 5, 3, 0, 23, 21, 19, 0, 23, 19, 13, 5});
 
-/// The number itself, or 0 where it is not a model's.
+/// The number itself, or 0 if there is no such model.
 std::size_t index(int model) { return model >= 1 && model <= kModelCount ? static_cast<std::size_t>(model) : 0; }
 
 const DecayDescription& decayOf(int model)

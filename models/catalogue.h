@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// What the program knows about the models: one row of the catalogue for each. Everything else asks the row.
+/// The catalogue of models: one row for each model. All other code asks the row.
 namespace models
 {
 
@@ -27,7 +27,7 @@ inline constexpr std::string_view kPerMolar = "M-1";
 inline constexpr std::string_view kPerSecond = "s-1";
 inline constexpr std::string_view kPerMolarSecond = "M-1s-1";
 
-/// Sizes between which a parameter lies in quenching experiments, in its unit.
+/// The usual range of a parameter in quenching experiments, in its unit.
 struct Sizes {
     double low = 0;
     double high = 0;
@@ -48,26 +48,27 @@ struct Parameter {
     std::string name() const { return std::string(label.substr(0, label.find(' '))); }
     /// "kq2 /M-1s-1"; the name alone for a plain number.
     std::string caption() const;
-    /// A rate constant of collisions; a quencher beside the probe has one in s^-1 instead.
+    /// True for collisional rate constants. The rate constant of a quencher beside the probe is in s^-1 instead.
     constexpr bool isCollisional() const { return unit == kPerMolarSecond; }
 };
 
-/// How a model describes ratios. Formulas name the parameters as their boxes are named; kLawSymbols explains the rest.
+/// The law of a model for ratios. In formulas, parameters have the names of their boxes; kLawSymbols explains the other
+/// symbols.
 struct RatioDescription {
     std::string_view formula;
     RatioLaw law = nullptr;
 };
 
-/// How a model describes decay curves; without a law it does not.
+/// The law of a model for decay curves; empty if there is none.
 struct DecayDescription {
     std::string_view formula;
     DecayLaw law = nullptr;
     Composition composition = Composition::None;
-    bool yields = false; // events run after every curve of a fit, because one may take long
+    bool yields = false; // events run after every curve of a fit, because a curve can take long
 };
 
 struct Model {
-    std::string_view group;                                  // heading that it shares with its neighbours on the panel
+    std::string_view group;                                  // heading on the panel, shared with neighbouring models
     std::string_view name;                                   // in words
     std::array<Parameter, fit::kMaxParameters> parameters{}; // in fitting order
     RatioDescription ratio{};
@@ -86,7 +87,7 @@ struct Model {
     {
         return {parameters.data(), static_cast<std::size_t>(parameterCount())};
     }
-    /// The parameter that is typed into a box; nullptr where the model has none.
+    /// The parameter of a box; nullptr if the model has none.
     constexpr const Parameter* typedInto(Box box) const
     {
         for (const Parameter& parameter : fitted())
@@ -96,38 +97,38 @@ struct Model {
     }
     constexpr bool uses(Box box) const { return typedInto(box) != nullptr; }
     constexpr bool hasDecayLaw() const { return decay.law != nullptr; }
-    /// The law holds the total probe concentration: a complex or a sphere binds quencher. Decay laws of spheres count
-    /// the total quencher instead.
+    /// The law contains the total probe concentration, because a complex or a sphere binds quencher. Decay laws of
+    /// spheres use the total quencher instead.
     constexpr bool usesProbe(Analysis analysis) const
     {
         return uses(Box::K) && (analysis == Analysis::SternVolmer || !hasRadius);
     }
 };
 
-/// The row of a model; a number outside 1..13 gives an empty one.
+/// The row of a model; a number outside 1..13 gives an empty row.
 const Model& row(int model);
 
 /// The parameter in a slot 1.. of a model.
 inline const Parameter& parameter(int model, std::size_t slot) { return row(model).fitted()[slot - 1]; }
 
-/// By model number, the sum of Reported bits of a result; 0 in slot 0 and where the analysis has no law.
+/// The sum of Reported bits of a result, by model number; 0 in slot 0 and for models without a law for the analysis.
 extern const std::array<int, kModelCount + 1> SVParamMask;
 extern const std::array<int, kModelCount + 1> DecayParamMask;
 
 /// The same for any number.
 int reportedMask(int model, Analysis analysis);
 
-/// The ratio F0/F of a model at total quencher x, M; 0 for any number that is not a model's.
+/// The ratio F0/F of a model at total quencher x, M; 0 if there is no model with this number.
 double ratio(int model, double x, const RatioArguments& arguments);
 
-/// The same at many x; one place in ratio for each.
+/// The same at many x; ratio must have the size of x.
 void ratios(int model, std::span<const double> x, const RatioArguments& arguments, std::span<double> ratio);
 
 /// The populations of a model or of a decay code 14 or 15, which are the laws of Models 12 and 13 with sites that share
 /// all components of the reference. None without a decay law.
 Populations populationsOf(int model, const DecayArguments& arguments);
 
-/// How they make up a decay.
+/// How these populations combine to a decay.
 Composition compositionOf(int model);
 
 } // namespace models

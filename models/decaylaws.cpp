@@ -46,9 +46,9 @@ double Factorial(double x)
 namespace
 {
 
-/// Poisson populations with mean m, of which the share p0 = exp(-m) has no quencher, up to a cumulative probability.
-/// Numbers of quenchers whose m^j reaches 1e200 are left out, so that m^j does not overflow; a mean that is not a
-/// number ends the series after its second term.
+/// Poisson populations with mean m up to a cumulative probability; the fraction p0 = exp(-m) has no quencher. The
+/// series ends before m^j reaches 1e200, so that m^j does not overflow; a mean that is NaN ends it after its second
+/// term.
 Populations poissonPopulations(double m, double p0, double kq1, double rateWithoutQuencher,
                                double cumulativeProbability, Evaluation evaluation)
 {

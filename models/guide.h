@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-/// What users are told about the models: tooltips show it, the manual prints it.
+/// Explanations of the models for users, in tooltips and in the manual.
 namespace models
 {
 
-/// The symbols of the laws that are not boxes.
+/// The symbols of the laws without a box.
 inline constexpr std::array<std::string_view, 4> kLawSymbols{
     "Q total quencher, Cp probe, τ0 mean lifetime of the reference",
     "Qf free quencher: K·Qf² + (1 + K·Cp − K·Q)·Qf − Q = 0",

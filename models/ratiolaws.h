@@ -9,16 +9,16 @@
 
 /// Ratios F0/F of the intensity without quencher to the intensity with it. All are dimensionless and 1 at x = 0.
 /// x: total quencher, M. tau0: lifetime without quencher, s. Cp: total probe, M. K: association constant, M^-1 (not 0
-/// in the laws of the 1:1 complex). kq1: rate constant through the complex, s^-1. kq2: collisional rate constant,
-/// M^-1 s^-1. F: population of the second site relative to the first.
-/// They are inline so that the compiler works out once for many x what does not depend on x.
+/// in the laws of the 1:1 complex). kq1: rate constant through the complex, s^-1. kq2: collisional rate constant, M^-1
+/// s^-1. F: population of the second site relative to the first. They are inline, so that the compiler calculates
+/// factors that do not depend on x once for many x.
 namespace models
 {
 
-/// Total over free binding sites when each probe takes up quencher with constant K.
+/// Ratio 1 + K Cp of total to free quencher if each probe binds quencher with constant K.
 inline double dilution(double Cp, double K) { return Cp * K + 1.0; }
 
-/// exp(y) for a denominator, where an overflow would vanish in the quotient: not a number instead of infinity.
+/// exp(y) for a denominator: NaN instead of infinity, because an infinite denominator would vanish in the quotient.
 inline double expBelow(double y)
 {
     const double e = std::exp(y);
@@ -83,7 +83,8 @@ inline double sphereRatio(double x, double tau0, double Cp, double K, double kq1
 /// A dark sphere of action. Cp = 0: exp(K x).
 inline double darkSphereRatio(double x, double Cp, double K) { return std::exp(K * x / dilution(Cp, K)); }
 
-/// Quenchers in Poisson numbers beside the probe and collisions, to first order in kq1. K = 0: dynamicRatio.
+/// Poisson-distributed number of quenchers beside the probe, and collisions, to first order in kq1. K = 0:
+/// dynamicRatio.
 inline double poissonAndDynamicRatio(double x, double tau0, double Cp, double K, double kq1, double kq2)
 {
     const double D = dilution(Cp, K);
@@ -92,7 +93,7 @@ inline double poissonAndDynamicRatio(double x, double tau0, double Cp, double K,
     return (collisions + 1.0) / (tau0 * kq2 * x * (1.0 - E) / D + 1.0 - kq1 * tau0 * K * x / D);
 }
 
-/// Quenchers in Poisson numbers beside the probe, to first order in kq1. kq1 = 0: 1.
+/// Poisson-distributed number of quenchers beside the probe, to first order in kq1. kq1 = 0: 1.
 inline double poissonRatio(double x, double tau0, double Cp, double K, double kq1)
 {
     return 1.0 / (1.0 - kq1 * tau0 * K * x / dilution(Cp, K));
@@ -102,26 +103,26 @@ inline double poissonRatio(double x, double tau0, double Cp, double K, double kq
 /// Law: S. S. Lehrer, Biochemistry 10 (1971) 3254.
 inline double twoSiteRatio(double x, double tau0, double F, double kq2, double kq22)
 {
-    const double w = 1.0 / (F + 1.0); // share of the first site
+    const double w = 1.0 / (F + 1.0); // fraction of the first site
     const double u = 1.0 - w;
     return (tau0 * kq22 * x + 1.0) * (tau0 * kq2 * x + 1.0) / ((u * kq2 + w * kq22) * tau0 * x + 1.0);
 }
 
-/// Two sites of which the second is out of reach. F = 0: dynamicRatio; F -> infinity: 1.
+/// Two sites; the quencher cannot reach the second. F = 0: dynamicRatio; F -> infinity: 1.
 inline double oneOfTwoSitesRatio(double x, double tau0, double F, double kq2)
 {
-    const double u = 1.0 - 1.0 / (F + 1.0); // share of the second site
+    const double u = 1.0 - 1.0 / (F + 1.0); // fraction of the second site
     return (tau0 * kq2 * x + 1.0) / (u * kq2 * tau0 * x + 1.0);
 }
 
-/// What a ratio depends on besides the quencher.
+/// The arguments of a ratio law besides the quencher.
 struct RatioArguments {
     double tau0 = 0;     // s
     double Cp = 0;       // total probe, M
     fit::Parameters p{}; // real values in fitting order, slots 1..3
 };
 
-/// A law at many x; one place in ratio for each.
+/// A law at many x; ratio must have the size of x.
 using RatioLaw = void (*)(std::span<const double> x, const RatioArguments& arguments, double* ratio);
 
 template <double (*ratioAt)(double x, const RatioArguments&)>
