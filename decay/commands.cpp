@@ -118,7 +118,7 @@ std::optional<Commands::Run> Commands::prepare()
         m_analyzer.reportArithmeticFault();
         return std::nullopt;
     }
-    assert(m_context.shared.samples); // whatever is normalised is there
+    assert(m_context.shared.samples); // normalised data exist
     Run run{.panel = panel,
             .values = app::panelValues(panel),
             .settings = m_context.shared.settings,

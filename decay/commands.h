@@ -19,10 +19,10 @@ public:
     {
     }
 
-    /// Lets the owner look at every run that has come to its end.
+    /// The owner receives every finished run.
     std::function<void(const SampleTable& samples, const analysis::FinishedRun& run)> finished =
         [](const SampleTable&, const analysis::FinishedRun&) {};
-    /// Lets the owner switch the menu item of the fit off while one runs.
+    /// The owner disables the menu item of the fit during a run.
     std::function<void(bool enabled)> setAnalysisEnabled = [](bool) {};
 
     /// Reads the sheet, scales each sample's amplitudes to sum 1, writes them back and shows the observed decays.
@@ -33,7 +33,7 @@ public:
     void CalcDecayCurve();
 
 private:
-    /// What a command keeps to its end, whatever the user does meanwhile.
+    /// The copies that a command uses until its end, whatever the user does in the meantime.
     struct Run {
         app::PanelState panel;
         app::PanelValues values;

@@ -12,12 +12,12 @@ namespace decay
 namespace
 {
 
-/// On a grid of even steps exp(-rate t) is worked out at points 1, 2, 4, 8, ...; the others are products of these:
-/// point i takes the power of two at or below i, and the point that is as far from there as from the beginning.
+/// On a grid of even steps, exp(-rate t) is calculated at points 1, 2, 4, 8, ...; at the other points it is a product:
+/// that of point p, the largest power of two not above i, and that of point i - p.
 std::size_t leadingPoint(std::size_t i) { return std::bit_floor(i); }
 
-/// How many points of a grid, from its beginning at 0, are the sums of the times that exponentials are multiplied for,
-/// to the rounding of a running sum.
+/// The number of leading grid points at which t(i) = t(p) + t(i - p) holds to within the rounding of a running sum, so
+/// that exponentials may be multiplied.
 std::size_t evenPoints(const Grid& t)
 {
     constexpr double kRounding = 6 * std::numeric_limits<double>::epsilon(); // 5.6 at most in grids of 50 steps
@@ -37,13 +37,14 @@ double slowestRate(const Reference& reference)
     return *std::min_element(reference.Rate.begin() + 1, reference.Rate.begin() + 1 + reference.components);
 }
 
-/// Enough for what one iteration has of different rates in a sample, or of those that the samples share.
+/// Enough for the different rates of one iteration in a sample, or for the rates that the samples share.
 std::size_t mostRates(models::Evaluation evaluation, models::Composition composition)
 {
     if (evaluation == models::Evaluation::Fast)
         return 8; // two for each of four vectors
-    return composition == models::Composition::PoissonSeries ? 64
-                                                             : 24; // three components; of Poisson terms not too many
+    return composition == models::Composition::PoissonSeries
+               ? 64
+               : 24; // three components; a limited number of Poisson terms
 }
 
 } // namespace
@@ -97,7 +98,7 @@ void CurveEvaluator::addBrackets(Grid& sum, std::size_t count, const Brackets& b
 void CurveEvaluator::addFactored(Grid& sum, std::size_t count, const models::Populations& populations)
 {
     const std::vector<models::Population>& members = populations.members;
-    // Powers of a factor above 1 could overflow where the exponentials do not.
+    // Powers of a factor above 1 could overflow although the exponentials do not.
     if (models::compositionOf(m_model) == models::Composition::PoissonSeries && members[1].addedRate >= 0) {
         addPopulation(sum, count, members[0], populations.total);
         addPoissonTerms(sum, count, members);
@@ -114,8 +115,8 @@ void CurveEvaluator::addPopulation(Grid& sum, std::size_t count, const models::P
     addWeighted(std::span(sum.data(), count), population.weight / total, e.data());
 }
 
-/// Population j = 1, 2, ... has j times the added rate of the first, so that its exponential is the first one's times
-/// a power of exp(-addedRate t): a polynomial, summed from its highest power.
+/// Population j = 1, 2, ... has j times the added rate of the first, so its exponential is that of the first times a
+/// power of exp(-addedRate t). The sum is a polynomial, evaluated from its highest power (Horner's scheme).
 void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const std::vector<models::Population>& populations)
 {
     const double addedRate = populations[1].addedRate;
@@ -140,8 +141,8 @@ const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
     return values;
 }
 
-/// A new place for exponentials, or that of those not used for longest. At once not more than two are in use, which
-/// stay where they are.
+/// A new place for exponentials, or the place of the least recently used ones. At most two are in use at a time, and
+/// these are not replaced.
 std::vector<CurveEvaluator::Kept>::iterator CurveEvaluator::placeFor(double rate)
 {
     const std::size_t most = mostRates(m_evaluation, models::compositionOf(m_model));

@@ -9,17 +9,17 @@
 namespace decay
 {
 
-/// Largest difference between an intensity of the fast evaluation and that of the formula, relative to the intensity,
-/// or to exp(-50) where it is smaller: some hundreds of roundings of products of exponentials.
+/// Largest difference between an intensity of the fast evaluation and of the formula, relative to the intensity or, if
+/// that is smaller, to exp(-50). It comes from some hundreds of roundings in products of exponentials.
 inline constexpr double kFastRounding = 1e-13;
 
-/// Quenched decays of one model on the reference's time grid, kept for the last few parameter vectors. A fit goes
-/// through the points of a sample with the same few vectors in turn, so that a whole curve is worked out at a time, and
-/// exponentials are kept by their rate for the next sample or vector that has it as well.
+/// Quenched decays of one model on the reference's time grid, kept for the last few parameter vectors. A fit evaluates
+/// the points of a sample with the same few vectors in turn. Therefore a whole curve is calculated at a time, and
+/// exponentials are kept by their rate for later samples and vectors with the same rate.
 ///
-/// As written, every exponential of the formula is a call of exp. The fast way takes exp(-(slowest + addedRate) t) out
-/// of the components' sum, which leaves one exponential for each population; Poisson terms are powers of one, and on an
-/// even grid most exponentials are products of two.
+/// As written, every exponential of the formula is a call of exp. The fast evaluation factors exp(-(slowest +
+/// addedRate) t) out of the components' sum, which leaves one exponential for each population; Poisson terms are powers
+/// of one exponential, and on an even grid most exponentials are products of two others.
 class CurveEvaluator
 {
 public:
@@ -27,11 +27,11 @@ public:
     /// reference: the sample without quencher, with its components and its time grid.
     CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, models::Evaluation evaluation);
 
-    /// The decay of a sample for parameters as the engine holds them, if it has been kept, otherwise nullptr. Keyed on
-    /// the exact vector: the engine restores a parameter by subtraction, which may move it by a rounding.
+    /// The kept decay of a sample for parameters as the engine holds them; nullptr if there is none. The key is the
+    /// exact vector, because the engine restores a parameter by subtraction, which may change it by a rounding.
     const Grid* kept(std::size_t sample, const fit::Parameters& a) const;
 
-    /// Works out the first count points of the decay of a sample at quencher concentration Q, M. Valid until the next
+    /// Calculates the first count points of the decay of a sample at quencher concentration Q, M. Valid until the next
     /// calculation.
     const Grid& calculated(std::size_t sample, const fit::Parameters& a, double Q, std::size_t count);
 
@@ -60,14 +60,14 @@ private:
     models::Evaluation m_evaluation = models::Evaluation::AsWritten;
     Reference m_reference;
     Grid m_t{};
-    std::size_t m_evenPoints = 0; // leading points of the grid in even steps; none when not to be made use of
+    std::size_t m_evenPoints = 0; // leading points of the grid in even steps; 0: products are not used
     double m_slowest = 0;         // smallest rate of the reference, s^-1
     Grid m_components{};          // the reference's decay, with the slowest exponential taken out
     std::size_t m_sample = 0;     // whose curves are kept; 0: none yet
     std::size_t m_curveCount = 0;
-    std::array<Curve, 8> m_curves{}; // a base vector, three shifted ones, and as many that differ by a rounding
+    std::array<Curve, 8> m_curves{}; // a base vector, three shifted vectors, and the same four with another rounding
     std::vector<Kept> m_kept;
-    std::vector<Grid> m_exponentials; // exp(-rate t) of the rates kept, apart because these are searched
+    std::vector<Grid> m_exponentials; // exp(-rate t) of the rates kept, separate because the rates are searched
     std::uint64_t m_uses = 0;
     std::vector<double> m_weights; // of the Poisson terms
 };

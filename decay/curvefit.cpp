@@ -9,7 +9,7 @@ namespace
 
 constexpr double kFinestTolerance = 1e-10; // far above the rounding of S / S_old in fits to measured data
 
-/// Tells of progress only beyond what an earlier run has reached.
+/// Reports progress only beyond the iterations of an earlier run.
 class LaterRun final : public fit::Observer
 {
 public:
@@ -32,7 +32,7 @@ fit::Outcome fitFast(DecayProblem& problem, fit::Options options, const fit::Par
     return outcome;
 }
 
-/// A fault may come from an exponent so deep that the fast evaluation leaves the range of numbers before the formula.
+/// A fault may come from an exponent with which the fast evaluation overflows or underflows, but not the formula.
 bool stands(const fit::Outcome& fast)
 {
     return fast.ending != fit::Ending::RoundingMatters && fast.ending != fit::Ending::ArithmeticFault;

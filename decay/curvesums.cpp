@@ -9,7 +9,7 @@ namespace decay
 namespace
 {
 
-/// Two neighbouring points, which every processor's vector registers have room for.
+/// Two neighbouring points, which fit into the vector registers of every processor.
 typedef double Pair __attribute__((vector_size(2 * sizeof(double))));
 
 Pair pairAt(const double* points)
@@ -47,7 +47,7 @@ VORLO_ALSO_WIDE void subtract(std::span<double> difference, const double* left, 
         difference[i] = left[i] - right[i];
 }
 
-/// A step of a series waits for the one before it; four pairs of points fill that time.
+/// Each step of a series waits for the previous step; four pairs of points fill this time.
 void addSeries(Grid& sum, std::size_t count, const Grid& first, const Grid& factor, std::span<const double> weights)
 {
     constexpr std::size_t kPairs = 4, kPoints = 2 * kPairs;

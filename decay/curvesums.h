@@ -4,8 +4,8 @@
 
 #include <span>
 
-/// The inner loops of a curve's evaluation, over its points. They are compiled for wide vector registers as well. Each
-/// operation is rounded by itself and in the same order either way, so that the values are the same to the last bit.
+/// The inner loops over the points of a curve. They are also compiled for wide vector registers. Each operation is
+/// rounded separately and in the same order in both versions, so the values are the same to the last bit.
 namespace decay
 {
 
@@ -21,8 +21,8 @@ void multiply(std::span<double> product, const double* factor);
 /// difference = left - right
 void subtract(std::span<double> difference, const double* left, const double* right);
 
-/// sum += first * (weights[0] + factor * (weights[1] + factor * (...))) at count points. Slots up to the next multiple
-/// of 8 hold anything afterwards.
+/// sum += first * (weights[0] + factor * (weights[1] + factor * (...))) at count points. Afterwards, slots up to the
+/// next multiple of 8 are undefined.
 void addSeries(Grid& sum, std::size_t count, const Grid& first, const Grid& factor, std::span<const double> weights);
 
 } // namespace decay

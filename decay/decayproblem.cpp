@@ -51,7 +51,7 @@ void DecayProblem::setSampleData(const SampleTable& samples)
 void DecayProblem::setLaw(int model, int logMode, double Cp)
 {
     if (model == m_model && logMode == m_logMode && Cp == m_Cp)
-        return; // what has been worked out stays good
+        return; // the kept curves stay valid
     m_model = model;
     m_logMode = logMode;
     m_Cp = Cp;
@@ -99,7 +99,7 @@ const Grid& DecayProblem::curve(std::size_t sample, const fit::Parameters& a)
     return kept ? *kept : newCurve(sample, a);
 }
 
-/// Apart from curve(), so that the many points of a kept curve do not pay for the calls made here.
+/// Separate from curve(), so that the many points of a kept curve do not cost the calls made here.
 const Grid& DecayProblem::newCurve(std::size_t sample, const fit::Parameters& a)
 {
     const Grid& result = fitted(sample, a);
@@ -127,7 +127,7 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
         return;
     m_fittedWith = a;
     fit::clearUpperHalves();
-    // The sums run on from sample to sample, so that the last one holds those of all.
+    // The sums continue from sample to sample, so that the last sample holds those of all samples.
     double sumOfIntensities = 0;
     double sumOfSquares = 0;
     for (std::size_t s = 1; s <= slot(m_samples.SampleCount); ++s) {
@@ -138,7 +138,7 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
             sumOfIntensities += record.IExp[i];
             sumOfSquares += deviation * deviation;
         }
-        record.mean = sumOfIntensities / 50; // whatever the number of points is
+        record.mean = sumOfIntensities / 50; // deliberately 50, whatever the number of points is
         record.residualSum = sumOfSquares;
     }
 }

@@ -10,8 +10,8 @@
 namespace decay
 {
 
-/// All decay curves but the reference's, to be fitted at once with one set of parameters. Every point has the same
-/// weight. Parameters are given as the engine holds them, natural logarithms in log mode.
+/// The least-squares problem of fitting all decay curves except that of the reference with one set of parameters. Every
+/// point has the same weight. Parameters are as the engine holds them: natural logarithms in log mode.
 class DecayProblem final : public fit::Problem
 {
 public:
@@ -24,8 +24,8 @@ public:
     /// As written from the beginning.
     void setEvaluation(models::Evaluation evaluation);
 
-    /// Called after every curve that a fit needs of the Poisson law with collisions, which may take long; may be empty.
-    /// Points of a curve that is kept do not call it.
+    /// Called after each curve of the Poisson law with collisions that a fit calculates, because these can take long;
+    /// may be empty. Not called for points of a kept curve.
     std::function<void()> modelEvaluated;
 
     int pointCount() const override { return static_cast<int>(m_points.size()); }
@@ -34,14 +34,14 @@ public:
     int pointsAtOnce(int first) const override;
     void residuals(int first, const fit::Parameters& a, std::span<double> room) override;
 
-    /// Model intensity (linear) at time t, s, and quencher concentration Q, M. Many times of one decay take little.
+    /// Model intensity (linear) at time t, s, and quencher concentration Q, M. Fast for many times of the same decay.
     double value(double t, double Q, const fit::Parameters& a);
 
-    /// Fills IFit of every sample, the reference included, up to its LastFitIndex, and the running mean and
-    /// residualSum, unless that has been done for the same parameters.
+    /// Fills IFit of every sample, including the reference, up to its LastFitIndex, and the running mean and
+    /// residualSum. Does nothing if they are already those of the same parameters.
     void CalcFity(const fit::Parameters& a);
 
-    /// Brings the fitted curves up to date; residualSum and R2 then cover the points of all samples.
+    /// Updates the fitted curves; residualSum and R2 then cover the points of all samples.
     fit::Statistics statistics(const fit::Parameters& a);
 
     const SampleTable& samples() const { return m_samples; }
@@ -54,7 +54,7 @@ private:
         double observed = 0;
     };
 
-    /// The decay that value() was last asked for.
+    /// The decay of the last call of value().
     struct Decay {
         double Q = 0; // M
         fit::Parameters a{};
@@ -74,7 +74,7 @@ private:
     models::Evaluation m_evaluation = models::Evaluation::AsWritten;
     std::array<CurveEvaluator, 2> m_evaluators;  // one for each evaluation
     std::vector<Point> m_points;                 // point i stands at i - 1
-    std::optional<fit::Parameters> m_fittedWith; // what the samples' fitted curves are those of
+    std::optional<fit::Parameters> m_fittedWith; // the parameters of the samples' fitted curves
     std::optional<Decay> m_decay;
 };
 

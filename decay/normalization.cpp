@@ -58,7 +58,7 @@ void layGrid(SampleRecord& record, double TimeMax, bool ownEnd)
     record.T = record.IExp = {};
     record.LastFitIndex = kWholeGrid;
     bool endFound = !ownEnd;
-    // The time is a running sum, so that rounding decides whether there is a point at TimeMax itself.
+    // The time is a running sum, so rounding decides whether there is a point at TimeMax.
     double t = 0;
     for (std::size_t i = 0; i < kGridSize && t <= TimeMax; ++i, t += TimeMax / kGridSteps) {
         record.T[i] = t;
@@ -92,7 +92,8 @@ DecayData readDecayData(const CellText& cell, double FitRegionLevel, int model)
     if (table.SampleCount == 0)
         data.complete = false;
     table.FitRegionLevel = FitRegionLevel;
-    // Slot 0 is never filled, so nothing is refused: sitewise laws give 0 for three components, and the fit says so.
+    // Slot 0 is never filled, so this refuses nothing. The laws of two sites give 0 for three components, and the
+    // report shows it.
     data.siteModelRefused =
         models::compositionOf(model) == models::Composition::Sites && table.SampleData[0].NComp == 3;
     return data;

@@ -5,16 +5,16 @@
 namespace decay
 {
 
-/// What the sheet holds for decay-curve work.
+/// The data of the sheet for decay-curve commands.
 struct DecayData {
     SampleTable samples;
-    bool complete = false;         // every component count, amplitude and lifetime is there
+    bool complete = false;         // no component count, amplitude or lifetime is missing
     bool siteModelRefused = false; // three components cannot be analysed with a two-site model
     bool usable() const { return complete && !siteModelRefused; }
 };
 
-/// Reads the sample columns of the sheet up to the first one without a concentration. FitRegionLevel is the fraction
-/// of the initial intensity down to which decays are looked at.
+/// Reads the sample columns of the sheet up to the first column without a concentration. FitRegionLevel is the fraction
+/// of the initial intensity down to which decays are followed.
 DecayData readDecayData(const CellText& cell, double FitRegionLevel, int model);
 
 /// Divides each sample's amplitudes by their sum.
@@ -26,8 +26,8 @@ double DecayIntensity(double t, const SampleRecord& record);
 /// The same minus level.
 double DecayLevelDifference(double t, double level, const SampleRecord& record);
 
-/// Time between lo and hi, s, at which the decay reaches level, by bisection: the last midpoint. found tells whether
-/// the half width or the difference came down to the tolerance within maxSteps.
+/// Time between lo and hi, s, at which the decay reaches level, by bisection: the last midpoint. found: whether the
+/// half width or the difference reached the tolerance within maxSteps.
 double FindDecayTime(double lo, double hi, double level, double tolerance, const SampleRecord& record, int maxSteps,
                      bool& found);
 

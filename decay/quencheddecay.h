@@ -27,16 +27,16 @@ using MultiExponential = std::vector<Exponential>;
 /// Intensity at time t, s.
 double intensityAt(const MultiExponential& decay, double t);
 
-/// factor * (sum of exponentials): what a law's formula has in one pair of brackets.
+/// factor * (sum of exponentials), one pair of brackets in the formula of a law.
 struct Bracket {
     double factor = 1;
     MultiExponential sum;
 };
 using Brackets = std::vector<Bracket>;
 
-/// The decay of a model's populations as its formula has it. Multiplied out it would be the same but for the last
-/// digits. Empty (0 at all times) without a decay law and for separate sites with three components, which two sites
-/// cannot tell apart.
+/// The decay of a model's populations in the form of its formula; multiplied out it would differ in the last digits.
+/// Empty (0 at all times) without a decay law and for separate sites with three components, which two sites cannot
+/// describe.
 Brackets bracketsOf(models::Composition composition, const models::Populations& populations,
                     const Reference& reference);
 /// The same of a model's law.

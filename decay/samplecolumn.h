@@ -14,11 +14,11 @@ inline constexpr int kPhiRow = 9;       // steady-state intensity
 constexpr int amplitudeRow(int k) { return 2 * k + 1; }
 constexpr int lifetimeRow(int k) { return 2 * k + 2; } // ns
 
-/// True when the sheet has a sample in this column: at most 20, and its concentration cell is not empty.
+/// True if the sheet has a sample in this column: the column is at most 20, and its concentration cell is not empty.
 bool hasSample(const CellText& cell, int column);
 
 /// Reads the component count and its amplitudes, lifetimes (s) and rates (s^-1) into the record.
-/// False when the count is not 1, 2 or 3 (the record then has none) or when an amplitude or lifetime is 0.
+/// False if the count is not 1, 2 or 3 (the record then has no components) or if an amplitude or lifetime is 0.
 bool readComponents(const CellText& cell, int column, SampleRecord& record);
 
 } // namespace decay

@@ -25,7 +25,7 @@ struct SampleRecord {
     Grid IExp{};            // observed decay on the grid, linear
     Grid IFit{};            // fitted decay on the grid, linear
     Grid observedLog{};     // base-10 logarithm of the observed decay, as plots and tables show it
-    Grid fittedLog{};       // the same of the fitted decay
+    Grid fittedLog{};       // the same for the fitted decay
     Components Rate{};      // 1/Tau, s^-1
     double residualSum = 0; // of the samples up to this one
     double mean = 0;        // observed intensity of the samples up to this one, divided by 50
@@ -37,7 +37,8 @@ struct SampleRecord {
 
 /// All samples, slots 1..SampleCount; slot 1 is the quencher-free reference, slot 0 is never filled.
 struct SampleTable {
-    /// Always kMaxSamples + 1 records; on the heap, because every command that waits for another one holds a table.
+    /// Always kMaxSamples + 1 records; on the heap, because every command that waits for a nested command holds a
+    /// table.
     std::vector<SampleRecord> SampleData = std::vector<SampleRecord>(kMaxSamples + 1);
     int SampleCount = 0;
     double FitRegionLevel = 0; // fraction of the initial intensity

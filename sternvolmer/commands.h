@@ -21,7 +21,7 @@ public:
     {
     }
 
-    /// Lets the owner look at every run that has come to its end.
+    /// The owner receives every finished run.
     std::function<void(const RatioData& data, const analysis::FinishedRun& run)> finished =
         [](const RatioData&, const analysis::FinishedRun&) {};
 
@@ -31,7 +31,7 @@ public:
     void CalcSternVolmer();
 
 private:
-    /// What a command keeps to its end, whatever the user does meanwhile.
+    /// The copies that a command uses until its end, whatever the user does in the meantime.
     struct Run {
         app::PanelState panel;
         app::PanelValues values;

@@ -8,7 +8,7 @@
 namespace sternvolmer
 {
 
-/// What the sheet holds for Stern-Volmer work.
+/// The data of the sheet for Stern-Volmer commands.
 struct RatioData {
     decay::SampleTable samples;
     bool complete = false;      // every sample read has its intensity, and the reference its components
@@ -18,18 +18,18 @@ struct RatioData {
     double tau0 = 0;            // mean lifetime of the reference, s
 };
 
-/// Reads the sample columns of the sheet up to the first one without a concentration, or with an intensity that is
-/// not above 0, which makes the data incomplete.
+/// Reads the sample columns of the sheet up to the first column without a concentration. A column with an intensity
+/// that is not positive also ends the data and makes them incomplete.
 RatioData readSternVolmerData(const decay::CellText& cell);
 
 /// Fills SVRatio of every sample, Xmax, Ymax and tau0 of complete data.
 void computeRatios(RatioData& data);
 
-/// What the user is told about data or a probe concentration (M) that cannot be used, in the order of showing.
-/// None: go on.
+/// Messages about unusable data or an unusable probe concentration (M), in the order in which they are shown. Empty if
+/// the data are usable.
 std::vector<std::string> complaints(const RatioData& data, double Cp);
 
-/// True when everything that was read or computed from it for the fit is a number.
+/// True if every number that the fit uses is finite.
 bool allFinite(const RatioData& data);
 
 /// Mean of the lifetimes, weighted by the amplitudes, s.

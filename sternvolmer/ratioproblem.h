@@ -8,10 +8,10 @@
 namespace sternvolmer
 {
 
-/// Slot arrays: point i stands at index i, 1..100; slot 0 is not a point.
+/// Slot arrays: point i has index i, 1..100; slot 0 is not a point.
 using RatioSlots = std::array<double, 101>;
 
-/// Ratios F0/F against total quencher, to be fitted with a model. Parameters are given as the engine holds them,
+/// The least-squares problem of fitting ratios F0/F against total quencher. Parameters are as the engine holds them:
 /// natural logarithms in log mode.
 class RatioProblem final : public fit::Problem
 {
