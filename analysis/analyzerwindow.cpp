@@ -28,7 +28,8 @@ constexpr unsigned kEvaluationsPerLook = 8; // at the clock, which may take a te
 constexpr qint64 kShowMilliseconds = 40;    // a painted progress bar costs as much as several iterations
 constexpr auto kSolverFailure = "Gauss-Newton法でエラーが起こりました\r\n初期値を変えて実行してみてください";
 
-/// The progress bar counts in int and turns into a busy sign for an empty range; iteration limits know neither bound.
+/// The progress bar counts in int and shows a busy indicator for an empty range; iteration limits may exceed int or be
+/// 0.
 int progressSteps(double steps, double least)
 {
     return static_cast<int>(std::clamp(steps, least, double{std::numeric_limits<int>::max()}));
@@ -138,7 +139,7 @@ void AnalyzerWindow::showModel(int model)
     m_model->setText(QString::fromStdString("Model" + fit::signedText(model)));
 }
 
-/// Writes the label too: a run that a second one has interrupted finds its own model and range again here.
+/// Also writes the label, because a second run may have changed the model and the range shown for this run.
 void AnalyzerWindow::showRun()
 {
     showModel(m_runningModel);

@@ -24,13 +24,13 @@ class AnalyzerWindow : public QWidget, public Fitter, private fit::Observer
     Q_OBJECT
 
 public:
-    /// Fits with what has been set and writes the report. False when nothing came of it: an arithmetic fault, which
-    /// the user has been told, or the end of the program.
+    /// Fits with the present settings and writes the report. False if there is no result: after an arithmetic fault,
+    /// which a message has reported, or at the end of the program.
     bool GAUSSNEWTON();
     /// Puts the report of the current state into the results box. False after an arithmetic fault, as above.
     bool ShowResult();
     void SetSize(int top, int left, int height, int width);
-    /// Tells the user that the command ends here because a number came out infinite or undefined.
+    /// Tells the user that the command ends because a number is infinite or undefined.
     void reportArithmeticFault();
 
 signals:
@@ -38,7 +38,7 @@ signals:
 
 protected:
     AnalyzerWindow(const QString& title, bool unitStepForZero, ui::Prompter& prompter);
-    /// For evaluations that take long: lets events run unless that has just been done.
+    /// Called during long evaluations: lets events run, unless they ran a moment ago.
     void letEventsRunNowAndThen();
 
 private:

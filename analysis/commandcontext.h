@@ -12,9 +12,9 @@ namespace analysis
 {
 
 inline constexpr int kAnalyzerTop = 5000, kAnalyzerLeft = 7000, kAnalyzerHeight = 4250, kAnalyzerWidth = 3200; // twips
-inline constexpr int kSurfaceSize = 5000; // of a plot window that a command fills for the first time, twips
+inline constexpr int kSurfaceSize = 5000; // initial size of a plot window, twips
 
-/// What the commands of both analyses work on; everything outlives them.
+/// The objects on which the commands of both analyses work; all must outlive the commands.
 struct CommandContext {
     app::SheetText& sheet;
     const app::Panel& panel;

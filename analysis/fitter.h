@@ -10,11 +10,11 @@
 #include <optional>
 #include <string>
 
-/// What both analyses share above the engine.
+/// The code above the engine that both analyses share.
 namespace analysis
 {
 
-/// A configurable fit and what its last run left: the setters and getters of both analyzers.
+/// A configurable fit and the results of its last run: the setters and getters of both analyzers.
 /// Call setLogMode first: setInitialParameter and setAboveZero depend on it.
 class Fitter
 {
@@ -28,12 +28,12 @@ public:
     void setTolerance(double t) { m_state.options.tolerance = t; }
     void setStatus(int s) { m_state.status = s; }
     void setExenum(int n) { m_state.iterations = n; }
-    /// Starting values in their real units. In log mode a value that is not positive leaves its slot as it was.
+    /// Start values in their real units. In log mode a value that is not positive does not change its slot.
     void setInitialParameter(int np, double p1, double p2, double p3);
     void setFixation(int f1, int f2, int f3) { m_state.options.fix = {0, f1, f2, f3}; }
     void setAboveZero(int z1, int z2, int z3);
 
-    // Parameter values of the last report; one that the model lacks keeps its previous value.
+    // Parameter values of the last report. A parameter that the model does not have keeps its previous value.
     double getF() const { return m_values.F; }
     double getK() const { return m_values.K; }
     double getkq1() const { return m_values.kq1; }
@@ -42,7 +42,7 @@ public:
     double getR2() { return statistics().R2; }
     double getXaisqr() { return statistics().residualSum; }
     std::string getError() const;
-    /// Builds the report of the current state and takes its parameter values over for the getters.
+    /// Builds the report of the current state and stores its parameter values for the getters.
     std::string getResults();
 
     int model() const { return m_state.model; }
@@ -50,25 +50,25 @@ public:
     double probe() const { return m_state.probe; }
     const fit::Options& options() const { return m_state.options; }
     const fit::Parameters& parameters() const { return m_state.parameters; }
-    /// Whether the model's parameters are finite in their real units. Slots that it does not use may hold anything.
+    /// Whether the model's parameters are finite in their real units. Slots that it does not use are not checked.
     bool realValuesFinite() const;
     double iterations() const { return m_state.iterations; }
 
 protected:
     explicit Fitter(bool unitStepForZero) { m_state.options.unitStepForZero = unitStepForZero; }
 
-    /// Runs the engine on a copy of everything set so far: what is set meanwhile, by a second run too, neither
-    /// disturbs this run nor outlives it.
+    /// Runs the engine on a copy of the present configuration. Changes during the run, also by a second run, neither
+    /// disturb this run nor survive it.
     fit::Ending run(fit::Observer& observer);
 
-    /// Fits a problem of problem(); by itself this is the engine's fit.
+    /// Fits a copy of problem(), by default with the engine.
     virtual fit::Outcome solve(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
                                fit::Observer& observer) const;
     /// The problem as configured.
     virtual std::shared_ptr<fit::Problem> problem() = 0;
     /// Statistics at the current parameters.
     virtual fit::Statistics statistics() = 0;
-    /// Goes on with a copy of the problem, so that a run has the present one for itself; adopt() takes it back.
+    /// Replaces the problem with a copy, so that a run owns the present problem; adopt() restores it.
     virtual void detach() = 0;
     virtual void adopt(std::shared_ptr<fit::Problem> problem) = 0;
 
@@ -94,7 +94,7 @@ private:
 
 enum class Kind { Fit, Calculation };
 
-/// A run that has come to its end, for whoever looks at it afterwards.
+/// A finished run, for later examination.
 struct FinishedRun {
     app::PanelState panel; // as it was when the command started
     fit::Options options;
@@ -104,11 +104,11 @@ struct FinishedRun {
 };
 FinishedRun finishedRun(const Fitter& fitter, const app::PanelState& panel, Kind kind);
 
-/// Hands a model's starting values and flags to a fitter.
+/// Passes a model's start values and flags to a fitter.
 void configure(Fitter& fitter, const app::StartParameters& start);
 
-/// The result of a finished fit of a model; s: radius of the probe, nm. nullopt when the model has an interaction
-/// radius and it is too large for a number.
+/// The result of a finished fit of a model; s: radius of the probe, nm. nullopt if the model has an interaction radius
+/// that is too large for a double.
 std::optional<app::ResultRecord> resultOf(Fitter& fitter, models::Analysis analysis, int model, double s);
 
 } // namespace analysis

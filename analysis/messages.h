@@ -5,14 +5,14 @@
 #include <optional>
 #include <string>
 
-/// What several commands tell the user in the same words.
+/// Messages that several commands share.
 namespace analysis
 {
 
 inline constexpr const char* kArithmeticFault = "The Gauss-Newton calculation stopped with an arithmetic error.\r\n"
                                                 "Please change the initial values and run again.";
 
-/// Why decay curves cannot be analysed with a model; nothing: go on.
+/// The reason why decay curves cannot be analysed with a model; empty if they can.
 inline std::optional<std::string> decayComplaint(bool normalized, int model)
 {
     if (!normalized)
