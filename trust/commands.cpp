@@ -16,7 +16,7 @@ namespace trust
 namespace
 {
 
-/// Where a window goes, twips: beside or below the main window, or over it on a screen that is too narrow for that.
+/// The place of a window in twips: beside or below the main window, or over it if the screen is too narrow.
 struct Place {
     int top, left;
     int crampedTop, crampedLeft;
@@ -26,13 +26,13 @@ constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9000, 7400};
 constexpr Place kStartsPlace{9450, 16350, 2000, 3000, 5400, 7400}; // below the details, beside the boxes
 constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 6600, 17250};
 
-/// Places a window when it is not yet there; in front it comes always.
+/// Places a window that is not visible yet, and always brings it to the front.
 void showInFront(QWidget& window, const Place& place)
 {
     constexpr int kTitleBar = 450, kBorders = 150; // twips, about
     const QSize screen = window.screen()->availableSize();
     const int roomWide = ui::toTwips(screen.width()) - kBorders, roomHigh = ui::toTwips(screen.height()) - kTitleBar;
-    constexpr double kUsualPoints = 9; // of the texts that the places are made for
+    constexpr double kUsualPoints = 9; // font size for which the places are designed
     const double growth = std::max(1.0, window.font().pointSizeF() / kUsualPoints);
     const int width = std::min(static_cast<int>(growth * place.width), roomWide);
     const int height = std::min(static_cast<int>(growth * place.height), roomHigh);
@@ -93,7 +93,7 @@ void Commands::findDecayStart()
         m_context.prompter.message(QString::fromStdString(*complaint));
         return;
     }
-    assert(m_context.shared.samples); // whatever is normalised is there
+    assert(m_context.shared.samples); // normalised data exist
     decay::DecayProblem problem(*m_context.shared.samples, panel.Model, 0, app::panelValues(panel).Cp);
     problem.setEvaluation(models::Evaluation::Fast); // a start need not be exact
     if (problem.pointCount() == 0 || !app::boxesFinite(panel, models::Analysis::Decay)) {
@@ -229,7 +229,7 @@ void Commands::decaysAnalysed(const decay::SampleTable& samples, const analysis:
     m_details = [this, run, samples] {
         decay::DecayProblem problem(samples, run.panel.Model, 0, app::panelValues(run.panel).Cp);
         problem.setEvaluation(
-            models::Evaluation::Fast); // the last digits change no verdict, and a search may be needed
+            models::Evaluation::Fast); // the last digits do not change the verdict, and a search may follow
         const FinishedFit finished = finishedFit(run, models::Analysis::Decay);
         const Task task{problem, run.panel.Model, app::startParameters(run.panel, models::Analysis::Decay)};
         m_windows.fitDetails.showDetails(fitDetails(task, finished, {}),

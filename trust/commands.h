@@ -15,7 +15,7 @@
 namespace trust
 {
 
-/// The commands that look after start values and fits. They leave analyzers, results and sample table alone.
+/// The commands that find start values and judge fits. They do not change analyzers, results or the sample table.
 class Commands
 {
 public:
@@ -31,7 +31,7 @@ public:
     void showFitDetails();
     void compareAllModels();
 
-    // Told of every analysis and calculation that has come to its end.
+    // Called after every finished analysis and calculation.
     void ratiosAnalysed(const sternvolmer::RatioData& data, const analysis::FinishedRun& run);
     void decaysAnalysed(const decay::SampleTable& samples, const analysis::FinishedRun& run);
 
@@ -48,10 +48,10 @@ private:
     analysis::CommandContext m_context;
     app::PanelEditor& m_panel;
     Windows m_windows;
-    QWidget* m_searching = nullptr;     // shows the search that runs; there is one at a time
-    app::PanelState m_typed;            // the panel when the last search started
-    leastsquares::FreeSlots m_searched; // what it looked for
-    std::function<void()> m_details;    // brings the window of fit details up to date; empty before any analysis
+    QWidget* m_searching = nullptr;     // the window of the running search; only one runs at a time
+    app::PanelState m_typed;            // the panel at the start of the last search
+    leastsquares::FreeSlots m_searched; // the parameters of the last search
+    std::function<void()> m_details;    // updates the window of fit details; empty before the first analysis
 };
 
 } // namespace trust

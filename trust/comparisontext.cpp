@@ -9,7 +9,7 @@ namespace trust
 namespace
 {
 
-constexpr double kLast = std::numeric_limits<double>::infinity(); // missing numbers sort behind all others
+constexpr double kLast = std::numeric_limits<double>::infinity(); // missing numbers sort last
 
 std::string doubtText(Doubt doubt)
 {

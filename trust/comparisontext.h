@@ -8,7 +8,7 @@
 namespace trust
 {
 
-/// A cell of the comparison: text, and the number to sort by where the text is one.
+/// A cell of the comparison: its text, and its number for sorting if it has one.
 struct ComparisonCell {
     std::string text;
     double key = 0;
@@ -17,7 +17,7 @@ struct ComparisonCell {
 /// Titles of the columns.
 const std::vector<std::string>& comparisonTitles();
 
-/// One model's row, a cell for each title.
+/// The row of a model, with one cell for each title.
 std::vector<ComparisonCell> comparisonRow(const ComparedModel& compared);
 
 } // namespace trust

@@ -15,7 +15,7 @@ constexpr std::string_view kNoErrorsForDecays =
     "The decay curves are computed from the typed lifetimes and carry no noise, so there are no standard errors "
     "and no AICc.";
 
-/// One text on its way.
+/// Builds one text.
 class Writer
 {
 public:

@@ -8,7 +8,7 @@
 namespace trust
 {
 
-/// What the fit was made of.
+/// The model and the data of a fit.
 struct FitLabels {
     models::Analysis analysis = models::Analysis::SternVolmer;
     int model = 0;
@@ -26,11 +26,11 @@ struct DetailsText {
     TextTable residuals;    // concentration, residual; empty for decay curves, which have hundreds
 };
 
-/// Errors and the figures that rest on them are left out for decay curves: these are computed from typed lifetimes and
-/// carry no noise.
+/// Errors and figures based on them are omitted for decay curves, which are computed from typed lifetimes and carry no
+/// noise.
 DetailsText detailsText(const FitDetails& details, const FitLabels& labels);
 
-/// All of it for the clipboard.
+/// The whole text for the clipboard.
 std::string plainText(const DetailsText& text);
 
 } // namespace trust

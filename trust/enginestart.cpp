@@ -14,7 +14,7 @@ namespace
 
 constexpr const char* kAllDigits = "0.000######e+0";
 
-/// A problem in real units as the engine sees it: through logarithms in log mode.
+/// Presents a problem in real units to the engine, with logarithms in log mode.
 class EngineView final : public fit::Problem
 {
 public:
@@ -35,7 +35,7 @@ private:
     int m_logMode;
 };
 
-/// Lets a run go on as long as it is asked to, but not for ever.
+/// Lets a run continue as long as its caller wants, but not beyond a limit.
 class Patience final : public fit::Observer
 {
 public:
@@ -92,7 +92,7 @@ private:
     const KeepGoing& m_keepGoing;
 };
 
-/// Looks around the minimum for a start that ends lower: at first half as large again, then nearer.
+/// Looks around the minimum for a start that ends lower: at first 50 % away, then closer.
 EngineStart Trial::result()
 {
     const EngineStart atMinimum = tried(briefly(m_minimum.values));
@@ -139,10 +139,10 @@ fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) cons
     return values;
 }
 
-/// As few digits as keep the sum of squares: the boxes are narrow.
+/// Uses as few digits as the sum of squares allows, because the boxes are narrow.
 fit::Parameters Trial::briefly(const fit::Parameters& exact)
 {
-    constexpr double kShare = 0.1; // of what counts as equally good
+    constexpr double kShare = 0.1; // of the tolerance for equally good sums
     const double sum = leastsquares::sumOfSquares(m_problem, exact);
     for (const char* pattern : {"0.000e+0", "0.0000e+0", "0.00000e+0"}) {
         const fit::Parameters values = rounded(exact, pattern);
@@ -162,7 +162,7 @@ EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fi
     Patience patience(maxEvaluations / evaluationsPerIteration(problem, options), keepGoing);
     EngineRun run;
     run.outcome = fit::gaussNewton(view, options, engineParameters(options, start), patience);
-    fit::clearUpperHalves(); // keepGoing has let events run
+    fit::clearUpperHalves(); // keepGoing let events run
     run.values = fit::realParameters(options.logMode, run.outcome.parameters);
     run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault
                            ? std::numeric_limits<double>::infinity()

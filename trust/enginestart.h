@@ -11,7 +11,7 @@ namespace trust
 /// Asked once per iteration; false ends the run.
 using KeepGoing = std::function<bool()>;
 
-/// What engine runs may cost altogether, evaluations of the law at a point: half a second of the slowest law.
+/// Limit of all engine runs together, in evaluations of the law at a point: half a second with the slowest law.
 inline constexpr double kEvaluations = 1e6;
 
 /// Where an analysis ends.
@@ -21,16 +21,16 @@ struct EngineRun {
     double sumOfSquares = 0;  // infinity after an arithmetic fault
 };
 
-/// Runs the engine on a problem that takes values in their real units. options as the analysis sets them.
-/// A run that takes more than maxEvaluations of the law is broken off.
+/// Runs the engine on a problem in real units, with the options of the analysis. A run stops after maxEvaluations of
+/// the law.
 EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
                     double maxEvaluations = kEvaluations, const KeepGoing& keepGoing = {});
 
-/// True when the engine ends at a sum of squares that is as good as the minimum's.
+/// True if the engine ends at a sum of squares that is as good as that of the minimum.
 bool leadsToMinimum(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
                     const leastsquares::Minimum& minimum, const KeepGoing& keepGoing = {});
 
-/// Start values, rounded for the boxes, and where the analysis ends that is started from them.
+/// Start values, rounded for the boxes, and the end of an analysis that starts from them.
 struct EngineStart {
     fit::Parameters values{};
     double sumOfSquares = 0;     // at the start
@@ -38,8 +38,8 @@ struct EngineStart {
     bool leadsToMinimum = false; // equally good at the end
 };
 
-/// The engine takes coarse steps and may walk away from a minimum where it was put. Finds start values beside the
-/// minimum from which it ends there; where there are none, the minimum itself.
+/// The engine takes coarse steps and may leave a minimum at which it starts. Finds start values near the minimum from
+/// which the engine ends at the minimum; if there are none, returns the minimum itself.
 EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const leastsquares::FreeSlots& free,
                         const leastsquares::Minimum& minimum, const KeepGoing& keepGoing = {});
 

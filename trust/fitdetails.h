@@ -11,14 +11,14 @@
 namespace trust
 {
 
-/// An honest look at one fit of Stern-Volmer ratios or, as far as it goes, of decay curves.
+/// Verdict, errors and figures of one fit of Stern-Volmer ratios; for decay curves, those that noise-free data allow.
 struct FitDetails {
     FinishedFit fit;
-    int pointCount = 0; // all points, the reference included
+    int pointCount = 0; // all points, including the reference
     leastsquares::Uncertainty uncertainty;
     double sumOfSquares = 0;
-    double rootMeanSquareError = 0; // per degree of freedom; infinity without any
-    double R2 = 0;                  // over all points; not a number when these are all alike
+    double rootMeanSquareError = 0; // sqrt(sum of squares / degrees of freedom); infinity without a degree of freedom
+    double R2 = 0;                  // over all points; NaN if all are equal
     std::optional<double> AICc;     // none with too few points
     std::vector<double> residuals;  // observed minus model, in the order of the points
     leastsquares::RunsTest runs;    // of them
@@ -28,8 +28,9 @@ struct FitDetails {
 /// observed: of points 1..N, without slots.
 FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed);
 
-/// Akaike's criterion for small samples from n points that could deviate and p fitted constants, the variance being one
-/// more; none when n is too small. Source: C. M. Hurvich, C.-L. Tsai, Biometrika 76 (1989) 297.
+/// Akaike's criterion for small samples: n ln(S / n) + 2 k + 2 k (k + 1) / (n - k - 1) for n points that could deviate
+/// and k = p + 1, because the variance counts as one more constant than the p fitted ones; none if n is too small.
+/// Source: C. M. Hurvich, C.-L. Tsai, Biometrika 76 (1989) 297.
 std::optional<double> correctedAkaike(double sumOfSquares, int n, int p);
 
 } // namespace trust

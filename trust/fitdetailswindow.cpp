@@ -43,7 +43,7 @@ FitDetailsWindow::FitDetailsWindow()
     bold.setBold(true);
     m_verdict->setFont(bold);
     layOut();
-    m_heading->setFocus(); // keys have nothing else to go to before the first fit
+    m_heading->setFocus(); // no other widget takes keys before the first fit
     connect(m_copy, &QPushButton::clicked, this, [this] { ui::copyText(qtText(plainText(m_text))); });
 }
 
@@ -60,7 +60,7 @@ void FitDetailsWindow::layOut()
     for (QLabel* label : {m_heading, m_verdict, m_remarks})
         layout->addWidget(label);
     for (QTableWidget* table : {m_constants, m_figures, m_correlations}) {
-        table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // no higher than its few rows
+        table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // only as high as its rows
         table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
         layout->addWidget(table);
     }
@@ -71,7 +71,7 @@ void FitDetailsWindow::layOut()
     showTables({});
 }
 
-/// Those that there is something in.
+/// Shows only tables that have rows.
 void FitDetailsWindow::showTables(const DetailsText& text)
 {
     const std::pair<QTableWidget*, const TextTable&> tables[]{{m_constants, text.constants},

@@ -13,7 +13,7 @@ namespace trust
 
 class ResidualPlot;
 
-/// Fit details in tables; shows what it is given.
+/// Shows fit details in tables; it calculates nothing.
 class FitDetailsWindow : public QWidget
 {
     Q_OBJECT

@@ -7,19 +7,20 @@
 namespace trust
 {
 
-/// Why a constant is hardly that of a real system.
+/// The reason why a constant is unlikely in a real system.
 enum class Doubt {
     None,
-    AboveDiffusionLimit, // a collisional rate constant beyond what diffusion in water allows
+    AboveDiffusionLimit, // a collisional rate constant above the diffusion limit in water
     Negative,
     Undetermined,
 };
 
-/// About the rate constant of diffusion between small molecules in water at 25 degrees C, M^-1 s^-1.
+/// Approximate rate constant of diffusion-limited collisions of small molecules in water at 25 degrees C, M^-1 s^-1.
 /// Source: J. R. Lakowicz, Principles of Fluorescence Spectroscopy, the Smoluchowski equation.
 inline constexpr double kDiffusionLimit = 1e10;
 
-/// One model on the data: where the engine ends from the start values found, or their minimum where it does not stay.
+/// The fit of one model: the end of the engine's run from the start values found, or the minimum if the engine leaves
+/// it.
 struct ComparedModel {
     int model = 0;
     bool engineStays = false;
@@ -29,8 +30,8 @@ struct ComparedModel {
     std::optional<double> differenceToBest;              // of AICc
 };
 
-/// Every model from its found start values, in the order of their numbers; none when cancelled. A model that has no
-/// value for any start tried is left out. Fixed parameters keep their typed values.
+/// Fits every model from the start values found for it, in the order of model numbers; empty if cancelled. A model that
+/// cannot be evaluated at any start tried is omitted. Fixed parameters keep their typed values.
 std::vector<ComparedModel> compareModels(const RatioInput& input, const SearchProgress& progress = {});
 
 } // namespace trust

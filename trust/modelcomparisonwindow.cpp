@@ -132,7 +132,7 @@ void ModelComparisonWindow::announceRow(const QModelIndex& index)
             emit modelChosen(model, compared.start);
 }
 
-/// As a click on the column's title does.
+/// Sorts like a click on the column's title.
 void ModelComparisonWindow::sortByCurrentColumn()
 {
     const int column = m_table->currentIndex().column();

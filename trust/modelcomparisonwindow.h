@@ -13,7 +13,7 @@ class QTableView;
 namespace trust
 {
 
-/// All models on the same data, to be sorted by any column.
+/// A table of all models on the same data, sortable by any column.
 class ModelComparisonWindow : public QWidget
 {
     Q_OBJECT
@@ -21,9 +21,9 @@ class ModelComparisonWindow : public QWidget
 public:
     ModelComparisonWindow();
 
-    /// Shows that a comparison begins; the progress to hand to it.
+    /// Shows the start of a comparison and returns its progress object.
     ProgressBarProgress begin();
-    /// Shows the models as far as there are any.
+    /// Shows the models; none after a cancelled comparison.
     void showModels(const std::vector<ComparedModel>& models);
 
 signals:

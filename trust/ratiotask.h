@@ -9,23 +9,23 @@
 namespace trust
 {
 
-/// Ratios and the panel that goes with them, for any of the models.
+/// Ratios and the panel that belongs to them, for any model.
 struct RatioInput {
     sternvolmer::RatioData data; // complete, ratios computed
     app::PanelState panel;
     int logMode = 0; // of the engine
 
-    /// Of the model that is chosen in the panel, taking values in their real units.
+    /// The problem of the panel's model, with parameters in real units.
     sternvolmer::RatioProblem problem() const;
     std::vector<double> observed() const;
-    /// The fit of that problem.
+    /// The fit of this problem.
     Task task(fit::Problem& problem) const;
 };
 
-/// The ratio of the reference is 1 by definition, in the data as in every model, and so tells nothing.
+/// The ratio of the reference is 1 by definition, in the data and in every model, so it carries no information.
 inline constexpr int kUncountedRatios = 1;
 
-/// As an analysis sets the engine for the panel's model.
+/// The engine's options in an analysis of the panel's model.
 fit::Options engineOptions(const app::PanelState& panel, models::Analysis analysis, int logMode);
 
 } // namespace trust

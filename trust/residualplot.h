@@ -7,7 +7,7 @@
 namespace trust
 {
 
-/// Residuals against concentration about a line at zero.
+/// Plots residuals against concentration around a line at zero.
 class ResidualPlot : public QWidget
 {
     Q_OBJECT

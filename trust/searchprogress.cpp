@@ -17,7 +17,7 @@ ProgressBarProgress::ProgressBarProgress(QProgressBar& bar, const bool& cancelle
 bool ProgressBarProgress::operator()(double done)
 {
     constexpr qint64 kYieldMilliseconds = 10;    // short enough for "Cancel" to feel immediate
-    const bool first = !m_sinceEvents.isValid(); // the windows show at once that a search runs
+    const bool first = !m_sinceEvents.isValid(); // the windows show the search at once
     if (first || m_sinceEvents.hasExpired(kYieldMilliseconds)) {
         m_bar.setValue(static_cast<int>(done * m_bar.maximum()));
         QCoreApplication::processEvents();

@@ -7,13 +7,13 @@ class QProgressBar;
 namespace trust
 {
 
-/// Keeps the windows alive while something is searched for: shows how far it is and lets events run now and then.
+/// Keeps the windows responsive during a search: shows the progress and lets events run.
 class ProgressBarProgress
 {
 public:
     ProgressBarProgress(QProgressBar& bar, const bool& cancelled);
 
-    /// False when the user has cancelled or the program ends.
+    /// False if the user has cancelled or the program ends.
     bool operator()(double done);
 
 private:

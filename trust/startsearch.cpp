@@ -12,14 +12,14 @@ namespace trust
 namespace
 {
 
-constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is looked at, by free parameters
-constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best of them, from which a fit descends
+constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is calculated, by number of free parameters
+constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best starts, from which a fit descends
 
-constexpr double kSearchShare = 0.4; // of the time, where what was found on some of the points is followed on all
+constexpr double kSearchShare = 0.4; // of the progress, if minima of the thinned data are continued with all points
 
 bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
-/// One search on its way.
+/// The state of a running search.
 class Search
 {
 public:
@@ -44,7 +44,7 @@ private:
     const Task& m_task;
     const leastsquares::FreeSlots m_free;
     const leastsquares::Ranges m_sensible;
-    leastsquares::ThinnedProblem m_thinned; // all points when these are few
+    leastsquares::ThinnedProblem m_thinned; // all points if there are few
     const SearchProgress& m_progress;
     std::vector<leastsquares::Minimum> m_minima;
     int m_stepsDone = 0;
@@ -69,7 +69,7 @@ SearchResult Search::result()
     return result;
 }
 
-/// The typed values, then the best of the spread ones.
+/// The typed values, then the best of the spread starts.
 std::vector<fit::Parameters> Search::starts()
 {
     std::vector<leastsquares::Minimum> tried;
@@ -107,7 +107,7 @@ void Search::descendFrom(const std::vector<fit::Parameters>& starts)
     }
 }
 
-/// Keeps one minimum of each valley, the deepest found.
+/// Keeps the deepest minimum of each valley.
 void Search::add(const leastsquares::Minimum& minimum)
 {
     for (leastsquares::Minimum& known : m_minima)
@@ -118,7 +118,7 @@ void Search::add(const leastsquares::Minimum& minimum)
     m_minima.push_back(minimum);
 }
 
-/// True when no ridge stands between two minima: then they are one, or ends of a valley that the data leave flat.
+/// True if there is no ridge between two minima: then they are the same minimum, or two ends of a flat valley.
 bool Search::sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b)
 {
     const double higher = std::max(a.sumOfSquares, b.sumOfSquares);
@@ -132,7 +132,7 @@ bool Search::sameValley(const leastsquares::Minimum& a, const leastsquares::Mini
     return true;
 }
 
-/// What looks good on some of the points is followed on all of them.
+/// Continues minima of the thinned data with all points.
 void Search::refine()
 {
     constexpr double kWorthFollowing = 2; // times the lowest sum

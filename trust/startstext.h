@@ -8,14 +8,14 @@
 namespace trust
 {
 
-/// A solution with the start values to type for it.
+/// A solution and the start values for the boxes.
 struct FoundStart {
     leastsquares::Solution solution;
     EngineStart start;
     bool staysInOtherMode = false; // the analysis leaves the minimum in the present mode only
 };
 
-/// What a search found.
+/// The result of a search.
 struct FoundStarts {
     int model = 0;
     int logMode = 0;                // of the engine
@@ -26,7 +26,7 @@ struct FoundStarts {
 /// "K = 1.24126 M-1, kq2 = 4.7976e+9 M-1s-1": the constants of a model, in fitting order.
 std::string valuesText(int model, const fit::Parameters& values);
 
-/// In words. chosen: the start whose values are in the boxes.
+/// Describes the result in words. chosen: the start whose values are in the boxes.
 std::string foundText(const FoundStarts& found, std::size_t chosen);
 
 } // namespace trust

@@ -105,7 +105,7 @@ void StartValuesWindow::showChoice(int row)
 
 void StartValuesWindow::goBack()
 {
-    m_solutions->setCurrentRow(-1); // so that each can be chosen again
+    m_solutions->setCurrentRow(-1); // so that every solution can be chosen again
     m_text->setPlainText(tr("The boxes hold the typed values. Choose a solution above to use its values."));
     emit backChosen();
 }

@@ -13,7 +13,7 @@ class QPushButton;
 namespace trust
 {
 
-/// Start values on their way and found: progress, the solutions to choose from, and what they mean.
+/// The window of a search for start values: its progress, the solutions to choose from, and their explanation.
 class StartValuesWindow : public QWidget
 {
     Q_OBJECT
@@ -21,15 +21,15 @@ class StartValuesWindow : public QWidget
 public:
     StartValuesWindow();
 
-    /// Shows that a search begins; the progress to hand to it.
+    /// Shows the start of a search and returns its progress object.
     ProgressBarProgress begin(const QString& heading);
-    /// Shows what came of it, with the first solution chosen; none: it was cancelled or found nothing.
+    /// Shows the solutions and selects the first one.
     void showFound(const FoundStarts& found);
     void showNothingFound(const QString& reason);
 
 signals:
     void startChosen(const fit::Parameters& values);
-    void backChosen(); // to the typed values
+    void backChosen(); // the user wants the typed values again
 
 protected:
     void closeEvent(QCloseEvent* event) override; // ends a search

@@ -8,7 +8,8 @@ namespace trust
 
 namespace
 {
-constexpr QChar kLeftToRightMark(0x200e); // else a right-to-left desktop shows the title "95 % from" as "from % 95"
+// Without it, a right-to-left desktop shows the title "95 % from" as "from % 95".
+constexpr QChar kLeftToRightMark(0x200e);
 } // namespace
 
 QString qtText(const std::string& text) { return QString::fromStdString(text); }
@@ -41,7 +42,7 @@ void fillTable(QTableWidget& table, const TextTable& rows)
                 table.setItem(row - 1, column, new QTableWidgetItem(text));
         }
     table.resizeColumnsToContents();
-    table.horizontalHeader()->setStretchLastSection(true); // each time: new columns are not stretched by themselves
+    table.horizontalHeader()->setStretchLastSection(true); // again, because new columns are not stretched
     table.resizeRowsToContents();
 }
 

@@ -9,10 +9,10 @@ class QWidget;
 namespace trust
 {
 
-/// A read-only table with a name for tests and one for screen readers; Tab leaves it.
+/// A read-only table with an object name and a name for screen readers; Tab leaves it.
 QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent);
 
-/// Shows the rows below the titles, columns as wide as their texts.
+/// Shows the titles and the rows; columns are as wide as their texts.
 void fillTable(QTableWidget& table, const TextTable& rows);
 
 QString qtText(const std::string& text);

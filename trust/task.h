@@ -6,12 +6,12 @@
 namespace trust
 {
 
-/// A fit to be looked at.
+/// A least-squares fit to examine.
 struct Task {
     fit::Problem& problem; // takes values in their real units
     int model = 0;
     app::StartParameters typed;
-    int uncountedPoints = 0; // points that cannot deviate: the reference of a Stern-Volmer plot is 1 by definition
+    int uncountedPoints = 0; // points that cannot deviate: the ratio of the reference is 1 by definition
 
     leastsquares::FreeSlots free() const { return leastsquares::freeSlots(typed.count, typed.fix); }
     int countedPoints() const { return problem.pointCount() - uncountedPoints; }
@@ -23,7 +23,7 @@ inline constexpr double kLeave = 1000;
 /// The usual sizes of a model's parameters, by slot.
 leastsquares::Ranges sensibleRanges(int model);
 
-/// The typed values; one that no logarithm stands for gives way to the middle of its sensible range.
+/// The typed values; a value that is not positive is replaced by the middle of its sensible range.
 fit::Parameters positiveStart(const Task& task);
 
 } // namespace trust

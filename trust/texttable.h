@@ -9,10 +9,10 @@ namespace trust
 /// Rows of cells; the first row holds the titles.
 using TextTable = std::vector<std::vector<std::string>>;
 
-/// For the clipboard: cells parted by tabs, rows ended by CR LF.
+/// The text for the clipboard: tabs between cells, CR LF after each row.
 std::string tabbedText(const TextTable& table);
 
-/// A number with five digits; "not determined" when it is infinite, "-" when it is not a number.
+/// A number with five digits; "not determined" if it is infinite, "-" if it is NaN.
 std::string figure(double value);
 
 } // namespace trust

@@ -21,7 +21,7 @@ std::string listed(std::span<const std::string> names)
     return text;
 }
 
-/// Where the same analysis would have ended with more iterations and a lower tolerance.
+/// The end of the same analysis with more iterations and a lower tolerance.
 double sumOfLongerRun(fit::Problem& problem, const FinishedFit& finished)
 {
     constexpr double kMoreIterations = 1000, kToleranceDivisor = 1000;
@@ -29,11 +29,11 @@ double sumOfLongerRun(fit::Problem& problem, const FinishedFit& finished)
     options.iterationLimit += kMoreIterations;
     options.tolerance /= kToleranceDivisor;
     const double twice = 2 * finished.iterations * problem.pointCount() * (options.parameterCount + 1);
-    // Windows stand still meanwhile: a run that was longer still is not repeated to its end.
+    // The windows do not respond during this run, so a very long run is not repeated to its end.
     return runEngine(problem, options, finished.start, std::clamp(twice, kEvaluations, 4 * kEvaluations)).sumOfSquares;
 }
 
-/// On a plain, where constants have no effect, no way leads down although the best fit may be far below.
+/// On a plateau, where constants have no effect, no direction leads down although the best fit may be far lower.
 bool isLowerElsewhere(const Task& task, double sum)
 {
     const std::vector<leastsquares::Solution> best = searchStart(task).solutions;
@@ -61,7 +61,7 @@ std::string verdictText(Verdict verdict, std::span<const std::string> undetermin
 
 Verdict judge(const Task& task, const FinishedFit& finished, const leastsquares::FreeSlots& undetermined)
 {
-    constexpr double kLower = 1 - 1e-6; // a change that is no rounding
+    constexpr double kLower = 1 - 1e-6; // a change above rounding
     const double sum = leastsquares::sumOfSquares(task.problem, finished.values);
     if (!std::isfinite(sum))
         return Verdict::NotDefined;
