@@ -14,8 +14,8 @@ struct BoxGuide {
 inline constexpr BoxGuide kRadiusGuide{"radius of the probe; only the result r depends on it", "nm"};
 inline constexpr BoxGuide kProbeGuide{"total concentration of the probe", "M"};
 inline constexpr BoxGuide kToleranceGuide{
-    "the fit ends when the sum of squares changes by a smaller fraction in one iteration", ""};
-inline constexpr BoxGuide kIterationGuide{"the fit gives up after so many iterations", ""};
+    "the fit ends when the sum of squares changes by less than this fraction in one iteration", ""};
+inline constexpr BoxGuide kIterationGuide{"the fit stops after this many iterations", ""};
 inline constexpr BoxGuide kFitRegionGuide{"the decays are followed down to this fraction of their initial intensity",
                                           ""};
 
