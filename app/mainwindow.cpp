@@ -183,9 +183,12 @@ void frmVorloMain::dragEnterEvent(QDragEnterEvent* event)
 
 void frmVorloMain::dropEvent(QDropEvent* event)
 {
+    const QString file = onlyFile(*event->mimeData());
+    if (file.isEmpty()) // the program that it came from has ended meanwhile
+        return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    emit fileDropped(onlyFile(*event->mimeData()));
+    emit fileDropped(file);
 }
 
 void frmVorloMain::SetSize(int top, int left, int height, int width)

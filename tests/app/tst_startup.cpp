@@ -18,8 +18,10 @@
 namespace
 {
 
+enum class SourceEnds { No, Yes }; // the program that is dragged from, before the drop
+
 /// Drags these files onto a control as a file manager does, and drops them there if a widget accepts them.
-bool drop(QWidget& control, const QList<QUrl>& files)
+bool drop(QWidget& control, const QList<QUrl>& files, SourceEnds ends = SourceEnds::No)
 {
     QMimeData dragged;
     dragged.setUrls(files);
@@ -31,6 +33,8 @@ bool drop(QWidget& control, const QList<QUrl>& files)
     QDropEvent release(QPointF(1, 1), actions, &dragged, Qt::LeftButton, Qt::NoModifier);
     if (!enter.isAccepted() || enter.dropAction() != Qt::CopyAction)
         return false;
+    if (ends == SourceEnds::Yes)
+        dragged.clear();
     QApplication::sendEvent(&control, &release);
     return release.isAccepted();
 }
@@ -105,6 +109,7 @@ void TestStartup::aDroppedFileOpensWhereverItFalls()
         QTRY_COMPARE(vorlo.control<QLineEdit>("txtK").text(), QString("7"));
     }
     vorlo.program.MainWindow.results().storeResult({.Method = "SV", .Model = 1, .Error = "OK"}, models::Kq2);
+    QVERIFY(!drop(vorlo.program.MainWindow, {session}, SourceEnds::Yes));
     QVERIFY(drop(vorlo.program.MainWindow, {QUrl::fromLocalFile(QCoreApplication::applicationFilePath())}));
     QTRY_COMPARE(vorlo.prompter.shown, QStringList("This file type is not recognized."));
     QCOMPARE(vorlo.result(1, 0), "SV"); // a file dropped by mistake loses nothing
