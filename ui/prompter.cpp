@@ -1,8 +1,10 @@
 #include "ui/prompter.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QStandardPaths>
@@ -21,6 +23,21 @@ int ask(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButton
     if (buttons & QMessageBox::No)
         box.setDefaultButton(QMessageBox::No); // a hasty Enter loses nothing
     return box.exec();
+}
+
+/// The toolkit's list selects the folder of a typed path beside its file and would enter the folder; its list of
+/// completions would take the click on the button that ends the dialog.
+void takeTypedPaths(QFileDialog& dialog)
+{
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    const auto* list = dialog.findChild<QAbstractItemView*>("listView");
+    if (!name || !list) // a desktop's own dialog
+        return;
+    name->setCompleter(nullptr);
+    QObject::connect(name, &QLineEdit::textChanged, list, [name, list] {
+        if (name->text().contains('/'))
+            list->selectionModel()->clearSelection();
+    });
 }
 
 } // namespace
@@ -58,9 +75,7 @@ bool DialogPrompter::mayReplace(const QString& path)
 std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog, const QString& proposal)
 {
     dialog.setObjectName("CommonDialog1");
-    // The list of completions would intercept the click on the button that ends the dialog.
-    if (auto* name = dialog.findChild<QLineEdit*>("fileNameEdit")) // a desktop's own dialog has none
-        name->setCompleter(nullptr);
+    takeTypedPaths(dialog);
     dialog.setNameFilter("Vorlo File (*.vrl)");
     dialog.setDirectory(m_folder);
     if (!proposal.isEmpty())
