@@ -9,6 +9,8 @@ namespace
 
 constexpr double kClearChange = 1e8; // smallest safe change of the curves for a derivative, in units of the rounding
 constexpr int kMostRises = 3;        // of the sum of squares; a fit that starts far away overshoots once or twice
+constexpr double kSlowChange = 1e-4; // of the sum of squares, relative; the usual tolerance ends a fit there
+constexpr int kMostSlowPasses = 10;  // rounding that doubles with each of them stays a thousand times its size
 
 } // namespace
 
@@ -19,7 +21,10 @@ bool RoundingWatch::couldShow(const Linearisation& pass, double tolerance)
     if (pass.sum > m_lastSum)
         ++m_rises;
     m_lastSum = pass.sum;
-    return m_rises > kMostRises || derivativesDrown(pass) || convergenceIsATie(pass, tolerance);
+    if (std::abs(1 - pass.ratio()) < kSlowChange)
+        ++m_slowPasses;
+    return m_rises > kMostRises || m_slowPasses > kMostSlowPasses || derivativesDrown(pass) ||
+           convergenceIsATie(pass, tolerance);
 }
 
 /// Fixed parameters count as well: their columns enter the triangular system.

@@ -22,10 +22,12 @@ struct Linearisation {
 
 /// Follows a run whose residuals have rounding errors and reports when these errors could change the result.
 ///
-/// Rounding errors change no printed digit if three conditions hold. First, each derivative comes from a change of the
+/// Rounding errors change no printed digit if four conditions hold. First, each derivative comes from a change of the
 /// curves far above the rounding: its relative error is 2 rounding / c, where c = |h(j)| sqrt(A(j,j) / N) is the root
 /// mean square of this change. Second, the convergence test is not so close that the rounding of S / S_old decides it.
 /// Third, the run settles: if S rises repeatedly, the steps overshoot, and two runs that differ by rounding diverge.
+/// Fourth, the run does not creep: while S falls slowly along a valley, the steps can overshoot across it, and rounding
+/// doubles with every pass long before S rises.
 class RoundingWatch
 {
 public:
@@ -42,7 +44,8 @@ private:
 
     double m_rounding;
     double m_lastSum = std::numeric_limits<double>::infinity();
-    int m_rises = 0; // of the sum of squares so far
+    int m_rises = 0;      // of the sum of squares so far
+    int m_slowPasses = 0; // passes so far that have changed it little
 };
 
 } // namespace fit

@@ -121,6 +121,7 @@ class TestCurveFit : public QObject
 private slots:
     void printsWhatTheFormulasPrint_data();
     void printsWhatTheFormulasPrint();
+    void creepsAsTheFormulasDo();
     void followsAVanishingConstantAsTheFormulasDo();
     void stopsInEitherRun();
 };
@@ -167,6 +168,18 @@ void TestCurveFit::printsWhatTheFormulasPrint()
     qInfo(
         "%d fits from seed %llu: %d ties of a printed digit, constants within %.1e, time %.3f of the formulas' %.3f s",
         fits, firstSeed, ties, largest, seconds / secondsAsWritten, secondsAsWritten);
+}
+
+// The sum falls slowly along a valley, while a difference of 1e-13 across it doubles with every pass up to the fourth
+// digit of K.
+void TestCurveFit::creepsAsTheFormulasDo()
+{
+    const Job job = randomJob(1026867, true, false);
+    CountingObserver unused;
+    const Ended fitted = ended(job, [&](DecayProblem& p) { return fitCurves(p, job.options, job.start, unused); });
+    const Ended expected =
+        ended(job, [&](DecayProblem& p) { return fit::gaussNewton(p, job.options, job.start, unused); });
+    QCOMPARE(QByteArray::fromStdString(fitted.report), QByteArray::fromStdString(expected.report));
 }
 
 // kq1 is halved until it no longer changes the curves; then rounding decides its next value. The values come from an
