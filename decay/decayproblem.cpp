@@ -44,7 +44,7 @@ void DecayProblem::setSampleData(const SampleTable& samples)
     m_points.clear();
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
-            m_points.push_back({s, i, m_samples.SampleData[s].IExp[i]});
+            m_points.push_back({s, i});
     forgetCurves();
 }
 
@@ -77,7 +77,7 @@ void DecayProblem::forgetCurves()
 double DecayProblem::residual(int point, const fit::Parameters& a)
 {
     const Point& data = m_points[slot(point - 1)];
-    return curve(data.sample, a)[data.index] - data.observed;
+    return curve(data.sample, a)[data.index] - m_samples.SampleData[data.sample].IExp[data.index];
 }
 
 int DecayProblem::pointsAtOnce(int first) const
@@ -102,7 +102,7 @@ const Grid& DecayProblem::curve(std::size_t sample, const fit::Parameters& a)
 /// Separate from curve(), so that the many points of a kept curve do not cost the calls made here.
 const Grid& DecayProblem::newCurve(std::size_t sample, const fit::Parameters& a)
 {
-    const Grid& result = fitted(sample, a);
+    const Grid& result = calculated(sample, a);
     if (models::row(m_model).decay.yields && modelEvaluated) {
         modelEvaluated();
         fit::clearUpperHalves();
@@ -152,8 +152,12 @@ fit::Statistics DecayProblem::statistics(const fit::Parameters& a)
 
 const Grid& DecayProblem::fitted(std::size_t sample, const fit::Parameters& a)
 {
-    if (const Grid* kept = evaluator().kept(sample, a))
-        return *kept;
+    const Grid* kept = evaluator().kept(sample, a);
+    return kept ? *kept : calculated(sample, a);
+}
+
+const Grid& DecayProblem::calculated(std::size_t sample, const fit::Parameters& a)
+{
     const SampleRecord& record = m_samples.SampleData[sample];
     return evaluator().calculated(sample, a, record.Conc, slot(record.LastFitIndex) + 1);
 }

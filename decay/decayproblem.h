@@ -51,7 +51,6 @@ private:
     struct Point {
         std::size_t sample = 0;
         std::size_t index = 0; // on the time grid
-        double observed = 0;
     };
 
     /// The decay of the last call of value().
@@ -61,11 +60,12 @@ private:
         Brackets brackets;
     };
 
-    const Grid& fitted(std::size_t sample, const fit::Parameters& a);
     void forgetCurves();
     CurveEvaluator& evaluator() { return m_evaluators[static_cast<std::size_t>(m_evaluation)]; }
-    const Grid& curve(std::size_t sample, const fit::Parameters& a);
-    const Grid& newCurve(std::size_t sample, const fit::Parameters& a);
+    const Grid& curve(std::size_t sample, const fit::Parameters& a);    // for a fit: lets events run if it takes long
+    const Grid& newCurve(std::size_t sample, const fit::Parameters& a); // of curve(), when none is kept
+    const Grid& fitted(std::size_t sample, const fit::Parameters& a);   // kept or calculated
+    const Grid& calculated(std::size_t sample, const fit::Parameters& a);
 
     SampleTable m_samples;
     int m_model = 0;
