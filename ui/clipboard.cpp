@@ -35,8 +35,6 @@ void copyText(const QString& text) { QGuiApplication::clipboard()->setText(text)
 
 void copyImage(const QImage& image) { QGuiApplication::clipboard()->setImage(image); }
 
-QString clipboardText() { return textOf(QClipboard::Clipboard); }
-
 std::optional<QString> askedText(QClipboard::Mode mode)
 {
     QElapsedTimer waited;

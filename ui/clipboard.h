@@ -15,12 +15,12 @@ class Prompter;
 
 void copyText(const QString& text);
 void copyImage(const QImage& image);
-QString clipboardText(); // empty when the clipboard holds no text
 
 /// The text from the program that holds the clipboard, which is asked once. nullopt if it does not answer.
 std::optional<QString> askedText(QClipboard::Mode mode = QClipboard::Clipboard);
 void tellOfSilentClipboard(Prompter& prompter);
-/// The text to paste. nullopt when the program that holds the clipboard does not answer, and the user has been told.
+
+/// The text to paste. nullopt if the program that holds the clipboard does not answer, and the user has been told.
 std::optional<QString> pastedText(Prompter& prompter);
 
 } // namespace ui

@@ -11,6 +11,7 @@
 
 namespace ui
 {
+
 QString oneLine(const QString& text)
 {
     static const QRegularExpression lineEnd("[\r\n]");

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
 #include <QPushButton>
@@ -217,7 +218,7 @@ void TestFaults::interruptedSearchesFindTheSame()
         const QWidget& window = search == "mnuCompareModels" ? static_cast<QWidget&>(vorlo.program.modelComparison)
                                                              : vorlo.program.startValues;
         window.findChildren<QPushButton*>(QRegularExpression("^cmdCopy")).front()->click();
-        return ui::clipboardText();
+        return QGuiApplication::clipboard()->text();
     };
     const QString undisturbed = foundWhile("");
     QVERIFY2(undisturbed.contains("kq2"), qPrintable(undisturbed));

@@ -2,11 +2,12 @@
 #include "models/guide.h"
 #include "tests/support/application.h"
 #include "tests/support/manual.h"
-#include "ui/clipboard.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QFileInfo>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
@@ -52,7 +53,7 @@ public:
             if (caption(button->text()) == "Copy")
                 button->click();
         QList<QStringList> lines;
-        for (const QString& line : ui::clipboardText().split('\n'))
+        for (const QString& line : QGuiApplication::clipboard()->text().split('\n'))
             lines << QString(line).remove('\r').split('\t');
         return lines;
     }

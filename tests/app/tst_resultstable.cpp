@@ -1,9 +1,10 @@
 #include "app/resultrow.h"
 #include "app/resultstable.h"
 #include "app/sharedstate.h"
-#include "ui/clipboard.h"
 #include "ui/grid.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QPushButton>
@@ -233,8 +234,9 @@ void TestResultsTable::copyTakesTheRowsAboveTheCursor()
     store(fitted(9));
     press("cmdSetCursor", 2);
     press("cmdCopy", 1);
-    QCOMPARE(ui::clipboardText(), "Method\tModel\tK or F\tkq1/s\tkq2/M-1s-1\tkq22/M-1s-1\tSe\tError\tr /nm\r\n"
-                                  "SV\t 4\t5.e+1\t1.235e+7\t\t\t0.013\tOK\t\r\n");
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             "Method\tModel\tK or F\tkq1/s\tkq2/M-1s-1\tkq22/M-1s-1\tSe\tError\tr /nm\r\n"
+             "SV\t 4\t5.e+1\t1.235e+7\t\t\t0.013\tOK\t\r\n");
 }
 
 void TestResultsTable::restoreHandsOutTheDisplayedRow()

@@ -1,10 +1,11 @@
 #include "app/parameterpanel.h"
 #include "fit/numbertext.h"
 #include "tests/support/application.h"
-#include "ui/clipboard.h"
 #include "ui/twips.h"
 
 #include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -106,7 +107,7 @@ void TestTrustCommands::solutionsCanBeChosenAndTakenBack()
     p.solutions().setCurrentRow(1);
     QVERIFY(p.number("txtK") > 80);
     p.program.startValues.findChild<QPushButton*>("cmdCopyFound")->click();
-    QVERIFY(ui::clipboardText().contains(p.solutions().item(1)->text()));
+    QVERIFY(QGuiApplication::clipboard()->text().contains(p.solutions().item(1)->text()));
 
     p.type("txtS", "0.9");
     p.program.startValues.findChild<QPushButton*>("cmdBack")->click();
@@ -192,8 +193,8 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     QCOMPARE(p.details("grdConstants").item(0, 0)->text(), QString("kq2 /M-1s-1"));
     QCOMPARE(p.details("grdResiduals").rowCount(), 7);
     p.program.fitDetails.findChild<QPushButton*>("cmdCopyDetails")->click();
-    QVERIFY(ui::clipboardText().startsWith("Stern-Volmer Analysis, Model 1\r\nat a minimum\r\n"));
-    QVERIFY(ui::clipboardText().contains("\r\nkq2 /M-1s-1\t"));
+    QVERIFY(QGuiApplication::clipboard()->text().startsWith("Stern-Volmer Analysis, Model 1\r\nat a minimum\r\n"));
+    QVERIFY(QGuiApplication::clipboard()->text().contains("\r\nkq2 /M-1s-1\t"));
 
     p.control<QCheckBox>("Check1").click();
     p.run("mnuFindSternVolmerStart");
@@ -242,7 +243,7 @@ void TestTrustCommands::comparisonLeavesTheRestAlone()
     p.run("mnuSternVolmerAnalysis");
     QVERIFY(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin);
     p.program.modelComparison.findChild<QPushButton*>("cmdCopyModels")->click();
-    QCOMPARE(ui::clipboardText().count("\r\n"), 14);
+    QCOMPARE(QGuiApplication::clipboard()->text().count("\r\n"), 14);
 }
 
 void TestTrustCommands::searchesCanBeEnded_data()

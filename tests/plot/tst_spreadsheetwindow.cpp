@@ -1,13 +1,14 @@
 #include "plot/spreadsheetwindow.h"
 #include "tests/support/waitlimit.h"
 #include "tests/support/windowsize.h"
-#include "ui/clipboard.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QLayout>
 #include <QLineEdit>
 #include <QTest>
@@ -36,7 +37,7 @@ private:
     QString copied()
     {
         m_sheet->findChild<QAction*>("Copy_Acc")->trigger();
-        return ui::clipboardText();
+        return QGuiApplication::clipboard()->text();
     }
 
     std::unique_ptr<plot::SpreadSheet> m_sheet;
@@ -75,7 +76,7 @@ void TestSpreadSheet::copiesTheFilledBlock()
     m_sheet->activateWindow();
     QTRY_VERIFY(m_grid->hasFocus());
     QTest::keyClick(m_grid, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(ui::clipboardText(), "a\r");
+    QCOMPARE(QGuiApplication::clipboard()->text(), "a\r");
 }
 
 void TestSpreadSheet::growsAsItIsWritten()
