@@ -156,7 +156,8 @@ void frmVorloMain::acceptFiles()
         box->installEventFilter(this);
 }
 
-// These commands do not come from a menu, and a button pressed by its underlined letter does not take the focus.
+// Buttons, F1 and dropped files are commands without a menu item. A button pressed by its underlined letter does not
+// take the focus, so the focus alone does not tell.
 void frmVorloMain::storeTypedFirst()
 {
     for (const QAbstractButton* button : findChildren<QAbstractButton*>())

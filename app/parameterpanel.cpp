@@ -58,7 +58,8 @@ void explain(QWidget& control, const BoxGuide& guide)
 
 QString rateCaption(const char* name, std::string_view unit) { return name + QString("/") + fromUtf8(unit); }
 
-/// Where two-site models type the constant of a site, the others type one of a quencher beside the probe.
+/// In two-site models this box holds the constant of the first site, in s^-1 per M; in all others that of a quencher
+/// beside the probe.
 QString kq1Caption(int model)
 {
     const models::Parameter* kq1 = models::row(model).typedInto(models::Box::kq1);

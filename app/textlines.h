@@ -21,7 +21,7 @@ inline constexpr std::size_t kMaxFieldBytes = 3 * 32767;
 /// nullopt: nothing is left.
 std::optional<std::string_view> takeLine(std::string_view& rest);
 
-/// The first fields of a line, at most `most` of them; an empty line has one empty field.
+/// The first `most` fields of a line, or fewer; an empty line has one empty field.
 std::vector<std::string> fieldsOf(std::string_view line, int most);
 
 /// The text, cut at the limit of a field; a UTF-8 character is never cut in two.

@@ -10,7 +10,7 @@ namespace
 constexpr double kClearChange = 1e8; // smallest safe change of the curves for a derivative, in units of the rounding
 constexpr int kMostRises = 3;        // of the sum of squares; a fit that starts far away overshoots once or twice
 constexpr double kSlowChange = 1e-4; // of the sum of squares, relative; the usual tolerance ends a fit there
-constexpr int kMostSlowPasses = 10;  // rounding that doubles with each of them stays a thousand times its size
+constexpr int kMostSlowPasses = 10;  // rounding that doubles with each one grows at most a thousandfold
 
 } // namespace
 

@@ -11,7 +11,8 @@
 namespace trust
 {
 
-/// Verdict, errors and figures of one fit of Stern-Volmer ratios; for decay curves, those that noise-free data allow.
+/// Verdict, errors and figures of one fit of Stern-Volmer ratios. A fit of decay curves has only the verdict, the
+/// constants and their correlations, because its data have no noise.
 struct FitDetails {
     FinishedFit fit;
     int pointCount = 0; // all points, including the reference
@@ -21,7 +22,7 @@ struct FitDetails {
     double R2 = 0;                  // over all points; NaN if all are equal
     std::optional<double> AICc;     // none with too few points
     std::vector<double> residuals;  // observed minus model, in the order of the points
-    leastsquares::RunsTest runs;    // of them
+    leastsquares::RunsTest runs;    // of the residuals
     Verdict verdict = Verdict::NotDefined;
 };
 

@@ -89,7 +89,7 @@ struct Program : support::Application {
 } // namespace
 
 /// Every command with every model in both modes through the real windows, in a program of its own and one after the
-/// other. What is expected was worked out by tests/reference/everycommand.py, which shares nothing with the program.
+/// other. The expected values come from tests/reference/everycommand.py, which shares no code with the program.
 class TestEveryCommand : public QObject
 {
     Q_OBJECT

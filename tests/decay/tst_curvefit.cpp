@@ -170,8 +170,8 @@ void TestCurveFit::printsWhatTheFormulasPrint()
         fits, firstSeed, ties, largest, seconds / secondsAsWritten, secondsAsWritten);
 }
 
-// The sum falls slowly along a valley, while a difference of 1e-13 across it doubles with every pass up to the fourth
-// digit of K.
+// The sum falls slowly along a valley. Across the valley, a difference of 1e-13 doubles with every pass until it
+// reaches the fourth digit of K.
 void TestCurveFit::creepsAsTheFormulasDo()
 {
     const Job job = randomJob(1026867, true, false);

@@ -88,7 +88,7 @@ void TestNormalization::knowsIncompleteSheets()
         const TypedSheet sheet{{"0", "1", "1", "5"}, column, {"2e-3", "1", "1", "4"}};
         const DecayData data = readDecayData(cellsOf(sheet), 1e-3, 1);
         QVERIFY2(!data.complete, what);
-        QVERIFY2(data.samples.SampleCount == 3, what); // reading goes on
+        QVERIFY2(data.samples.SampleCount == 3, what); // the other samples are read, too
     }
     QVERIFY(!readDecayData(cellsOf({}), 1e-3, 1).complete);
     const TypedSheet tooMany(25, {"1e-3", "1", "1", "5"});
