@@ -2,6 +2,7 @@
 
 #include "analysis/messages.h"
 #include "fit/numbertext.h"
+#include "fit/report.h"
 #include "ui/prompter.h"
 #include "ui/twips.h"
 
@@ -15,7 +16,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace analysis
@@ -37,8 +37,8 @@ int progressSteps(double steps, double least)
 
 } // namespace
 
-AnalyzerWindow::AnalyzerWindow(const QString& title, bool unitStepForZero, ui::Prompter& prompter)
-    : Fitter(unitStepForZero), m_prompter(prompter), m_model(new QLabel(this)), m_progress(new QProgressBar(this)),
+AnalyzerWindow::AnalyzerWindow(const QString& title, ui::Prompter& prompter)
+    : m_prompter(prompter), m_model(new QLabel(this)), m_progress(new QProgressBar(this)),
       m_results(new QPlainTextEdit(this)), m_stop(new QPushButton("&STOP", this)), m_ok(new QPushButton("&OK", this))
 {
     setWindowTitle(title);
@@ -73,39 +73,67 @@ void AnalyzerWindow::layOut()
     layout->addLayout(buttons);
 }
 
-bool AnalyzerWindow::GAUSSNEWTON()
+void AnalyzerWindow::setInitialParameter(int np, double p1, double p2, double p3)
+{
+    m_request.options.parameterCount = np;
+    m_request.values = {0, p1, p2, p3};
+    m_request.leftover = startParameters(m_request);
+}
+
+std::string AnalyzerWindow::getError() const { return fit::errorText(m_status); }
+
+std::string AnalyzerWindow::getResults()
+{
+    const Result result = current();
+    m_constants = constantsOf(m_request.model, result.values, m_constants);
+    return result.report;
+}
+
+bool AnalyzerWindow::GAUSSNEWTON() { return fit(Request(m_request)).has_value(); }
+
+bool AnalyzerWindow::ShowResult() { return showReport(m_request.model, current()); }
+
+std::optional<Result> AnalyzerWindow::fit(const Request& request)
 {
     const QScopedValueRollback outerStop(m_stopped, false);
-    const QScopedValueRollback outerModel(m_runningModel, model());
-    const QScopedValueRollback outerLimit(m_runningLimit, options().iterationLimit);
-    const QScopedValueRollback outerIterations(m_iterations, 0.0);
+    const QScopedValueRollback outerModel(m_runningModel, request.model);
+    const QScopedValueRollback outerLimit(m_runningLimit, request.options.iterationLimit);
+    const QScopedValueRollback outerIterations(m_runningIterations, 0.0);
     m_results->clear();
     showRun();
     m_sinceEvents.start();
-    const fit::Ending ending = run(*this);
+    const Result result = run(request, *this);
+    keep(request, result);
     if (fit::StopRequested)
-        return false;
+        return std::nullopt;
     showRun();
-    if (ending == fit::Ending::ArithmeticFault) {
-        reportArithmeticFault();
-        return false;
-    }
-    if (ending == fit::Ending::SolverFailed)
+    if (result.ending == fit::Ending::SolverFailed) {
         m_prompter.message(kSolverFailure);
-    return ShowResult();
+        keep(request, result); // another command may have run while the message stood there
+    }
+    return showReport(request.model, result) ? std::optional(result) : std::nullopt;
 }
 
-bool AnalyzerWindow::ShowResult()
+bool AnalyzerWindow::showReport(int model, const Result& result)
 {
-    const fit::Statistics figures = statistics();
-    if (!realValuesFinite() || !std::isfinite(figures.R2) || !std::isfinite(figures.residualSum)) {
+    if (result.fault) {
         reportArithmeticFault();
         return false;
     }
-    showModel(model());
-    m_results->setPlainText(QString::fromStdString(getResults()));
+    m_constants = constantsOf(model, result.values, m_constants);
+    showModel(model);
+    m_results->setPlainText(QString::fromStdString(result.report));
     return true;
 }
+
+void AnalyzerWindow::keep(const Request& request, const Result& result)
+{
+    m_request = startingAt(request, result.parameters);
+    m_status = result.status;
+    m_iterations = result.iterations;
+}
+
+void AnalyzerWindow::set(const Request& request) { keep(request, {.parameters = startParameters(request)}); }
 
 void AnalyzerWindow::reportArithmeticFault() { m_prompter.message(kArithmeticFault); }
 
@@ -120,7 +148,7 @@ void AnalyzerWindow::letEventsRun()
     m_sinceEvents.start();
 }
 
-void AnalyzerWindow::letEventsRunNowAndThen()
+void AnalyzerWindow::letEventsRunWithinIteration()
 {
     if (++m_evaluations % kEvaluationsPerLook == 0 && m_sinceEvents.hasExpired(kYieldMilliseconds))
         letEventsRun();
@@ -128,7 +156,7 @@ void AnalyzerWindow::letEventsRunNowAndThen()
 
 bool AnalyzerWindow::keepGoing(double iterations)
 {
-    m_iterations = iterations;
+    m_runningIterations = iterations;
     if (m_sinceShown.hasExpired(kShowMilliseconds))
         showRun();
     return !m_stopped;
@@ -144,7 +172,7 @@ void AnalyzerWindow::showRun()
 {
     showModel(m_runningModel);
     m_progress->setRange(0, progressSteps(m_runningLimit + 1, 1));
-    m_progress->setValue(progressSteps(m_iterations, 0));
+    m_progress->setValue(progressSteps(m_runningIterations, 0));
     m_sinceShown.start();
 }
 

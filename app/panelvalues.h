@@ -1,8 +1,5 @@
 #pragma once
 
-#include "fit/gaussnewton.h"
-#include "models/catalogue.h"
-
 #include <string>
 
 namespace app
@@ -26,30 +23,19 @@ struct PanelState {
     bool operator==(const PanelState&) const = default;
 };
 
-/// The numbers of the panel; rate constants in s^-1 or M^-1 s^-1 as the model has them.
+/// The panel read as numbers; rate constants in s^-1 or M^-1 s^-1 as the model has them.
 struct PanelValues {
+    int model = 1;
     double kq1 = 0, kq2 = 0;
-    double K = 0;  // M^-1
-    double F = 0;  // population ratio of the two sites
-    double s = 0;  // nm
-    double Cp = 0; // probe, M
-    int iterationLimit = 0;
+    double K = 0;              // M^-1
+    double F = 0;              // population ratio of the two sites
+    double s = 0;              // nm
+    double Cp = 0;             // probe, M
+    double iterationLimit = 0; // whole; infinite when the text is
     double tolerance = 0;
+    bool fixKq2 = false, fixF = false;
 };
 PanelValues panelValues(const PanelState& panel);
-
-/// False if a number that an analysis of the panel's model needs is infinite: a start value, the tolerance, the
-/// iteration limit or, if the law contains it, the probe concentration.
-bool boxesFinite(const PanelState& panel, models::Analysis analysis);
-
-/// The start of a fit of the panel's model: number of parameters, start values (not logarithms) and flags, slots 1..3.
-struct StartParameters {
-    int count = 0;
-    fit::Parameters values{};
-    fit::Flags fix{};
-    fit::Flags aboveZero{0, 1, 1, 1};
-};
-StartParameters startParameters(const PanelState& panel, models::Analysis analysis);
 
 /// The panel as commands see it.
 class Panel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/panelvalues.h"
+#include "models/catalogue.h"
 
 #include <QWidget>
 

@@ -25,8 +25,11 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     : m_firstWindow(std::move(firstWindow)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
       aboutBox(prompter), m_prompter(prompter),
       m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
-      m_decayCommands(commandContext(), DecayAnalyzer), m_sternVolmerCommands(commandContext(), SVAnalyzer),
-      m_trustCommands(commandContext(), MainWindow.panel(), {startValues, fitDetails, modelComparison})
+      m_decayCommands(commandInput(), MainWindow.results(),
+                      {DecayAnalyzer, GraphWindow1, GraphWindow2, OutputTable1, OutputTable2}),
+      m_sternVolmerCommands(commandInput(), MainWindow.results(), {SVAnalyzer, GraphWindow2, OutputTable2}),
+      m_trustCommands(commandInput(), MainWindow.panel(), {startValues, fitDetails, modelComparison},
+                      {SVAnalyzer, DecayAnalyzer})
 {
     fit::StopRequested = false;
     connectFileMenu();
@@ -89,17 +92,9 @@ void VorloMain::connectWindows()
     connect(&SettingWindow, &frmSettingWindow::assessmentChanged, &MainWindow.results(), &ResultsTable::RedrawResult);
 }
 
-analysis::CommandContext VorloMain::commandContext()
+CommandInput VorloMain::commandInput()
 {
-    return {.sheet = MainWindow.sheet(),
-            .panel = MainWindow.panel(),
-            .shared = shared,
-            .results = MainWindow.results(),
-            .prompter = m_prompter,
-            .GraphWindow1 = GraphWindow1,
-            .GraphWindow2 = GraphWindow2,
-            .OutputTable1 = OutputTable1,
-            .OutputTable2 = OutputTable2};
+    return {.sheet = MainWindow.sheet(), .panel = MainWindow.panel(), .shared = shared, .prompter = m_prompter};
 }
 
 void VorloMain::connectAnalyses()
@@ -125,12 +120,11 @@ void VorloMain::connectTrust()
     connect(&MainWindow, &frmVorloMain::findDecayStartChosen, this, [this] { m_trustCommands.findDecayStart(); });
     connect(&MainWindow, &frmVorloMain::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
     connect(&MainWindow, &frmVorloMain::compareModelsChosen, this, [this] { m_trustCommands.compareAllModels(); });
-    m_sternVolmerCommands.finished = [this](const sternvolmer::RatioData& data, const analysis::FinishedRun& run) {
-        m_trustCommands.ratiosAnalysed(data, run);
+    const auto look = [this](const analysis::Request& request, const analysis::Result& result) {
+        m_trustCommands.analysed(request, result);
     };
-    m_decayCommands.finished = [this](const decay::SampleTable& samples, const analysis::FinishedRun& run) {
-        m_trustCommands.decaysAnalysed(samples, run);
-    };
+    m_sternVolmerCommands.finished = look;
+    m_decayCommands.finished = look;
 }
 
 // Windows are hidden, not destroyed, because a fit that processed the close event still uses them.

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "app/aboutbox.h"
+#include "app/decaycommands.h"
 #include "app/helpviewer.h"
 #include "app/mainwindow.h"
 #include "app/sessioncommands.h"
 #include "app/settingwindow.h"
 #include "app/sharedstate.h"
-#include "decay/commands.h"
+#include "app/sternvolmercommands.h"
+#include "app/trustcommands.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
-#include "sternvolmer/commands.h"
-#include "trust/commands.h"
 
 #include <functional>
 #include <memory>
@@ -50,8 +50,8 @@ private:
 public:
     SharedState& shared = m_firstWindow->shared;
     frmVorloMain& MainWindow = m_firstWindow->MainWindow;
-    decay::frmDecayCurveAnalyzer DecayAnalyzer;
-    sternvolmer::frmSternVolmerAnalyzer SVAnalyzer;
+    analysis::frmDecayCurveAnalyzer DecayAnalyzer;
+    analysis::frmSternVolmerAnalyzer SVAnalyzer;
     frmSettingWindow SettingWindow;
     plot::Graph GraphWindow1; // decay curves
     plot::Graph GraphWindow2; // Stern-Volmer plots and deviations
@@ -67,7 +67,7 @@ signals:
     void ended(); // the main window was closed and every other window hidden
 
 private:
-    analysis::CommandContext commandContext();
+    CommandInput commandInput();
     void connectFileMenu();
     void connectEditMenu();
     void connectAnalyses();
@@ -77,9 +77,9 @@ private:
 
     ui::Prompter& m_prompter;
     SessionCommands m_session;
-    decay::Commands m_decayCommands;
-    sternvolmer::Commands m_sternVolmerCommands;
-    trust::Commands m_trustCommands;
+    DecayCommands m_decayCommands;
+    SternVolmerCommands m_sternVolmerCommands;
+    TrustCommands m_trustCommands;
 };
 
 } // namespace app

@@ -47,6 +47,9 @@ public:
     /// Called once per iteration, after the update.
     virtual void letEventsRun() = 0;
 
+    /// Called within an iteration by problems whose law takes long.
+    virtual void letEventsRunWithinIteration() {}
+
     /// Called at the very end of an iteration with the number of completed updates; false ends the run.
     virtual bool keepGoing(double iterations) = 0;
 };

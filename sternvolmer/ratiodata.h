@@ -1,6 +1,7 @@
 #pragma once
 
 #include "decay/sampletable.h"
+#include "sternvolmer/ratiopoints.h"
 
 #include <string>
 #include <vector>
@@ -31,6 +32,9 @@ std::vector<std::string> complaints(const RatioData& data, double Cp);
 
 /// True if every number that the fit uses is finite.
 bool allFinite(const RatioData& data);
+
+/// The points of complete data whose ratios are computed; slots beyond them keep what earlier points left there.
+RatioPoints pointsOf(const RatioData& data, const RatioPoints& earlier = {});
 
 /// Mean of the lifetimes, weighted by the amplitudes, s.
 double meanLifetime(const decay::SampleRecord& record);

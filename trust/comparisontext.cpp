@@ -32,7 +32,7 @@ ComparisonCell constantCell(const ComparedModel& compared, models::Box box)
     for (const models::Parameter& parameter : models::row(compared.model).fitted()) {
         ++slot;
         if (parameter.box == box)
-            return {figure(compared.details.fit.values[slot]), compared.details.fit.values[slot]};
+            return {figure(compared.details.values[slot]), compared.details.values[slot]};
     }
     return {"", kLast};
 }
@@ -47,7 +47,7 @@ std::string remarksText(const ComparedModel& compared)
     std::string text;
     const auto add = [&text](const std::string& remark) { text += (text.empty() ? "" : "; ") + remark; };
     for (std::size_t slot = 1; slot <= models::row(compared.model).fitted().size(); ++slot) {
-        if (compared.details.fit.options.fix[slot] == 1)
+        if (compared.details.options.fix[slot] == 1)
             add(models::parameter(compared.model, slot).name() + " fixed");
         if (const std::string doubt = doubtText(compared.doubts[slot]); !doubt.empty())
             add(models::parameter(compared.model, slot).name() + " " + doubt);

@@ -21,7 +21,7 @@ class Writer
 public:
     Writer(const FitDetails& details, const FitLabels& labels)
         : m_details(details), m_labels(labels),
-          m_free(leastsquares::freeSlots(details.fit.options.parameterCount, details.fit.options.fix))
+          m_free(leastsquares::freeSlots(details.options.parameterCount, details.options.fix))
     {
     }
 
@@ -58,7 +58,7 @@ private:
 std::string Writer::heading() const
 {
     const char* analysis = hasErrors() ? "Stern-Volmer " : "Decay Curve ";
-    return analysis + std::string(m_details.fit.calculated ? "Calculation" : "Analysis") + ", Model " +
+    return analysis + std::string(m_details.fitted ? "Analysis" : "Calculation") + ", Model " +
            std::to_string(m_labels.model);
 }
 
@@ -94,8 +94,8 @@ TextTable Writer::constants() const
         table[0].insert(table[0].end(), {"Standard error", "95 % from", "95 % to"});
     else
         table[0].push_back("Free or fixed");
-    for (std::size_t slot = 1; slot <= static_cast<std::size_t>(m_details.fit.options.parameterCount); ++slot) {
-        table.push_back({models::parameter(m_labels.model, slot).caption(), figure(m_details.fit.values[slot])});
+    for (std::size_t slot = 1; slot <= static_cast<std::size_t>(m_details.options.parameterCount); ++slot) {
+        table.push_back({models::parameter(m_labels.model, slot).caption(), figure(m_details.values[slot])});
         const auto errors = errorCells(slot);
         table.back().insert(table.back().end(), errors.begin(), errors.end());
     }
@@ -112,7 +112,7 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
     const leastsquares::Uncertainty& uncertainty = m_details.uncertainty;
     if (uncertainty.degreesOfFreedom < 1)
         return {"-", "-", "-"};
-    const double value = m_details.fit.values[slot], half = uncertainty.halfWidth[slot];
+    const double value = m_details.values[slot], half = uncertainty.halfWidth[slot];
     if (std::isinf(half))
         return {figure(half), "", ""};
     return {figure(uncertainty.standardError[slot]), figure(value - half), figure(value + half)};
@@ -184,6 +184,14 @@ TextTable Writer::residuals() const
 }
 
 } // namespace
+
+FitLabels labelsOf(const analysis::Request& request)
+{
+    FitLabels labels{.analysis = analysis::methodOf(request), .model = request.model, .conc = {}};
+    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data))
+        labels.conc.assign(points->conc.begin() + 1, points->conc.begin() + 1 + points->count);
+    return labels;
+}
 
 DetailsText detailsText(const FitDetails& details, const FitLabels& labels) { return Writer(details, labels).text(); }
 

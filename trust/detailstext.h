@@ -12,8 +12,9 @@ namespace trust
 struct FitLabels {
     models::Analysis analysis = models::Analysis::SternVolmer;
     int model = 0;
-    std::vector<double> conc; // of each point, M
+    std::vector<double> conc; // of each point, M; empty for decay curves
 };
+FitLabels labelsOf(const analysis::Request& request);
 
 /// Fit details in words and tables.
 struct DetailsText {

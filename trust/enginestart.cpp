@@ -1,10 +1,8 @@
 #include "trust/enginestart.h"
 
 #include "fit/numbertext.h"
-#include "fit/realparameters.h"
 #include "fit/vectorregisters.h"
 
-#include <cmath>
 #include <limits>
 
 namespace trust
@@ -13,27 +11,6 @@ namespace
 {
 
 constexpr const char* kAllDigits = "0.000######e+0";
-
-/// Presents a problem in real units to the engine, with logarithms in log mode.
-class EngineView final : public fit::Problem
-{
-public:
-    EngineView(fit::Problem& problem, int logMode) : m_problem(problem), m_logMode(logMode) {}
-    int pointCount() const override { return m_problem.pointCount(); }
-    double residual(int point, const fit::Parameters& a) override
-    {
-        return m_problem.residual(point, fit::realParameters(m_logMode, a));
-    }
-    int pointsAtOnce(int first) const override { return m_problem.pointsAtOnce(first); }
-    void residuals(int first, const fit::Parameters& a, std::span<double> room) override
-    {
-        m_problem.residuals(first, fit::realParameters(m_logMode, a), room);
-    }
-
-private:
-    fit::Problem& m_problem;
-    int m_logMode;
-};
 
 /// Lets a run continue as long as its caller wants, but not beyond a limit.
 class Patience final : public fit::Observer
@@ -53,25 +30,22 @@ private:
     const KeepGoing& m_keepGoing;
 };
 
-double evaluationsPerIteration(const fit::Problem& problem, const fit::Options& options)
+double evaluationsPerIteration(const Task& task)
 {
-    return static_cast<double>(problem.pointCount()) * (options.parameterCount + 1);
+    return static_cast<double>(task.problem.pointCount()) * (task.request.options.parameterCount + 1);
 }
 
-fit::Parameters engineParameters(const fit::Options& options, const fit::Parameters& values)
+analysis::Request startingFrom(analysis::Request request, const fit::Parameters& values)
 {
-    fit::Parameters a = values;
-    for (std::size_t j = 1; options.logMode == 1 && j < a.size(); ++j)
-        a[j] = values[j] > 0 ? std::log(values[j]) : 0;
-    return a;
+    request.values = values;
+    return request;
 }
 
 class Trial
 {
 public:
-    Trial(fit::Problem& problem, const fit::Options& options, const leastsquares::FreeSlots& free,
-          const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
-        : m_problem(problem), m_options(options), m_free(free), m_minimum(minimum), m_keepGoing(keepGoing)
+    Trial(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+        : m_task(task), m_free(task.free()), m_minimum(minimum), m_keepGoing(keepGoing)
     {
     }
 
@@ -84,9 +58,8 @@ private:
     bool improve(EngineStart& best, double step);
     bool mayTry() const { return m_evaluationsLeft > 0 && (!m_keepGoing || m_keepGoing()); }
 
-    fit::Problem& m_problem;
-    const fit::Options& m_options;
-    const leastsquares::FreeSlots& m_free;
+    const Task& m_task;
+    const leastsquares::FreeSlots m_free;
     const leastsquares::Minimum& m_minimum;
     double m_evaluationsLeft = kEvaluations;
     const KeepGoing& m_keepGoing;
@@ -123,13 +96,14 @@ bool Trial::improve(EngineStart& best, double step)
 
 EngineStart Trial::tried(const fit::Parameters& values)
 {
-    const EngineRun run = runEngine(m_problem, m_options, values, m_evaluationsLeft, m_keepGoing);
-    m_evaluationsLeft -= (run.outcome.iterations + 1) * evaluationsPerIteration(m_problem, m_options);
+    const analysis::Request request = startingFrom(m_task.request, values);
+    const EngineRun run = runEngine({m_task.problem, request}, m_evaluationsLeft, m_keepGoing);
+    m_evaluationsLeft -= (run.result.iterations + 1) * evaluationsPerIteration(m_task);
     return {.values = values,
-            .sumOfSquares = leastsquares::sumOfSquares(m_problem, values),
+            .sumOfSquares = leastsquares::sumOfSquares(m_task.problem, values),
             .reached = run.sumOfSquares,
             .leadsToMinimum =
-                leastsquares::equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_problem.pointCount())};
+                leastsquares::equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_task.problem.pointCount())};
 }
 
 fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) const
@@ -142,12 +116,12 @@ fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) cons
 /// Uses as few digits as the sum of squares allows, because the boxes are narrow.
 fit::Parameters Trial::briefly(const fit::Parameters& exact)
 {
-    constexpr double kShare = 0.1; // of the tolerance for equally good sums
-    const double sum = leastsquares::sumOfSquares(m_problem, exact);
+    constexpr double kShare = 0.1; // of what counts as equally good
+    const double sum = leastsquares::sumOfSquares(m_task.problem, exact);
     for (const char* pattern : {"0.000e+0", "0.0000e+0", "0.00000e+0"}) {
         const fit::Parameters values = rounded(exact, pattern);
-        if (leastsquares::equallyGood(sum + (leastsquares::sumOfSquares(m_problem, values) - sum) / kShare, sum,
-                                      m_problem.pointCount()))
+        if (leastsquares::equallyGood(sum + (leastsquares::sumOfSquares(m_task.problem, values) - sum) / kShare, sum,
+                                      m_task.problem.pointCount()))
             return values;
     }
     return rounded(exact, kAllDigits);
@@ -155,32 +129,28 @@ fit::Parameters Trial::briefly(const fit::Parameters& exact)
 
 } // namespace
 
-EngineRun runEngine(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
-                    double maxEvaluations, const KeepGoing& keepGoing)
+EngineRun runEngine(const Task& task, double maxEvaluations, const KeepGoing& keepGoing)
 {
-    EngineView view(problem, options.logMode);
-    Patience patience(maxEvaluations / evaluationsPerIteration(problem, options), keepGoing);
-    EngineRun run;
-    run.outcome = fit::gaussNewton(view, options, engineParameters(options, start), patience);
-    fit::clearUpperHalves(); // keepGoing let events run
-    run.values = fit::realParameters(options.logMode, run.outcome.parameters);
-    run.sumOfSquares = run.outcome.ending == fit::Ending::ArithmeticFault
+    analysis::Request request = task.request;
+    request.quick = true; // a start need not be exact
+    Patience patience(maxEvaluations / evaluationsPerIteration(task), keepGoing);
+    EngineRun run{analysis::run(request, patience)};
+    fit::clearUpperHalves(); // keepGoing has let events run
+    run.sumOfSquares = run.result.ending == fit::Ending::ArithmeticFault
                            ? std::numeric_limits<double>::infinity()
-                           : leastsquares::sumOfSquares(problem, run.values);
+                           : leastsquares::sumOfSquares(task.problem, run.result.values);
     return run;
 }
 
-bool leadsToMinimum(fit::Problem& problem, const fit::Options& options, const fit::Parameters& start,
-                    const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+bool leadsToMinimum(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
-    const double reached = runEngine(problem, options, start, kEvaluations, keepGoing).sumOfSquares;
-    return leastsquares::equallyGood(reached, minimum.sumOfSquares, problem.pointCount());
+    const double reached = runEngine(task, kEvaluations, keepGoing).sumOfSquares;
+    return leastsquares::equallyGood(reached, minimum.sumOfSquares, task.problem.pointCount());
 }
 
-EngineStart engineStart(fit::Problem& problem, const fit::Options& options, const leastsquares::FreeSlots& free,
-                        const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+EngineStart engineStart(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
-    return Trial(problem, options, free, minimum, keepGoing).result();
+    return Trial(task, minimum, keepGoing).result();
 }
 
 std::string startText(double value) { return fit::formatNumber(value, kAllDigits); }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <span>
 
 namespace trust
 {
@@ -20,6 +21,15 @@ std::vector<double> residuals(fit::Problem& problem, const fit::Parameters& valu
     return observedMinusModel;
 }
 
+/// Without slots; empty for decay curves.
+std::span<const double> observedRatios(const analysis::Request& request)
+{
+    const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data);
+    if (!points)
+        return {};
+    return std::span(points->ratio).subspan(1, static_cast<std::size_t>(points->count));
+}
+
 double determination(double residualSum, std::span<const double> observed)
 {
     const double mean = std::accumulate(observed.begin(), observed.end(), 0.0) / static_cast<double>(observed.size());
@@ -31,24 +41,29 @@ double determination(double residualSum, std::span<const double> observed)
 
 } // namespace
 
-FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed)
+FitDetails fitDetails(const Task& task, const analysis::Result& result)
 {
     fit::clearUpperHalves();
     const leastsquares::FreeSlots free = task.free();
-    FitDetails details;
-    details.fit = finished;
+    FitDetails details{.options = task.request.options, .values = result.values, .fitted = result.fitted};
     details.pointCount = task.problem.pointCount();
-    details.residuals = residuals(task.problem, finished.values);
-    details.uncertainty = leastsquares::uncertaintyOf(task.problem, finished.values, free, task.countedPoints());
-    details.sumOfSquares = leastsquares::sumOfSquares(task.problem, finished.values);
+    details.residuals = residuals(task.problem, result.values);
+    details.uncertainty = leastsquares::uncertaintyOf(task.problem, result.values, free, task.countedPoints());
+    details.sumOfSquares = leastsquares::sumOfSquares(task.problem, result.values);
     const int dof = details.uncertainty.degreesOfFreedom;
     details.rootMeanSquareError =
         dof > 0 ? std::sqrt(details.sumOfSquares / dof) : std::numeric_limits<double>::infinity();
-    details.R2 = determination(details.sumOfSquares, observed);
+    details.R2 = determination(details.sumOfSquares, observedRatios(task.request));
     details.AICc = correctedAkaike(details.sumOfSquares, task.countedPoints(), static_cast<int>(free.size()));
     details.runs = leastsquares::runsTest(details.residuals);
-    details.verdict = judge(task, finished, details.uncertainty.undetermined);
+    details.verdict = judge(task, result, details.uncertainty.undetermined);
     return details;
+}
+
+FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result)
+{
+    const std::unique_ptr<fit::Problem> problem = realProblem(request);
+    return fitDetails({*problem, request}, result);
 }
 
 std::optional<double> correctedAkaike(double sumOfSquares, int n, int p)

@@ -5,7 +5,6 @@
 #include "trust/verdict.h"
 
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace trust
@@ -14,20 +13,23 @@ namespace trust
 /// Verdict, errors and figures of one fit of Stern-Volmer ratios. A fit of decay curves has only the verdict, the
 /// constants and their correlations, because its data have no noise.
 struct FitDetails {
-    FinishedFit fit;
-    int pointCount = 0; // all points, including the reference
-    leastsquares::Uncertainty uncertainty;
+    fit::Options options{};   // of the request
+    fit::Parameters values{}; // where the fit ended, in their real units
+    bool fitted = true;       // false: a calculation with given values
+    int pointCount = 0;       // all points, including the reference
+    leastsquares::Uncertainty uncertainty{};
     double sumOfSquares = 0;
-    double rootMeanSquareError = 0; // sqrt(sum of squares / degrees of freedom); infinity without a degree of freedom
-    double R2 = 0;                  // over all points; NaN if all are equal
-    std::optional<double> AICc;     // none with too few points
-    std::vector<double> residuals;  // observed minus model, in the order of the points
-    leastsquares::RunsTest runs;    // of the residuals
+    double rootMeanSquareError = 0;  // sqrt(sum of squares / degrees of freedom); infinity without a degree of freedom
+    double R2 = 0;                   // over all points; NaN if all are equal
+    std::optional<double> AICc{};    // none with too few points
+    std::vector<double> residuals{}; // observed minus model, in the order of the points
+    leastsquares::RunsTest runs{};   // of the residuals
     Verdict verdict = Verdict::NotDefined;
 };
 
-/// observed: of points 1..N, without slots.
-FitDetails fitDetails(const Task& task, const FinishedFit& finished, std::span<const double> observed);
+/// result: of the task's request.
+FitDetails fitDetails(const Task& task, const analysis::Result& result);
+FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result);
 
 /// Akaike's criterion for small samples: n ln(S / n) + 2 k + 2 k (k + 1) / (n - k - 1) for n points that could deviate
 /// and k = p + 1, because the variance counts as one more constant than the p fitted ones; none if n is too small.

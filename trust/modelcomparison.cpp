@@ -11,7 +11,7 @@ namespace
 Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
 {
     const leastsquares::FreeSlots& undetermined = compared.details.uncertainty.undetermined;
-    const double value = compared.details.fit.values[slot];
+    const double value = compared.details.values[slot];
     if (std::find(undetermined.begin(), undetermined.end(), slot) != undetermined.end())
         return Doubt::Undetermined;
     if (value < 0)
@@ -20,30 +20,26 @@ Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
     return isCollisional && value > kDiffusionLimit ? Doubt::AboveDiffusionLimit : Doubt::None;
 }
 
-std::optional<ComparedModel> compared(const RatioInput& input, const SearchProgress& progress)
+std::optional<ComparedModel> compared(const analysis::Request& request, const SearchProgress& progress)
 {
-    sternvolmer::RatioProblem problem = input.problem();
-    const Task task = input.task(problem);
+    const std::unique_ptr<fit::Problem> problem = realProblem(request);
+    const Task task{*problem, request};
     const SearchResult found = searchStart(task, progress);
     if (found.solutions.empty())
         return std::nullopt;
-    const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
     const leastsquares::Solution& best = found.solutions.front();
-    const EngineStart start = engineStart(problem, options, task.free(), {best.values, best.sumOfSquares});
-    FinishedFit finished{.options = options, .start = start.values, .values = best.values, .calculated = true};
-    if (start.leadsToMinimum) {
-        const EngineRun run = runEngine(problem, options, start.values);
-        finished.values = run.values;
-        finished.iterations = run.outcome.iterations;
-        finished.calculated = false;
-    }
+    const EngineStart start = engineStart(task, {best.values, best.sumOfSquares});
+    analysis::Request fromThere = request;
+    fromThere.values = start.values;
+    const Task fit{*problem, fromThere};
+    const analysis::Result atMinimum{.values = best.values};
 
     ComparedModel result;
-    result.model = input.panel.Model;
+    result.model = request.model;
     result.start = start.values;
     result.engineStays = start.leadsToMinimum;
-    result.details = fitDetails(task, finished, input.observed());
-    for (std::size_t slot = 1; slot <= static_cast<std::size_t>(options.parameterCount); ++slot)
+    result.details = fitDetails(fit, start.leadsToMinimum ? runEngine(fit).result : atMinimum);
+    for (std::size_t slot = 1; slot <= static_cast<std::size_t>(request.options.parameterCount); ++slot)
         result.doubts[slot] = doubtOf(result, slot);
     return result;
 }
@@ -61,22 +57,23 @@ void setDifferences(std::vector<ComparedModel>& models)
 
 } // namespace
 
-std::vector<ComparedModel> compareModels(const RatioInput& input, const SearchProgress& progress)
+std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requests, const SearchProgress& progress)
 {
     std::vector<ComparedModel> models;
     bool cancelled = false;
-    for (int model = 1; model <= models::kModelCount && !cancelled; ++model) {
-        RatioInput ofModel = input;
-        ofModel.panel.Model = model;
+    const auto count = static_cast<double>(requests.size());
+    double before = 0; // requests
+    for (const analysis::Request& request : requests) {
         const auto overall = [&](double done) {
-            cancelled = progress && !progress((model - 1 + done) / models::kModelCount);
+            cancelled = progress && !progress((before + done) / count);
             return !cancelled;
         };
-        if (auto result = compared(ofModel, overall))
+        if (auto result = compared(request, overall))
             models.push_back(*std::move(result));
+        if (cancelled)
+            return {};
+        ++before;
     }
-    if (cancelled)
-        return {};
     setDifferences(models);
     return models;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "trust/fitdetails.h"
-#include "trust/ratiotask.h"
 #include "trust/startsearch.h"
+
+#include <span>
 
 namespace trust
 {
@@ -30,8 +31,10 @@ struct ComparedModel {
     std::optional<double> differenceToBest;              // of AICc
 };
 
-/// Fits every model from the start values found for it, in the order of model numbers; empty if cancelled. A model that
-/// cannot be evaluated at any start tried is omitted. Fixed parameters keep their typed values.
-std::vector<ComparedModel> compareModels(const RatioInput& input, const SearchProgress& progress = {});
+/// Fits every request from the start values found for it, in the same order; empty if cancelled. A model that cannot be
+/// evaluated at any start tried is omitted. Fixed parameters keep their typed values. requests: the same ratios with
+/// different models.
+std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requests,
+                                         const SearchProgress& progress = {});
 
 } // namespace trust

@@ -24,7 +24,7 @@ class Search
 {
 public:
     Search(const Task& task, const SearchProgress& progress)
-        : m_task(task), m_free(task.free()), m_sensible(sensibleRanges(task.model)), m_thinned(task.problem),
+        : m_task(task), m_free(task.free()), m_sensible(sensibleRanges(task.request.model)), m_thinned(task.problem),
           m_progress(progress)
     {
     }
@@ -55,7 +55,7 @@ SearchResult Search::result()
 {
     fit::clearUpperHalves();
     SearchResult result;
-    result.typedSum = leastsquares::sumOfSquares(m_task.problem, m_task.typed.values);
+    result.typedSum = leastsquares::sumOfSquares(m_task.problem, m_task.request.values);
     descendFrom(starts());
     refine();
     result.cancelled = m_cancelled;
@@ -74,7 +74,7 @@ std::vector<fit::Parameters> Search::starts()
 {
     std::vector<leastsquares::Minimum> tried;
     for (int n = 1; n <= kLookedAt[m_free.size()] && !m_cancelled; ++n) {
-        fit::Parameters values = m_task.typed.values;
+        fit::Parameters values = m_task.request.values;
         leastsquares::spread(values, m_free, m_sensible, n);
         tried.push_back({values, leastsquares::sumOfSquares(m_thinned, values)});
         stepDone();

@@ -1,10 +1,23 @@
 #include "trust/task.h"
 
+#include "decay/decayproblem.h"
 #include "leastsquares/spread.h"
 #include "models/catalogue.h"
+#include "sternvolmer/ratioproblem.h"
 
 namespace trust
 {
+
+std::unique_ptr<fit::Problem> realProblem(const analysis::Request& request)
+{
+    constexpr int kRealUnits = 0; // no logarithms
+    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data))
+        return std::make_unique<sternvolmer::RatioProblem>(*points, request.model, kRealUnits, request.Cp);
+    auto problem = std::make_unique<decay::DecayProblem>(std::get<decay::SampleTable>(request.data), request.model,
+                                                         kRealUnits, request.Cp);
+    problem->setEvaluation(models::Evaluation::Fast);
+    return problem;
+}
 
 leastsquares::Ranges sensibleRanges(int model)
 {
@@ -17,8 +30,8 @@ leastsquares::Ranges sensibleRanges(int model)
 
 fit::Parameters positiveStart(const Task& task)
 {
-    const leastsquares::Ranges sensible = sensibleRanges(task.model);
-    fit::Parameters values = task.typed.values;
+    const leastsquares::Ranges sensible = sensibleRanges(task.request.model);
+    fit::Parameters values = task.request.values;
     for (const std::size_t slot : task.free())
         if (!(values[slot] > 0))
             values[slot] = leastsquares::between(sensible[slot], 0.5);

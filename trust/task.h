@@ -1,21 +1,29 @@
 #pragma once
 
-#include "app/panelvalues.h"
+#include "analysis/request.h"
 #include "leastsquares/minimum.h"
+
+#include <memory>
 
 namespace trust
 {
 
-/// A least-squares fit to examine.
+/// A request as a least-squares problem.
 struct Task {
     fit::Problem& problem; // takes values in their real units
-    int model = 0;
-    app::StartParameters typed;
-    int uncountedPoints = 0; // points that cannot deviate: the ratio of the reference is 1 by definition
+    const analysis::Request& request;
 
-    leastsquares::FreeSlots free() const { return leastsquares::freeSlots(typed.count, typed.fix); }
-    int countedPoints() const { return problem.pointCount() - uncountedPoints; }
+    leastsquares::FreeSlots free() const
+    {
+        return leastsquares::freeSlots(request.options.parameterCount, request.options.fix);
+    }
+    /// The ratio of the reference is 1 by definition, in the data as in every model, and cannot deviate.
+    int uncountedPoints() const { return analysis::methodOf(request) == models::Analysis::SternVolmer ? 1 : 0; }
+    int countedPoints() const { return problem.pointCount() - uncountedPoints(); }
 };
+
+/// The problem of a request, taking values in their real units. Decay curves may differ by roundings.
+std::unique_ptr<fit::Problem> realProblem(const analysis::Request& request);
 
 /// A search may leave the sizes that the parameters of a model usually have by this factor.
 inline constexpr double kLeave = 1000;

@@ -22,15 +22,15 @@ std::string listed(std::span<const std::string> names)
 }
 
 /// The end of the same analysis with more iterations and a lower tolerance.
-double sumOfLongerRun(fit::Problem& problem, const FinishedFit& finished)
+double sumOfLongerRun(const Task& task, const analysis::Result& result)
 {
     constexpr double kMoreIterations = 1000, kToleranceDivisor = 1000;
-    fit::Options options = finished.options;
-    options.iterationLimit += kMoreIterations;
-    options.tolerance /= kToleranceDivisor;
-    const double twice = 2 * finished.iterations * problem.pointCount() * (options.parameterCount + 1);
+    analysis::Request longer = task.request;
+    longer.options.iterationLimit += kMoreIterations;
+    longer.options.tolerance /= kToleranceDivisor;
+    const double twice = 2 * result.iterations * task.problem.pointCount() * (longer.options.parameterCount + 1);
     // The windows do not respond during this run, so a very long run is not repeated to its end.
-    return runEngine(problem, options, finished.start, std::clamp(twice, kEvaluations, 4 * kEvaluations)).sumOfSquares;
+    return runEngine({task.problem, longer}, std::clamp(twice, kEvaluations, 4 * kEvaluations)).sumOfSquares;
 }
 
 /// On a plateau, where constants have no effect, no direction leads down although the best fit may be far lower.
@@ -59,19 +59,19 @@ std::string verdictText(Verdict verdict, std::span<const std::string> undetermin
     return {};
 }
 
-Verdict judge(const Task& task, const FinishedFit& finished, const leastsquares::FreeSlots& undetermined)
+Verdict judge(const Task& task, const analysis::Result& result, const leastsquares::FreeSlots& undetermined)
 {
     constexpr double kLower = 1 - 1e-6; // a change above rounding
-    const double sum = leastsquares::sumOfSquares(task.problem, finished.values);
+    const double sum = leastsquares::sumOfSquares(task.problem, result.values);
     if (!std::isfinite(sum))
         return Verdict::NotDefined;
-    const double lowest = leastsquares::descend(task.problem, finished.values, task.free()).sumOfSquares;
+    const double lowest = leastsquares::descend(task.problem, result.values, task.free()).sumOfSquares;
     if (leastsquares::equallyGood(sum, lowest, task.problem.pointCount())) {
         if (undetermined.empty())
             return Verdict::AtMinimum;
         return isLowerElsewhere(task, sum) ? Verdict::NotAMinimum : Verdict::Undetermined;
     }
-    if (!finished.calculated && sumOfLongerRun(task.problem, finished) < sum * kLower)
+    if (result.fitted && sumOfLongerRun(task, result) < sum * kLower)
         return Verdict::StillMoving;
     return Verdict::NotAMinimum;
 }

@@ -20,16 +20,7 @@ enum class Verdict {
 /// The verdict as text; undetermined: names of the constants that the data do not determine.
 std::string verdictText(Verdict verdict, std::span<const std::string> undetermined);
 
-/// A finished analysis, or a calculation with given values, which had no run.
-struct FinishedFit {
-    fit::Options options;     // of the analysis
-    fit::Parameters start{};  // values in their real units
-    fit::Parameters values{}; // end of the run, same units; equal to start for a calculation
-    double iterations = 0;    // completed updates
-    bool calculated = false;
-};
-
 /// undetermined: the undetermined parameters at the end of the fit.
-Verdict judge(const Task& task, const FinishedFit& finished, const leastsquares::FreeSlots& undetermined);
+Verdict judge(const Task& task, const analysis::Result& result, const leastsquares::FreeSlots& undetermined);
 
 } // namespace trust

@@ -229,8 +229,8 @@ void TestEveryCommand::compareLeft(const QJsonObject& expected)
                             QString::number(grid->rows()), QString::number(cellsInUse(*grid))};
     QCOMPARE(shown, expected["shown"].toVariant().toStringList());
     QStringList left;
-    for (const analysis::Fitter* fitter :
-         {static_cast<analysis::Fitter*>(&program.SVAnalyzer), static_cast<analysis::Fitter*>(&program.DecayAnalyzer)})
+    for (const analysis::AnalyzerWindow* fitter :
+         std::initializer_list<const analysis::AnalyzerWindow*>{&program.SVAnalyzer, &program.DecayAnalyzer})
         left << text(fitter->getK()) << text(fitter->getF()) << text(fitter->getkq1()) << text(fitter->getkq2())
              << text(fitter->getkq22());
     QCOMPARE(left, expected["left"].toVariant().toStringList());

@@ -196,6 +196,14 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     QVERIFY(QGuiApplication::clipboard()->text().startsWith("Stern-Volmer Analysis, Model 1\r\nat a minimum\r\n"));
     QVERIFY(QGuiApplication::clipboard()->text().contains("\r\nkq2 /M-1s-1\t"));
 
+    // In log mode a value without a logarithm leaves the start where it was: the longer run begins there as well.
+    p.type("txtkq2", "1e9");
+    p.run("mnuCalcSternVolmer");
+    p.type("txtkq2", "-5");
+    p.type("txtIteration", "1");
+    p.run("mnuSternVolmerAnalysis");
+    QCOMPARE(p.verdict(), QString("still moving: raise the iteration limit or lower the tolerance"));
+
     p.control<QCheckBox>("Check1").click();
     p.run("mnuFindSternVolmerStart");
     QCOMPARE(p.found(), QString("All constants of this model are fixed."));

@@ -33,15 +33,9 @@ struct Line {
                                          askedUnclean = askedUnclean || inUse();
                                          return a[1] * point - point * (2.0 + 0.1 * (point % 2));
                                      }};
-    trust::Task task{problem, 1, {.count = 1, .values = {0, 1}, .fix = {}}};
+    analysis::Request request{.model = 1, .options = {.parameterCount = 1}, .values = {0, 1}};
+    trust::Task task{problem, request};
 };
-
-fit::Options lineOptions()
-{
-    fit::Options options;
-    options.parameterCount = 1;
-    return options;
-}
 
 bool paintAndGoOn()
 {
@@ -58,7 +52,7 @@ bool fitUnclean()
 {
     Line line;
     PaintingObserver observer;
-    fit::gaussNewton(line.problem, lineOptions(), {0, 1}, observer);
+    fit::gaussNewton(line.problem, line.request.options, {0, 1}, observer);
     return line.askedUnclean;
 }
 
@@ -72,15 +66,15 @@ bool searchUnclean()
 bool trialUnclean()
 {
     Line line;
-    trust::runEngine(line.problem, lineOptions(), {0, 1}, 1000, paintAndGoOn);
+    line.request.data = support::ratioPoints({0, 1, 2}, {1, 2.1, 2.9}, 1);
+    trust::runEngine(line.task, 1000, paintAndGoOn);
     return line.askedUnclean;
 }
 
 bool detailsUnclean()
 {
     Line line;
-    const std::vector<double> observed{2.1, 4, 6.3, 8};
-    trust::fitDetails(line.task, {.options = lineOptions(), .start = {0, 1}, .values = {0, 2}}, observed);
+    trust::fitDetails(line.task, {.values = {0, 2}});
     return line.askedUnclean;
 }
 
@@ -88,7 +82,7 @@ bool detailsUnclean()
 bool comparisonUnclean()
 {
     bool unclean = false, begun = false;
-    trust::compareModels(support::acridone(1), [&](double) {
+    trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), [&](double) {
         unclean = unclean || (begun && inUse());
         begun = true;
         return paintAndGoOn();
@@ -133,7 +127,7 @@ bool slowLawUnclean()
 
 bool ratioCurveUnclean()
 {
-    sternvolmer::RatioProblem problem = support::acridone(1).problem();
+    sternvolmer::RatioProblem problem(support::ratioPoints(support::acridoneRatios()), 1, 0, 50e-6);
     paint();
     problem.value(0.1, {0, 1e9});
     return inUse();
@@ -141,7 +135,7 @@ bool ratioCurveUnclean()
 
 bool ratioStatisticsUnclean()
 {
-    sternvolmer::RatioProblem problem = support::acridone(1).problem();
+    sternvolmer::RatioProblem problem(support::ratioPoints(support::acridoneRatios()), 1, 0, 50e-6);
     paint();
     problem.statistics({0, 1e9});
     return inUse();

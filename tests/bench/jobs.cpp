@@ -2,6 +2,7 @@
 
 #include "tests/bench/literallaws.h"
 
+#include <algorithm>
 #include <cassert>
 #include <random>
 #include <vector>
@@ -118,16 +119,10 @@ const RatioJob& ratioJob(int number)
 
 sternvolmer::RatioProblem problemOf(const RatioJob& job)
 {
-    sternvolmer::RatioProblem problem;
-    problem.setModel(job.model);
-    problem.setTauZero(job.tau0);
-    problem.setConcentrationofProbe(kProbe);
-    problem.setDatanumber(kSamples);
-    for (int i = 1; i <= kSamples; ++i) {
-        problem.setDX(job.x[static_cast<std::size_t>(i)], i);
-        problem.setDY(job.y[static_cast<std::size_t>(i)], i);
-    }
-    return problem;
+    sternvolmer::RatioPoints points{.count = kSamples, .tau0 = job.tau0};
+    std::copy(job.x.begin(), job.x.end(), points.conc.begin());
+    std::copy(job.y.begin(), job.y.end(), points.ratio.begin());
+    return {points, job.model, 0, kProbe};
 }
 
 } // namespace bench

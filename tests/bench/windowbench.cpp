@@ -1,10 +1,10 @@
+#include "analysis/decayanalyzer.h"
+#include "analysis/sternvolmeranalyzer.h"
 #include "app/sessiontext.h"
-#include "decay/analyzerwindow.h"
 #include "decay/curvefit.h"
 #include "plot/decaycharts.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
-#include "sternvolmer/analyzerwindow.h"
 #include "tests/bench/jobs.h"
 #include "ui/prompter.h"
 
@@ -44,12 +44,12 @@ void configure(analysis::AnalyzerWindow& analyzer, const bench::Job& job)
     analyzer.setAboveZero(1, 1, 1);
 }
 
-void setData(decay::frmDecayCurveAnalyzer& analyzer, const bench::DecayJob& job)
+void setData(analysis::frmDecayCurveAnalyzer& analyzer, const bench::DecayJob& job)
 {
     analyzer.setSampleData(job.samples);
 }
 
-void setData(sternvolmer::frmSternVolmerAnalyzer& analyzer, const bench::RatioJob& job)
+void setData(analysis::frmSternVolmerAnalyzer& analyzer, const bench::RatioJob& job)
 {
     analyzer.setTauZero(job.tau0);
     analyzer.setDatanumber(bench::kSamples);
@@ -90,25 +90,25 @@ void fitBesideWindow(benchmark::State& state, const bench::Job& job, Problem pro
 
 void decayFitInWindow(benchmark::State& state, int number, double endlessIterations)
 {
-    fitInWindow<decay::frmDecayCurveAnalyzer>(state, windowJob(bench::decayJob(number), endlessIterations));
+    fitInWindow<analysis::frmDecayCurveAnalyzer>(state, windowJob(bench::decayJob(number), endlessIterations));
 }
 
 void decayFitBesideWindow(benchmark::State& state, int number, double endlessIterations)
 {
     const bench::DecayJob job = windowJob(bench::decayJob(number), endlessIterations);
-    fitBesideWindow<decay::frmDecayCurveAnalyzer>(
+    fitBesideWindow<analysis::frmDecayCurveAnalyzer>(
         state, job, decay::DecayProblem(job.samples, job.model, 0, bench::kProbe), decay::fitCurves);
 }
 
 void ratioFitInWindow(benchmark::State& state, int number, double endlessIterations)
 {
-    fitInWindow<sternvolmer::frmSternVolmerAnalyzer>(state, windowJob(bench::ratioJob(number), endlessIterations));
+    fitInWindow<analysis::frmSternVolmerAnalyzer>(state, windowJob(bench::ratioJob(number), endlessIterations));
 }
 
 void ratioFitBesideWindow(benchmark::State& state, int number, double endlessIterations)
 {
     const bench::RatioJob job = windowJob(bench::ratioJob(number), endlessIterations);
-    fitBesideWindow<sternvolmer::frmSternVolmerAnalyzer>(state, job, bench::problemOf(job), fit::gaussNewton);
+    fitBesideWindow<analysis::frmSternVolmerAnalyzer>(state, job, bench::problemOf(job), fit::gaussNewton);
 }
 
 void drawDecayChart(benchmark::State& state)

@@ -1,3 +1,4 @@
+#include "app/panelrequest.h"
 #include "decay/curvefit.h"
 #include "fit/report.h"
 #include "tests/support/decaysessions.h"
@@ -44,14 +45,12 @@ struct Job {
 
 Job jobOf(const support::TypedSheet& sheet, int FitRegionMode, const app::PanelState& panel)
 {
-    const app::StartParameters start = app::startParameters(panel, models::Analysis::Decay);
-    return {.samples = support::tableFrom(sheet, FitRegionMode),
+    const decay::SampleTable samples = support::tableFrom(sheet, FitRegionMode);
+    const analysis::Request request = app::requestOf(app::panelValues(panel), 0, {.data = samples});
+    return {.samples = samples,
             .model = panel.Model,
-            .options = {.parameterCount = start.count,
-                        .fix = start.fix,
-                        .aboveZero = start.aboveZero,
-                        .unitStepForZero = true},
-            .start = start.values};
+            .options = analysis::engineOptions(request),
+            .start = analysis::startParameters(request)};
 }
 
 Job randomJob(std::uint64_t seed, bool nearStart, bool fixBoxes)

@@ -1,6 +1,7 @@
+#include "app/panelrequest.h"
+#include "sternvolmer/ratiodata.h"
 #include "tests/fuzz/sheet.h"
 #include "trust/fitdetails.h"
-#include "trust/ratiotask.h"
 #include "trust/startsearch.h"
 
 #include <cmath>
@@ -36,17 +37,18 @@ trust::SearchResult checkSearch(const trust::Task& task)
     for (const leastsquares::Solution& solution : found.solutions) {
         check(solution.sumOfSquares == leastsquares::sumOfSquares(task.problem, solution.values));
         check(std::isfinite(solution.sumOfSquares));
-        for (std::size_t slot = 1; slot <= static_cast<std::size_t>(task.typed.count); ++slot)
-            check(task.typed.fix[slot] == 1 ? solution.values[slot] == task.typed.values[slot]
-                                            : std::isfinite(solution.values[slot]) && solution.values[slot] > 0);
+        const fit::Options& options = task.request.options;
+        for (std::size_t slot = 1; slot <= static_cast<std::size_t>(options.parameterCount); ++slot)
+            check(options.fix[slot] == 1 ? solution.values[slot] == task.request.values[slot]
+                                         : std::isfinite(solution.values[slot]) && solution.values[slot] > 0);
     }
     return found;
 }
 
-void checkDetails(const trust::RatioInput& input, const trust::Task& task, const trust::FinishedFit& finished)
+void checkDetails(const trust::Task& task, const analysis::Result& result)
 {
-    const trust::FitDetails details = trust::fitDetails(task, finished, input.observed());
-    check(details.residuals.size() == static_cast<std::size_t>(input.data.samples.SampleCount));
+    const trust::FitDetails details = trust::fitDetails(task, result);
+    check(details.residuals.size() == static_cast<std::size_t>(task.problem.pointCount()));
     for (const double error : details.uncertainty.standardError)
         check(error >= 0);
     for (const auto& row : details.uncertainty.correlation)
@@ -58,31 +60,29 @@ void checkDetails(const trust::RatioInput& input, const trust::Task& task, const
 
 } // namespace
 
-/// Any sheet and panel go through the start search. The details of a fit are taken at the typed values, at the end of
-/// the engine's run from there, and at the values found.
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+/// Any sheet and panel go through the start search. The details of a fit are taken at the typed values and at the end
+/// of the run from the values found.
+int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
 {
-    fuzz::Input bytes(data, size);
-    trust::RatioInput input;
-    input.logMode = bytes.takeUpTo(1);
-    input.panel = takePanel(bytes);
-    input.data = sternvolmer::readSternVolmerData(fuzz::takeSheet(bytes, kSamples));
-    if (!input.data.complete)
+    fuzz::Input bytes(input, size);
+    const int logMode = bytes.takeUpTo(1);
+    const app::PanelState panel = takePanel(bytes);
+    sternvolmer::RatioData data = sternvolmer::readSternVolmerData(fuzz::takeSheet(bytes, kSamples));
+    if (!data.complete)
         return 0;
-    sternvolmer::computeRatios(input.data);
-    sternvolmer::RatioProblem problem = input.problem();
-    const trust::Task task = input.task(problem);
+    sternvolmer::computeRatios(data);
+    analysis::Request request = app::requestOf(app::panelValues(panel), logMode, {.data = sternvolmer::pointsOf(data)});
+    const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
+    const trust::Task task{*problem, request};
+    const fit::Parameters typed = request.values;
     const trust::SearchResult found = checkSearch(task);
 
-    trust::FinishedFit fit{.options = trust::engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode)};
-    fit.start = found.solutions.empty() ? task.typed.values : found.solutions.front().values;
-    const trust::EngineRun run = trust::runEngine(problem, fit.options, fit.start);
-    fit.values = run.values;
-    fit.iterations = run.outcome.iterations;
-    fuzz::fits += run.outcome.iterations > 0;
-    checkDetails(input, task, fit);
-    fit.values = fit.start = task.typed.values;
-    fit.calculated = true;
-    checkDetails(input, task, fit);
+    if (!found.solutions.empty())
+        request.values = found.solutions.front().values;
+    const trust::EngineRun run = trust::runEngine(task);
+    fuzz::fits += run.result.iterations > 0;
+    checkDetails(task, run.result);
+    request.values = typed;
+    checkDetails(task, {.values = typed});
     return 0;
 }

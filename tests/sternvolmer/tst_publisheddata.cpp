@@ -24,16 +24,7 @@ struct Run : support::FitRun {
 
 Run fitted(const PublishedRatios& set, int model, int logMode, const Values& start, support::StopRule stop)
 {
-    sternvolmer::RatioProblem problem;
-    problem.setLogMode(logMode);
-    problem.setModel(model);
-    problem.setTauZero(set.tau0);
-    problem.setConcentrationofProbe(fit::numberFrom(set.Cp));
-    problem.setDatanumber(static_cast<double>(set.conc.size()));
-    for (std::size_t i = 0; i < set.conc.size(); ++i) {
-        problem.setDX(set.conc[i], static_cast<int>(i) + 1);
-        problem.setDY(set.ratio[i], static_cast<int>(i) + 1);
-    }
+    sternvolmer::RatioProblem problem(support::ratioPoints(set), model, logMode, fit::numberFrom(set.Cp));
     const support::FitRun run = support::runFit(problem, logMode, start, stop);
     return {run, problem.statistics(run.outcome.parameters).residualSum};
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "sternvolmer/ratiopoints.h"
+
+#include <algorithm>
 #include <vector>
 
 namespace support
@@ -29,6 +32,21 @@ inline PublishedRatios acridoneRatios()
 inline PublishedRatios hFis1Ratios()
 {
     return {{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779}, 3e-9, "10e-6"};
+}
+
+/// Ratios with one lifetime, s, as an analysis takes them.
+inline sternvolmer::RatioPoints ratioPoints(const std::vector<double>& conc, const std::vector<double>& ratio,
+                                            double tau0)
+{
+    sternvolmer::RatioPoints points{.count = static_cast<int>(conc.size()), .tau0 = tau0};
+    std::copy(conc.begin(), conc.end(), points.conc.begin() + 1);
+    std::copy(ratio.begin(), ratio.end(), points.ratio.begin() + 1);
+    return points;
+}
+
+inline sternvolmer::RatioPoints ratioPoints(const PublishedRatios& set)
+{
+    return ratioPoints(set.conc, set.ratio, set.tau0);
 }
 
 } // namespace support

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/panelrequest.h"
 #include "models/catalogue.h"
 #include "tests/support/publishedratios.h"
-#include "trust/ratiotask.h"
 
 #include <cmath>
 #include <random>
@@ -11,34 +11,32 @@
 namespace support
 {
 
-/// The input of an analysis of given ratios with one lifetime and a probe concentration.
-inline trust::RatioInput ratioInput(int model, const std::vector<double>& conc, const std::vector<double>& ratio,
-                                    double tau0, const std::string& Cp = "50e-6")
+/// What the panel asks of ratios in normal mode.
+inline analysis::Request ratioRequest(const app::PanelState& panel, const sternvolmer::RatioPoints& points)
 {
-    trust::RatioInput input;
-    input.panel.Model = model;
-    input.panel.Cp = Cp;
-    input.data.complete = true;
-    input.data.tau0 = tau0;
-    input.data.samples.SampleCount = static_cast<int>(conc.size());
-    for (std::size_t i = 0; i < conc.size(); ++i) {
-        input.data.samples.SampleData[i + 1].Conc = conc[i];
-        input.data.samples.SampleData[i + 1].SVRatio = ratio[i];
-    }
-    return input;
+    return app::requestOf(app::panelValues(panel), 0, {.data = points});
 }
 
-inline trust::RatioInput ratioInput(int model, const PublishedRatios& set)
+inline analysis::Request ratioRequest(const PublishedRatios& set, app::PanelState panel)
 {
-    return ratioInput(model, set.conc, set.ratio, set.tau0, set.Cp);
+    panel.Cp = set.Cp;
+    return ratioRequest(panel, ratioPoints(set));
 }
 
-inline trust::RatioInput acridone(int model) { return ratioInput(model, acridoneRatios()); }
-inline trust::RatioInput hFis1(int model) { return ratioInput(model, hFis1Ratios()); }
+/// Of the default panel, in the order of the models.
+inline std::vector<analysis::Request> allModels(const sternvolmer::RatioPoints& points)
+{
+    return app::requestsOfAllModels(app::panelValues({}), 0, {.data = points});
+}
+
+inline app::PanelState panelOf(int model) { return {.Model = model}; }
+inline analysis::Request acridone(const app::PanelState& panel) { return ratioRequest(acridoneRatios(), panel); }
+inline analysis::Request acridone(int model) { return acridone(panelOf(model)); }
+inline analysis::Request hFis1(int model) { return ratioRequest(hFis1Ratios(), panelOf(model)); }
 
 /// Ratios of a model with noise, and the constants from which they were made.
 struct SimulatedRatios {
-    trust::RatioInput input;
+    sternvolmer::RatioPoints points;
     fit::Parameters constants{};
 };
 
@@ -72,7 +70,7 @@ inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, do
         const double exact = models::ratio(model, conc.back(), {tau0, 50e-6, simulated.constants});
         ratio.push_back(i == 0 ? 1 : exact * (1 + error(generator)));
     }
-    simulated.input = ratioInput(model, conc, ratio, tau0);
+    simulated.points = ratioPoints(conc, ratio, tau0);
     return simulated;
 }
 

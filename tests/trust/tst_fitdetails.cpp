@@ -1,5 +1,7 @@
 #include "trust/detailstext.h"
 
+#include "sternvolmer/ratioproblem.h"
+#include "tests/support/callableproblem.h"
 #include "tests/support/ratiosets.h"
 #include "trust/startsearch.h"
 
@@ -14,28 +16,27 @@ namespace
 
 constexpr double kHandCalculation = 1e-9;
 
-FinishedFit ended(const RatioInput& input, const fit::Parameters& start)
+analysis::Request startingFrom(analysis::Request request, const fit::Parameters& values)
 {
-    sternvolmer::RatioProblem problem = input.problem();
-    const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
-    const EngineRun run = runEngine(problem, options, start);
-    return {.options = options, .start = start, .values = run.values, .iterations = run.outcome.iterations};
+    request.values = values;
+    return request;
 }
 
-FitDetails detailsOf(const RatioInput& input, const FinishedFit& finished)
+FitDetails detailsOfFit(const analysis::Request& request)
 {
-    sternvolmer::RatioProblem problem = input.problem();
-    return fitDetails(input.task(problem), finished, input.observed());
+    support::PatientObserver patient;
+    return fitDetails(request, analysis::run(request, patient));
 }
 
-FitDetails detailsAtOptimum(const RatioInput& input, const fit::Parameters& start)
+FitDetails detailsAt(const analysis::Request& request, const fit::Parameters& values)
 {
-    sternvolmer::RatioProblem problem = input.problem();
-    FinishedFit finished;
-    finished.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0);
-    const leastsquares::FreeSlots free = leastsquares::freeSlots(finished.options.parameterCount, finished.options.fix);
-    finished.start = finished.values = leastsquares::descend(problem, start, free).values;
-    return detailsOf(input, finished);
+    return fitDetails(request, {.values = values});
+}
+
+FitDetails detailsAtOptimum(const analysis::Request& request, const fit::Parameters& start)
+{
+    const std::unique_ptr<fit::Problem> problem = realProblem(request);
+    return detailsAt(request, leastsquares::descend(*problem, start, Task{*problem, request}.free()).values);
 }
 
 } // namespace
@@ -80,9 +81,10 @@ void TestFitDetails::agreesWithPublishedErrors()
     QFETCH(double, KError);
     QFETCH(double, KDError);
     constexpr double kTwoDigits = 0.05; // as they are given
-    const RatioInput input = iodide ? support::acridone(model) : support::hFis1(model);
+    const analysis::Request request = iodide ? support::acridone(model) : support::hFis1(model);
     const bool hasK = KError != 0;
-    const FitDetails details = detailsAtOptimum(input, hasK ? fit::Parameters{0, 1, 3e9, 0} : fit::Parameters{0, 3e9});
+    const FitDetails details =
+        detailsAtOptimum(request, hasK ? fit::Parameters{0, 1, 3e9, 0} : fit::Parameters{0, 3e9});
     const int constants = (hasK ? 1 : 0) + (KDError != 0 ? 1 : 0);
     QCOMPARE(details.pointCount, 7);
     QCOMPARE(details.uncertainty.degreesOfFreedom, 6 - constants);
@@ -90,7 +92,8 @@ void TestFitDetails::agreesWithPublishedErrors()
     if (hasK)
         QVERIFY(std::abs(details.uncertainty.standardError[1] * counted / KError - 1) < kTwoDigits);
     if (KDError != 0) {
-        const double error = details.uncertainty.standardError[hasK ? 2 : 1] * input.data.tau0;
+        const double error =
+            details.uncertainty.standardError[hasK ? 2 : 1] * std::get<sternvolmer::RatioPoints>(request.data).tau0;
         QVERIFY2(std::abs(error * counted / KDError - 1) < kTwoDigits, QByteArray::number(error * counted));
     }
     QVERIFY(details.verdict == Verdict::AtMinimum);
@@ -99,10 +102,9 @@ void TestFitDetails::agreesWithPublishedErrors()
 // Ratios 1, 2.1, 2.9, 4.2 at 0, 1, 2, 3 M with a slope of 1.05: residuals 0, 0.05, -0.2, 0.05, their squares 0.045.
 void TestFitDetails::givesTheFiguresOfALine()
 {
-    const RatioInput input = support::ratioInput(1, {0, 1, 2, 3}, {1, 2.1, 2.9, 4.2}, 1);
-    FinishedFit finished{.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0), .calculated = true};
-    finished.start = finished.values = {0, 1.05, 0, 0};
-    const FitDetails details = detailsOf(input, finished);
+    const analysis::Request request =
+        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 1, 2, 3}, {1, 2.1, 2.9, 4.2}, 1));
+    const FitDetails details = detailsAt(request, {0, 1.05});
     const auto near = [](double value, double expected) { return std::abs(value - expected) < kHandCalculation; };
     QVERIFY(near(details.residuals[1], 0.05));
     QVERIFY(near(details.residuals[2], -0.2));
@@ -115,30 +117,28 @@ void TestFitDetails::givesTheFiguresOfALine()
     const TextTable figures = detailsText(details, labels).figures;
     QCOMPARE(figures[7][1], std::string("3 (2 points above, 1 below)"));
     QCOMPARE(figures[8][1], std::string("100.0 %"));
-    finished.values[1] = 0.9; // all points above
-    QCOMPARE(detailsText(detailsOf(input, finished), labels).figures[7][1],
-             std::string("no runs test, all have the same sign"));
+    const FitDetails allPointsAbove = detailsAt(request, {0, 0.9});
+    QCOMPARE(detailsText(allPointsAbove, labels).figures[7][1], std::string("no runs test, all have the same sign"));
     QVERIFY(near(*correctedAkaike(0.045, 6, 1), 6 * std::log(0.0075) + 4 + 12.0 / 3));
 }
 
 void TestFitDetails::judgesWhereAFitEnded()
 {
-    RatioInput input = support::acridone(3);
-    const FitDetails slow = detailsOf(input, ended(input, {0, 2, 5e9, 0}));
-    QVERIFY(slow.verdict == Verdict::StillMoving);
-    input.panel.iteration = "5000";
-    input.panel.tolerance = "1e-9";
-    QVERIFY(detailsOf(input, ended(input, {0, 2, 5e9, 0})).verdict == Verdict::AtMinimum);
+    const fit::Parameters start{0, 2, 5e9, 0};
+    QVERIFY(detailsOfFit(startingFrom(support::acridone(3), start)).verdict == Verdict::StillMoving);
+    const analysis::Request patient = support::acridone({.tolerance = "1e-9", .iteration = "5000", .Model = 3});
+    QVERIFY(detailsOfFit(startingFrom(patient, start)).verdict == Verdict::AtMinimum);
 
-    RatioInput dynamic = support::acridone(1);
-    dynamic.logMode = 1; // from the default panel the engine ends on a plateau
-    QVERIFY(detailsOf(dynamic, ended(dynamic, {0, 1e6, 0, 0})).verdict == Verdict::NotAMinimum);
+    analysis::Request dynamic = support::acridone({.kq2 = "1e6", .Model = 1});
+    dynamic.options.logMode = 1; // from the default panel the engine ends on a plateau
+    QVERIFY(detailsOfFit(dynamic).verdict == Verdict::NotAMinimum);
 }
 
 void TestFitDetails::judgesACalculation()
 {
-    const RatioInput line = support::ratioInput(1, {0, 1, 2, 3}, {1, 2, 3, 4}, 1);
-    const std::tuple<RatioInput, fit::Parameters, Verdict> cases[]{
+    const analysis::Request line =
+        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1));
+    const std::tuple<analysis::Request, fit::Parameters, Verdict> cases[]{
         {support::acridone(1), {0, 154.055 / 17.6e-9}, Verdict::AtMinimum},
         {support::acridone(1), {0, 1e9}, Verdict::NotAMinimum},
         {support::acridone(3), {0, 1e-12, 1e-20}, Verdict::NotAMinimum}, // so small that the law is flat far around
@@ -146,23 +146,19 @@ void TestFitDetails::judgesACalculation()
         // Sums of 2.2e-12 and 5e-12 for four points: a millionth a point is below what any instrument sees.
         {line, {0, 1 + 4e-7}, Verdict::AtMinimum},
         {line, {0, 1 + 6e-7}, Verdict::NotAMinimum}};
-    for (const auto& [input, values, verdict] : cases) {
-        const FitDetails details =
-            detailsOf(input, {.options = engineOptions(input.panel, models::Analysis::SternVolmer, 0),
-                              .start = values,
-                              .values = values,
-                              .calculated = true});
+    for (const auto& [request, values, verdict] : cases) {
+        const FitDetails details = detailsAt(request, values);
         QVERIFY(details.verdict == verdict);
-        const std::string remarks =
-            detailsText(details, {models::Analysis::SternVolmer, input.panel.Model, {}}).remarks;
+        const std::string remarks = detailsText(details, labelsOf(request)).remarks;
         QCOMPARE(remarks.find("rough guide") != std::string::npos, verdict == Verdict::NotAMinimum);
     }
 }
 
 void TestFitDetails::namesWhatTheDataDoNotDetermine()
 {
-    const RatioInput input = support::simulatedRatios(11, 1, 8, 0.01).input;
-    const FitDetails details = detailsAtOptimum(input, {0, 100, 1e6, 0});
+    const analysis::Request request =
+        support::ratioRequest(support::panelOf(11), support::simulatedRatios(11, 1, 8, 0.01).points);
+    const FitDetails details = detailsAtOptimum(request, {0, 100, 1e6, 0});
     QVERIFY(details.verdict == Verdict::Undetermined);
     const DetailsText text = detailsText(details, {models::Analysis::SternVolmer, 11, {}});
     QCOMPARE(text.constants[1], (std::vector<std::string>{"K /M-1", text.constants[1][1], "not determined", "", ""}));
@@ -220,12 +216,11 @@ void TestFitDetails::intervalsCoverTheTruth()
         std::vector<double> ratio{1};
         for (std::size_t i = 1; i < conc.size(); ++i)
             ratio.push_back(exact(conc[i]) + noise(generator));
-        const RatioInput input = support::ratioInput(model, conc, ratio, kTau0);
-        sternvolmer::RatioProblem problem = input.problem();
+        sternvolmer::RatioProblem problem(support::ratioPoints(conc, ratio, kTau0), model, 0, 50e-6);
         const leastsquares::FreeSlots free = leastsquares::freeSlots(static_cast<int>(count), {});
         const leastsquares::Minimum minimum = leastsquares::descend(problem, constants, free);
         const leastsquares::Uncertainty uncertainty =
-            leastsquares::uncertaintyOf(problem, minimum.values, free, problem.pointCount() - kUncountedRatios);
+            leastsquares::uncertaintyOf(problem, minimum.values, free, problem.pointCount() - 1);
         for (std::size_t j = 1; j <= count; ++j)
             if (std::abs(minimum.values[j] - constants[j]) <= uncertainty.halfWidth[j])
                 ++covered[j];

@@ -15,19 +15,19 @@ namespace
 
 constexpr double kPublishedDigits = 2e-4; // the independent optima have about five digits
 
-SearchResult searched(const RatioInput& input)
+SearchResult searched(const analysis::Request& request)
 {
-    sternvolmer::RatioProblem problem = input.problem();
-    return searchStart(input.task(problem));
+    const std::unique_ptr<fit::Problem> problem = realProblem(request);
+    return searchStart({*problem, request});
 }
 
-EngineStart startFor(const RatioInput& input, const leastsquares::Solution& solution)
+EngineStart startFor(const analysis::Request& request, const leastsquares::Solution& solution)
 {
-    sternvolmer::RatioProblem problem = input.problem();
-    const fit::Options options = engineOptions(input.panel, models::Analysis::SternVolmer, input.logMode);
-    return engineStart(problem, options, leastsquares::freeSlots(options.parameterCount, options.fix),
-                       {solution.values, solution.sumOfSquares});
+    const std::unique_ptr<fit::Problem> problem = realProblem(request);
+    return engineStart({*problem, request}, {solution.values, solution.sumOfSquares});
 }
+
+double tau0Of(const analysis::Request& request) { return std::get<sternvolmer::RatioPoints>(request.data).tau0; }
 
 } // namespace
 
@@ -51,13 +51,13 @@ void TestStartSearch::findsPublishedOptima()
     for (const QStringList& row : support::dataRows("ratiooptima.txt")) {
         const int model = row[1].toInt();
         const double K = row[2].toDouble(), KD = row[3].toDouble(), residualSum = row[4].toDouble();
-        const RatioInput input = row[0] == "acridone" ? support::acridone(model) : support::hFis1(model);
-        const leastsquares::Solution best = searched(input).solutions.front();
+        const analysis::Request request = row[0] == "acridone" ? support::acridone(model) : support::hFis1(model);
+        const leastsquares::Solution best = searched(request).solutions.front();
         QVERIFY2(std::abs(best.sumOfSquares / residualSum - 1) < kPublishedDigits, qPrintable(row.join(' ')));
         if (K != 0)
             QVERIFY2(std::abs(best.values[1] / K - 1) < kPublishedDigits, qPrintable(row.join(' ')));
         if (KD != 0)
-            QVERIFY2(std::abs(best.values[K != 0 ? 2 : 1] * input.data.tau0 / KD - 1) < kPublishedDigits,
+            QVERIFY2(std::abs(best.values[K != 0 ? 2 : 1] * tau0Of(request) / KD - 1) < kPublishedDigits,
                      qPrintable(row.join(' ')));
     }
 }
@@ -79,19 +79,20 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
     constexpr double kNoise = 0.01, kShare = 0.98;
     int determined = 0, reached = 0, missed = 0;
     for (unsigned seed = 0; seed < kSets; ++seed) {
-        support::SimulatedRatios simulated = support::simulatedRatios(model, seed, kSamples, kNoise);
-        sternvolmer::RatioProblem problem = simulated.input.problem();
-        const SearchResult found = searched(simulated.input);
+        const support::SimulatedRatios simulated = support::simulatedRatios(model, seed, kSamples, kNoise);
+        analysis::Request request = support::ratioRequest(support::panelOf(model), simulated.points);
+        const std::unique_ptr<fit::Problem> problem = realProblem(request);
+        const SearchResult found = searched(request);
         QVERIFY(!found.solutions.empty());
         const leastsquares::Solution& best = found.solutions.front();
         const leastsquares::FreeSlots free = leastsquares::freeSlots(models::row(model).parameterCount(), {});
-        const double lowest = leastsquares::descend(problem, simulated.constants, free).sumOfSquares;
+        const double lowest = leastsquares::descend(*problem, simulated.constants, free).sumOfSquares;
         missed += best.sumOfSquares > lowest * (1 + leastsquares::kEquallyGood) ? 1 : 0;
         for (int logMode : {0, 1}) {
-            simulated.input.logMode = logMode;
+            request.options.logMode = logMode;
             const bool counts = best.undetermined.empty();
             determined += counts ? 1 : 0;
-            reached += counts && startFor(simulated.input, best).leadsToMinimum ? 1 : 0;
+            reached += counts && startFor(request, best).leadsToMinimum ? 1 : 0;
         }
     }
     qInfo("model %d: the engine ends at the optimum in %d of %d determined cases", model, reached, determined);
@@ -104,11 +105,9 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
 // If the last constant is fixed off its optimum, the engine's triangular steps miss the optimum of the others.
 void TestStartSearch::saysWhereTheEngineCannotStay()
 {
-    RatioInput input = support::acridone(6);
-    input.panel.kq2 = "4.5e9";
-    input.panel.FixKq2 = 1;
-    const leastsquares::Solution best = searched(input).solutions.front();
-    const EngineStart start = startFor(input, best);
+    const analysis::Request request = support::acridone({.kq2 = "4.5e9", .Model = 6, .FixKq2 = 1});
+    const leastsquares::Solution best = searched(request).solutions.front();
+    const EngineStart start = startFor(request, best);
     QVERIFY(!start.leadsToMinimum);
     QVERIFY(start.reached > best.sumOfSquares * (1 + leastsquares::kEquallyGood));
     QVERIFY(std::abs(start.values[1] / best.values[1] - 1) < kPublishedDigits); // the values are the optimum
@@ -118,30 +117,30 @@ void TestStartSearch::saysWhereTheEngineCannotStay()
 // dark complex with collisions is nearly the same with K and kq2 tau0 exchanged.
 void TestStartSearch::givesEverySolutionThatIsEquallyGood()
 {
-    const SearchResult sites = searched(support::simulatedRatios(12, 1, 8, 0.01).input);
+    const SearchResult sites =
+        searched(support::ratioRequest(support::panelOf(12), support::simulatedRatios(12, 1, 8, 0.01).points));
     QCOMPARE(sites.solutions.size(), std::size_t{2});
     const fit::Parameters &a = sites.solutions[0].values, &b = sites.solutions[1].values;
     QVERIFY(std::abs(a[1] * b[1] - 1) < kPublishedDigits);
     QVERIFY(std::abs(a[2] / b[3] - 1) < kPublishedDigits);
     QVERIFY(std::abs(a[3] / b[2] - 1) < kPublishedDigits);
 
-    const RatioInput iodide = support::acridone(3);
+    const analysis::Request iodide = support::acridone(3);
     const SearchResult complex = searched(iodide);
     QCOMPARE(complex.solutions.size(), std::size_t{2});
     constexpr double kDilute = 2e-3; // K times the probe concentration
     const fit::Parameters& exchanged = complex.solutions[1].values;
     QVERIFY(std::abs(exchanged[1] / 84.4383 - 1) < kDilute);
-    QVERIFY(std::abs(exchanged[2] * iodide.data.tau0 / 1.24126 - 1) < kDilute);
+    QVERIFY(std::abs(exchanged[2] * tau0Of(iodide) / 1.24126 - 1) < kDilute);
 }
 
 // Only the product of the constants shows in the eleventh law while the probe is dilute.
 void TestStartSearch::oneSolutionStandsForWhatIsNotDetermined()
 {
-    RatioInput input = support::simulatedRatios(11, 1, 8, 0.01).input;
+    const sternvolmer::RatioPoints points = support::simulatedRatios(11, 1, 8, 0.01).points;
     std::vector<double> products;
     for (const char* typed : {"1", "1e3"}) {
-        input.panel.K = typed;
-        const SearchResult found = searched(input);
+        const SearchResult found = searched(support::ratioRequest({.K = typed, .Model = 11}, points));
         QCOMPARE(found.solutions.size(), std::size_t{1});
         QCOMPARE(found.solutions[0].undetermined, (leastsquares::FreeSlots{1, 2}));
         products.push_back(found.solutions[0].values[1] * found.solutions[0].values[2]);
@@ -152,23 +151,18 @@ void TestStartSearch::oneSolutionStandsForWhatIsNotDetermined()
 
 void TestStartSearch::keepsFixedConstants()
 {
-    RatioInput input = support::acridone(3);
-    input.panel.kq2 = "4.94e9";
-    input.panel.FixKq2 = 1;
-    const leastsquares::Solution best = searched(input).solutions.front();
+    const analysis::Request request = support::acridone({.kq2 = "4.94e9", .Model = 3, .FixKq2 = 1});
+    const leastsquares::Solution best = searched(request).solutions.front();
     QCOMPARE(best.values[2], 4.94e9);
     QVERIFY(best.values[1] > 1 && best.values[1] < 1.3); // published with this kq2: 1.19
 }
 
 void TestStartSearch::startsFromValuesWithoutLogarithm()
 {
-    RatioInput input = support::acridone(3);
-    input.panel.K = "-5";
-    input.panel.kq2 = "none";
-    const SearchResult found = searched(input);
+    const SearchResult found = searched(support::acridone({.kq2 = "none", .K = "-5", .Model = 3}));
     QVERIFY(std::abs(found.solutions.front().sumOfSquares / 4.05796 - 1) < kPublishedDigits);
-    input.panel.K = "0"; // the law of the complex cannot be evaluated there
-    QVERIFY(std::isinf(searched(input).typedSum));
+    // the law of the complex cannot be evaluated at K = 0
+    QVERIFY(std::isinf(searched(support::acridone({.kq2 = "none", .K = "0", .Model = 3})).typedSum));
 }
 
 QTEST_APPLESS_MAIN(TestStartSearch)

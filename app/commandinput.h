@@ -1,0 +1,23 @@
+#pragma once
+
+#include "app/panelvalues.h"
+#include "app/sharedstate.h"
+#include "app/sheettext.h"
+#include "ui/prompter.h"
+
+namespace app
+{
+
+inline constexpr int kAnalyzerTop = 5000, kAnalyzerLeft = 7000, kAnalyzerHeight = 4250, kAnalyzerWidth = 3200; // twips
+inline constexpr int kSurfaceSize = 5000; // initial size of a plot window, twips
+
+/// The objects from which all commands read what was typed, and through which they report what is wrong with it; all
+/// must outlive the commands.
+struct CommandInput {
+    SheetText& sheet;
+    const Panel& panel;
+    SharedState& shared;
+    ui::Prompter& prompter;
+};
+
+} // namespace app

@@ -1,0 +1,217 @@
+#include "app/trustcommands.h"
+
+#include "analysis/messages.h"
+#include "app/panelrequest.h"
+#include "app/panelstarts.h"
+#include "sternvolmer/ratiodata.h"
+#include "ui/twips.h"
+
+#include <QScopedValueRollback>
+#include <QScreen>
+
+#include <algorithm>
+#include <cassert>
+
+namespace app
+{
+namespace
+{
+
+/// The place of a window in twips: beside or below the main window, or over it if the screen is too narrow.
+struct Place {
+    int top, left;
+    int crampedTop, crampedLeft;
+    int height, width;
+};
+constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9000, 7400};
+constexpr Place kStartsPlace{9450, 16350, 2000, 3000, 5400, 7400}; // below the details, beside the boxes
+constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 6600, 17250};
+
+/// Places a window that is not visible yet, and always brings it to the front.
+void showInFront(QWidget& window, const Place& place)
+{
+    constexpr int kTitleBar = 450, kBorders = 150; // twips, about
+    const QSize screen = window.screen()->availableSize();
+    const int roomWide = ui::toTwips(screen.width()) - kBorders, roomHigh = ui::toTwips(screen.height()) - kTitleBar;
+    constexpr double kUsualPoints = 9; // font size for which the places are designed
+    const double growth = std::max(1.0, window.font().pointSizeF() / kUsualPoints);
+    const int width = std::min(static_cast<int>(growth * place.width), roomWide);
+    const int height = std::min(static_cast<int>(growth * place.height), roomHigh);
+    const bool wide = place.left + width <= roomWide;
+    if (!window.isVisible())
+        ui::placeAndShow(window, std::min(wide ? place.top : place.crampedTop, roomHigh - height),
+                         std::min(wide ? place.left : place.crampedLeft, roomWide - width), height, width);
+    ui::bringToFront(window);
+}
+
+} // namespace
+
+TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, const Windows& windows,
+                             const Analyzers& analyzers)
+    : m_input(input), m_panel(panel), m_windows(windows), m_analyzers(analyzers)
+{
+    trust::StartValuesWindow& starts = m_windows.startValues;
+    QObject::connect(&starts, &trust::StartValuesWindow::startChosen, &starts,
+                     [this](const fit::Parameters& values) { typeFound(values); });
+    QObject::connect(&starts, &trust::StartValuesWindow::backChosen, &starts, [this] { typeBack(); });
+    trust::ModelComparisonWindow& comparison = m_windows.comparison;
+    QObject::connect(&comparison, &trust::ModelComparisonWindow::modelChosen, &comparison,
+                     [this](int model, const fit::Parameters& values) { chooseModel(model, values); });
+}
+
+void TrustCommands::findSternVolmerStart()
+{
+    const PanelState panel = m_panel.panelState();
+    if (const std::optional<analysis::Request> request = ratioRequest(panelValues(panel)))
+        search(*request, panel);
+}
+
+void TrustCommands::findDecayStart()
+{
+    const PanelState panel = m_panel.panelState();
+    const SharedState& shared = m_input.shared;
+    if (const auto complaint = analysis::decayComplaint(shared.DataNormalized, panel.Model)) {
+        m_input.prompter.message(QString::fromStdString(*complaint));
+        return;
+    }
+    assert(shared.samples); // normalised data exist
+    analysis::Request request = m_analyzers.decays.request();
+    request.data = *shared.samples;
+    search(requestOf(panelValues(panel), shared.settings.LogMode, request), panel);
+}
+
+/// Of checked data; what is wrong with them is told.
+std::optional<analysis::Request> TrustCommands::ratioRequest(const PanelValues& panel)
+{
+    sternvolmer::RatioData data = sternvolmer::readSternVolmerData(cellsOf(m_input.sheet));
+    const auto found = sternvolmer::complaints(data, panel.Cp);
+    for (const std::string& complaint : found)
+        m_input.prompter.message(QString::fromStdString(complaint));
+    if (!found.empty())
+        return std::nullopt;
+    sternvolmer::computeRatios(data);
+    if (!sternvolmer::allFinite(data)) {
+        m_input.prompter.message(analysis::kArithmeticFault);
+        return std::nullopt;
+    }
+    analysis::Request request = m_analyzers.ratios.request();
+    request.data = sternvolmer::pointsOf(data);
+    return requestOf(panel, m_input.shared.settings.LogMode, request);
+}
+
+void TrustCommands::search(const analysis::Request& request, const PanelState& panel)
+{
+    const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
+    const trust::Task task{*problem, request};
+    if (problem->pointCount() == 0 || !analysis::startsFinite(request)) // nothing but the reference's decay
+        return m_input.prompter.message(analysis::kArithmeticFault);
+    if (m_searching)
+        return ui::bringToFront(*m_searching);
+    trust::StartValuesWindow& window = m_windows.startValues;
+    const QScopedValueRollback<QWidget*> searching(m_searching, &window);
+    const bool isDecay = analysis::methodOf(request) == models::Analysis::Decay;
+    const QString of = isDecay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
+    m_typed = panel;
+    m_searched = task.free();
+    trust::ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(request.model));
+    showInFront(window, kStartsPlace);
+    if (m_searched.empty())
+        return window.showNothingFound("All constants of this model are fixed.");
+    double done = 0;
+    const trust::SearchResult found = trust::searchStart(task, [&](double share) { return progress(done = share); });
+    const trust::FoundStarts starts = startsFor(task, found, [&] { return progress(done); });
+    if (fit::StopRequested)
+        return;
+    if (found.cancelled || !progress(done))
+        window.showNothingFound("The search was cancelled. The boxes keep the typed values.");
+    else if (starts.starts.empty())
+        window.showNothingFound("The model cannot be evaluated at any start tried. The boxes keep the typed values.");
+    else
+        window.showFound(starts);
+}
+
+trust::FoundStarts TrustCommands::startsFor(const trust::Task& task, const trust::SearchResult& found,
+                                            const trust::KeepGoing& keepGoing) const
+{
+    const int logMode = task.request.options.logMode;
+    analysis::Request otherMode = task.request;
+    otherMode.options.logMode = logMode == 1 ? 0 : 1;
+    trust::FoundStarts starts{
+        .model = task.request.model, .logMode = logMode, .typedSum = found.typedSum, .starts = {}};
+    for (const leastsquares::Solution& solution : found.solutions) {
+        const leastsquares::Minimum minimum{solution.values, solution.sumOfSquares};
+        const trust::EngineStart start = trust::engineStart(task, minimum, keepGoing);
+        otherMode.values = start.values;
+        const bool other =
+            !start.leadsToMinimum && trust::leadsToMinimum({task.problem, otherMode}, minimum, keepGoing);
+        starts.starts.push_back({solution, start, other});
+    }
+    return starts;
+}
+
+void TrustCommands::typeFound(const fit::Parameters& values)
+{
+    PanelState panel = m_panel.panelState();
+    typeStart(panel, m_typed.Model, m_searched, values);
+    m_panel.setPanelState(panel);
+}
+
+void TrustCommands::typeBack()
+{
+    PanelState panel = m_panel.panelState();
+    restoreStart(panel, m_typed.Model, m_typed);
+    m_panel.setPanelState(panel);
+}
+
+void TrustCommands::chooseModel(int model, const fit::Parameters& values)
+{
+    PanelState panel = m_panel.panelState();
+    panel.Model = model;
+    const fit::Options options = requestOf(panelValues(panel), 0, {}).options;
+    typeStart(panel, model, leastsquares::freeSlots(options.parameterCount, options.fix), values);
+    m_panel.setPanelState(panel);
+}
+
+void TrustCommands::compareAllModels()
+{
+    if (m_searching)
+        return ui::bringToFront(*m_searching);
+    const PanelValues panel = panelValues(m_panel.panelState());
+    const std::optional<analysis::Request> chosen = ratioRequest(panel);
+    if (!chosen)
+        return;
+    const std::vector<analysis::Request> requests = requestsOfAllModels(panel, chosen->options.logMode, *chosen);
+    if (!std::all_of(requests.begin(), requests.end(), analysis::startsFinite))
+        return m_input.prompter.message(analysis::kArithmeticFault);
+    trust::ModelComparisonWindow& window = m_windows.comparison;
+    const QScopedValueRollback<QWidget*> searching(m_searching, &window);
+    trust::ProgressBarProgress progress = window.begin();
+    showInFront(window, kComparisonPlace);
+    const std::vector<trust::ComparedModel> models =
+        trust::compareModels(requests, [&](double share) { return progress(share); });
+    if (!fit::StopRequested)
+        window.showModels(models);
+}
+
+void TrustCommands::showFitDetails()
+{
+    showInFront(m_windows.fitDetails, kDetailsPlace);
+    refreshDetails();
+}
+
+void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result)
+{
+    m_details = [this, request, result] {
+        m_windows.fitDetails.showDetails(trust::fitDetails(request, result), trust::labelsOf(request));
+    };
+    if (m_windows.fitDetails.isVisible())
+        refreshDetails();
+}
+
+void TrustCommands::refreshDetails()
+{
+    if (m_details)
+        m_details();
+}
+
+} // namespace app

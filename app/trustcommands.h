@@ -1,0 +1,60 @@
+#pragma once
+
+#include "analysis/decayanalyzer.h"
+#include "analysis/sternvolmeranalyzer.h"
+#include "app/commandinput.h"
+#include "trust/fitdetailswindow.h"
+#include "trust/modelcomparisonwindow.h"
+#include "trust/startvalueswindow.h"
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace app
+{
+
+/// The commands that find start values and judge fits. They do not change analyzers, results or the sample table.
+class TrustCommands
+{
+public:
+    struct Windows {
+        trust::StartValuesWindow& startValues;
+        trust::FitDetailsWindow& fitDetails;
+        trust::ModelComparisonWindow& comparison;
+    };
+    struct Analyzers { // whose last runs tell where an analysis would start
+        const analysis::frmSternVolmerAnalyzer& ratios;
+        const analysis::frmDecayCurveAnalyzer& decays;
+    };
+    TrustCommands(const CommandInput& input, PanelEditor& panel, const Windows& windows, const Analyzers& analyzers);
+
+    void findSternVolmerStart();
+    void findDecayStart();
+    void showFitDetails();
+    void compareAllModels();
+
+    /// Called after every finished analysis and calculation.
+    void analysed(const analysis::Request& request, const analysis::Result& result);
+
+private:
+    std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
+    void search(const analysis::Request& request, const PanelState& panel);
+    trust::FoundStarts startsFor(const trust::Task& task, const trust::SearchResult& found,
+                                 const trust::KeepGoing& keepGoing) const;
+    void typeFound(const fit::Parameters& values);
+    void typeBack();
+    void chooseModel(int model, const fit::Parameters& values);
+    void refreshDetails();
+
+    CommandInput m_input;
+    PanelEditor& m_panel;
+    Windows m_windows;
+    Analyzers m_analyzers;
+    QWidget* m_searching = nullptr;     // the window of the running search; only one runs at a time
+    PanelState m_typed;                 // the panel at the start of the last search
+    leastsquares::FreeSlots m_searched; // the parameters of the last search
+    std::function<void()> m_details;    // updates the window of fit details; empty before the first analysis
+};
+
+} // namespace app
