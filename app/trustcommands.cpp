@@ -102,7 +102,7 @@ std::optional<analysis::Request> TrustCommands::ratioRequest(const PanelValues& 
 void TrustCommands::search(const analysis::Request& request, const PanelState& panel)
 {
     const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
-    const trust::Task task{*problem, request};
+    const trust::RequestedFit requested{*problem, request};
     if (problem->pointCount() == 0 || !analysis::startsFinite(request)) // nothing but the reference's decay
         return m_input.prompter.message(analysis::kArithmeticFault);
     if (m_searching)
@@ -112,14 +112,15 @@ void TrustCommands::search(const analysis::Request& request, const PanelState& p
     const bool isDecay = analysis::methodOf(request) == models::Analysis::Decay;
     const QString of = isDecay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
     m_typed = panel;
-    m_searched = task.free();
+    m_searched = requested.free();
     trust::ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(request.model));
     showInFront(window, kStartsPlace);
     if (m_searched.empty())
         return window.showNothingFound("All constants of this model are fixed.");
     double done = 0;
-    const trust::SearchResult found = trust::searchStart(task, [&](double share) { return progress(done = share); });
-    const trust::FoundStarts starts = startsFor(task, found, [&] { return progress(done); });
+    const trust::SearchResult found =
+        trust::searchStart(requested, [&](double share) { return progress(done = share); });
+    const trust::FoundStarts starts = startsFor(requested, found, [&] { return progress(done); });
     if (fit::StopRequested)
         return;
     if (found.cancelled || !progress(done))
@@ -130,20 +131,20 @@ void TrustCommands::search(const analysis::Request& request, const PanelState& p
         window.showFound(starts);
 }
 
-trust::FoundStarts TrustCommands::startsFor(const trust::Task& task, const trust::SearchResult& found,
+trust::FoundStarts TrustCommands::startsFor(const trust::RequestedFit& requested, const trust::SearchResult& found,
                                             const trust::KeepGoing& keepGoing) const
 {
-    const int logMode = task.request.options.logMode;
-    analysis::Request otherMode = task.request;
+    const int logMode = requested.request.options.logMode;
+    analysis::Request otherMode = requested.request;
     otherMode.options.logMode = logMode == 1 ? 0 : 1;
     trust::FoundStarts starts{
-        .model = task.request.model, .logMode = logMode, .typedSum = found.typedSum, .starts = {}};
+        .model = requested.request.model, .logMode = logMode, .typedSum = found.typedSum, .starts = {}};
     for (const leastsquares::Solution& solution : found.solutions) {
         const leastsquares::Minimum minimum{solution.values, solution.sumOfSquares};
-        const trust::EngineStart start = trust::engineStart(task, minimum, keepGoing);
+        const trust::EngineStart start = trust::engineStart(requested, minimum, keepGoing);
         otherMode.values = start.values;
         const bool other =
-            !start.leadsToMinimum && trust::leadsToMinimum({task.problem, otherMode}, minimum, keepGoing);
+            !start.leadsToMinimum && trust::leadsToMinimum({requested.problem, otherMode}, minimum, keepGoing);
         starts.starts.push_back({solution, start, other});
     }
     return starts;

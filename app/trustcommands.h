@@ -40,7 +40,7 @@ public:
 private:
     std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
     void search(const analysis::Request& request, const PanelState& panel);
-    trust::FoundStarts startsFor(const trust::Task& task, const trust::SearchResult& found,
+    trust::FoundStarts startsFor(const trust::RequestedFit& requested, const trust::SearchResult& found,
                                  const trust::KeepGoing& keepGoing) const;
     void typeFound(const fit::Parameters& values);
     void typeBack();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "trust/modelcomparison.h"
-#include "trust/texttable.h"
+#include "trust/titledrows.h"
 
 #include <string>
 

@@ -41,14 +41,14 @@ private:
     std::string heading() const;
     std::vector<std::string> names(const leastsquares::FreeSlots& slots) const;
     std::string remarks() const;
-    TextTable constants() const;
+    TitledRows constants() const;
     std::vector<std::string> errorCells(std::size_t slot) const;
-    TextTable figures() const;
+    TitledRows figures() const;
     std::string runsText() const;
     std::string chanceText() const;
-    TextTable correlations() const;
+    TitledRows correlations() const;
     std::string correlationText(std::size_t row, std::size_t column) const;
-    TextTable residuals() const;
+    TitledRows residuals() const;
 
     const FitDetails& m_details;
     const FitLabels& m_labels;
@@ -87,9 +87,9 @@ std::string Writer::remarks() const
     return text;
 }
 
-TextTable Writer::constants() const
+TitledRows Writer::constants() const
 {
-    TextTable table{{"Constant", "Value"}};
+    TitledRows table{{"Constant", "Value"}};
     if (hasErrors())
         table[0].insert(table[0].end(), {"Standard error", "95 % from", "95 % to"});
     else
@@ -118,11 +118,11 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
     return {figure(uncertainty.standardError[slot]), figure(value - half), figure(value + half)};
 }
 
-TextTable Writer::figures() const
+TitledRows Writer::figures() const
 {
-    TextTable table{{"Figure", "Value"},
-                    {"Points", std::to_string(m_details.pointCount)},
-                    {"Sum of squared residuals", figure(m_details.sumOfSquares)}};
+    TitledRows table{{"Figure", "Value"},
+                     {"Points", std::to_string(m_details.pointCount)},
+                     {"Sum of squared residuals", figure(m_details.sumOfSquares)}};
     if (!hasErrors())
         return table;
     const int dof = m_details.uncertainty.degreesOfFreedom;
@@ -150,9 +150,9 @@ std::string Writer::chanceText() const
     return runs.above == 0 || runs.below == 0 ? "-" : fit::formatNumber(100 * runs.probability, "0.0") + " %";
 }
 
-TextTable Writer::correlations() const
+TitledRows Writer::correlations() const
 {
-    TextTable table;
+    TitledRows table;
     if (m_free.size() < 2)
         return table;
     table.push_back(names(m_free));
@@ -173,11 +173,11 @@ std::string Writer::correlationText(std::size_t row, std::size_t column) const
     return known ? figure(uncertainty.correlation[row][column]) : "-";
 }
 
-TextTable Writer::residuals() const
+TitledRows Writer::residuals() const
 {
     if (!hasErrors())
         return {};
-    TextTable table{{"Qtotal /M", "Observed - model"}};
+    TitledRows table{{"Qtotal /M", "Observed - model"}};
     for (std::size_t i = 0; i < std::min(m_labels.conc.size(), m_details.residuals.size()); ++i)
         table.push_back({figure(m_labels.conc[i]), figure(m_details.residuals[i])});
     return table;
@@ -200,7 +200,7 @@ std::string plainText(const DetailsText& text)
     std::string all = text.heading + "\r\n" + text.verdict + "\r\n";
     if (!text.remarks.empty())
         all += text.remarks + "\r\n";
-    for (const TextTable* table : {&text.constants, &text.figures, &text.correlations, &text.residuals})
+    for (const TitledRows* table : {&text.constants, &text.figures, &text.correlations, &text.residuals})
         if (!table->empty())
             all += "\r\n" + tabbedText(*table);
     return all;

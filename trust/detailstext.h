@@ -1,7 +1,7 @@
 #pragma once
 
 #include "trust/fitdetails.h"
-#include "trust/texttable.h"
+#include "trust/titledrows.h"
 
 #include "models/catalogue.h"
 
@@ -18,13 +18,13 @@ FitLabels labelsOf(const analysis::Request& request);
 
 /// Fit details in words and tables.
 struct DetailsText {
-    std::string heading;    // "Stern-Volmer Analysis, Model 3"
-    std::string verdict;    // one of the verdict's phrases
-    std::string remarks;    // sentences, may be empty
-    TextTable constants;    // name, value, standard error and 95 % interval or "fixed"
-    TextTable figures;      // name, value
-    TextTable correlations; // names along both sides; empty with fewer than two free constants
-    TextTable residuals;    // concentration, residual; empty for decay curves, which have hundreds
+    std::string heading;     // "Stern-Volmer Analysis, Model 3"
+    std::string verdict;     // one of the verdict's phrases
+    std::string remarks;     // sentences, may be empty
+    TitledRows constants;    // name, value, standard error and 95 % interval or "fixed"
+    TitledRows figures;      // name, value
+    TitledRows correlations; // names along both sides; empty with fewer than two free constants
+    TitledRows residuals;    // concentration, residual; empty for decay curves, which have hundreds
 };
 
 /// Errors and figures based on them are omitted for decay curves, which are computed from typed lifetimes and carry no

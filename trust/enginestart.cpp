@@ -13,10 +13,11 @@ namespace
 constexpr const char* kAllDigits = "0.000######e+0";
 
 /// Lets a run continue as long as its caller wants, but not beyond a limit.
-class Patience final : public fit::Observer
+class IterationLimit final : public fit::Observer
 {
 public:
-    Patience(double maxIterations, const KeepGoing& keepGoing) : m_maxIterations(maxIterations), m_keepGoing(keepGoing)
+    IterationLimit(double maxIterations, const KeepGoing& keepGoing)
+        : m_maxIterations(maxIterations), m_keepGoing(keepGoing)
     {
     }
     void letEventsRun() override {}
@@ -30,9 +31,9 @@ private:
     const KeepGoing& m_keepGoing;
 };
 
-double evaluationsPerIteration(const Task& task)
+double evaluationsPerIteration(const RequestedFit& requested)
 {
-    return static_cast<double>(task.problem.pointCount()) * (task.request.options.parameterCount + 1);
+    return static_cast<double>(requested.problem.pointCount()) * (requested.request.options.parameterCount + 1);
 }
 
 analysis::Request startingFrom(analysis::Request request, const fit::Parameters& values)
@@ -41,11 +42,11 @@ analysis::Request startingFrom(analysis::Request request, const fit::Parameters&
     return request;
 }
 
-class Trial
+class StartFinder
 {
 public:
-    Trial(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
-        : m_task(task), m_free(task.free()), m_minimum(minimum), m_keepGoing(keepGoing)
+    StartFinder(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+        : m_requested(requested), m_free(requested.free()), m_minimum(minimum), m_keepGoing(keepGoing)
     {
     }
 
@@ -58,7 +59,7 @@ private:
     bool improve(EngineStart& best, double step);
     bool mayTry() const { return m_evaluationsLeft > 0 && (!m_keepGoing || m_keepGoing()); }
 
-    const Task& m_task;
+    const RequestedFit& m_requested;
     const leastsquares::FreeSlots m_free;
     const leastsquares::Minimum& m_minimum;
     double m_evaluationsLeft = kEvaluations;
@@ -66,7 +67,7 @@ private:
 };
 
 /// Looks around the minimum for a start that ends lower: at first 50 % away, then closer.
-EngineStart Trial::result()
+EngineStart StartFinder::result()
 {
     const EngineStart atMinimum = tried(briefly(m_minimum.values));
     EngineStart best = atMinimum;
@@ -78,7 +79,7 @@ EngineStart Trial::result()
     return best.leadsToMinimum ? best : atMinimum;
 }
 
-bool Trial::improve(EngineStart& best, double step)
+bool StartFinder::improve(EngineStart& best, double step)
 {
     const EngineStart centre = best;
     for (const std::size_t slot : m_free)
@@ -94,19 +95,19 @@ bool Trial::improve(EngineStart& best, double step)
     return best.reached < centre.reached;
 }
 
-EngineStart Trial::tried(const fit::Parameters& values)
+EngineStart StartFinder::tried(const fit::Parameters& values)
 {
-    const analysis::Request request = startingFrom(m_task.request, values);
-    const EngineRun run = runEngine({m_task.problem, request}, m_evaluationsLeft, m_keepGoing);
-    m_evaluationsLeft -= (run.result.iterations + 1) * evaluationsPerIteration(m_task);
+    const analysis::Request request = startingFrom(m_requested.request, values);
+    const EngineRun run = runEngine({m_requested.problem, request}, m_evaluationsLeft, m_keepGoing);
+    m_evaluationsLeft -= (run.result.iterations + 1) * evaluationsPerIteration(m_requested);
     return {.values = values,
-            .sumOfSquares = leastsquares::sumOfSquares(m_task.problem, values),
+            .sumOfSquares = leastsquares::sumOfSquares(m_requested.problem, values),
             .reached = run.sumOfSquares,
             .leadsToMinimum =
-                leastsquares::equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_task.problem.pointCount())};
+                leastsquares::equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_requested.problem.pointCount())};
 }
 
-fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) const
+fit::Parameters StartFinder::rounded(fit::Parameters values, const char* pattern) const
 {
     for (const std::size_t slot : m_free)
         values[slot] = fit::numberFrom(fit::formatNumber(values[slot], pattern));
@@ -114,14 +115,14 @@ fit::Parameters Trial::rounded(fit::Parameters values, const char* pattern) cons
 }
 
 /// Uses as few digits as the sum of squares allows, because the boxes are narrow.
-fit::Parameters Trial::briefly(const fit::Parameters& exact)
+fit::Parameters StartFinder::briefly(const fit::Parameters& exact)
 {
     constexpr double kShare = 0.1; // of what counts as equally good
-    const double sum = leastsquares::sumOfSquares(m_task.problem, exact);
+    const double sum = leastsquares::sumOfSquares(m_requested.problem, exact);
     for (const char* pattern : {"0.000e+0", "0.0000e+0", "0.00000e+0"}) {
         const fit::Parameters values = rounded(exact, pattern);
-        if (leastsquares::equallyGood(sum + (leastsquares::sumOfSquares(m_task.problem, values) - sum) / kShare, sum,
-                                      m_task.problem.pointCount()))
+        if (leastsquares::equallyGood(sum + (leastsquares::sumOfSquares(m_requested.problem, values) - sum) / kShare,
+                                      sum, m_requested.problem.pointCount()))
             return values;
     }
     return rounded(exact, kAllDigits);
@@ -129,28 +130,28 @@ fit::Parameters Trial::briefly(const fit::Parameters& exact)
 
 } // namespace
 
-EngineRun runEngine(const Task& task, double maxEvaluations, const KeepGoing& keepGoing)
+EngineRun runEngine(const RequestedFit& requested, double maxEvaluations, const KeepGoing& keepGoing)
 {
-    analysis::Request request = task.request;
+    analysis::Request request = requested.request;
     request.quick = true; // a start need not be exact
-    Patience patience(maxEvaluations / evaluationsPerIteration(task), keepGoing);
-    EngineRun run{analysis::run(request, patience)};
+    IterationLimit limit(maxEvaluations / evaluationsPerIteration(requested), keepGoing);
+    EngineRun run{analysis::run(request, limit)};
     fit::clearUpperHalves(); // keepGoing has let events run
     run.sumOfSquares = run.result.ending == fit::Ending::ArithmeticFault
                            ? std::numeric_limits<double>::infinity()
-                           : leastsquares::sumOfSquares(task.problem, run.result.values);
+                           : leastsquares::sumOfSquares(requested.problem, run.result.values);
     return run;
 }
 
-bool leadsToMinimum(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+bool leadsToMinimum(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
-    const double reached = runEngine(task, kEvaluations, keepGoing).sumOfSquares;
-    return leastsquares::equallyGood(reached, minimum.sumOfSquares, task.problem.pointCount());
+    const double reached = runEngine(requested, kEvaluations, keepGoing).sumOfSquares;
+    return leastsquares::equallyGood(reached, minimum.sumOfSquares, requested.problem.pointCount());
 }
 
-EngineStart engineStart(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+EngineStart engineStart(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
-    return Trial(task, minimum, keepGoing).result();
+    return StartFinder(requested, minimum, keepGoing).result();
 }
 
 std::string startText(double value) { return fit::formatNumber(value, kAllDigits); }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trust/task.h"
+#include "trust/requestedfit.h"
 
 #include <functional>
 #include <string>
@@ -20,12 +20,14 @@ struct EngineRun {
     double sumOfSquares = 0; // infinity after an arithmetic fault
 };
 
-/// Runs the task's request. A run stops after maxEvaluations of the law.
-EngineRun runEngine(const Task& task, double maxEvaluations = kEvaluations, const KeepGoing& keepGoing = {});
+/// Runs the request. A run stops after maxEvaluations of the law.
+EngineRun runEngine(const RequestedFit& requested, double maxEvaluations = kEvaluations,
+                    const KeepGoing& keepGoing = {});
 
-/// True when an analysis with the start of the task's request ends at a sum of squares that is as good as the
+/// True when an analysis with the request's start ends at a sum of squares that is as good as the
 /// minimum's.
-bool leadsToMinimum(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing = {});
+bool leadsToMinimum(const RequestedFit& requested, const leastsquares::Minimum& minimum,
+                    const KeepGoing& keepGoing = {});
 
 /// Start values, rounded for the boxes, and the end of an analysis that starts from them.
 struct EngineStart {
@@ -37,7 +39,8 @@ struct EngineStart {
 
 /// The engine takes coarse steps and may leave a minimum at which it starts. Finds start values near the minimum from
 /// which the engine ends at the minimum; if there are none, returns the minimum itself.
-EngineStart engineStart(const Task& task, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing = {});
+EngineStart engineStart(const RequestedFit& requested, const leastsquares::Minimum& minimum,
+                        const KeepGoing& keepGoing = {});
 
 /// The text of a start value for its box.
 std::string startText(double value);

@@ -41,22 +41,23 @@ double determination(double residualSum, std::span<const double> observed)
 
 } // namespace
 
-FitDetails fitDetails(const Task& task, const analysis::Result& result)
+FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& result)
 {
     fit::clearUpperHalves();
-    const leastsquares::FreeSlots free = task.free();
-    FitDetails details{.options = task.request.options, .values = result.values, .fitted = result.fitted};
-    details.pointCount = task.problem.pointCount();
-    details.residuals = residuals(task.problem, result.values);
-    details.uncertainty = leastsquares::uncertaintyOf(task.problem, result.values, free, task.countedPoints());
-    details.sumOfSquares = leastsquares::sumOfSquares(task.problem, result.values);
+    const leastsquares::FreeSlots free = requested.free();
+    FitDetails details{.options = requested.request.options, .values = result.values, .fitted = result.fitted};
+    details.pointCount = requested.problem.pointCount();
+    details.residuals = residuals(requested.problem, result.values);
+    details.uncertainty =
+        leastsquares::uncertaintyOf(requested.problem, result.values, free, requested.countedPoints());
+    details.sumOfSquares = leastsquares::sumOfSquares(requested.problem, result.values);
     const int dof = details.uncertainty.degreesOfFreedom;
     details.rootMeanSquareError =
         dof > 0 ? std::sqrt(details.sumOfSquares / dof) : std::numeric_limits<double>::infinity();
-    details.R2 = determination(details.sumOfSquares, observedRatios(task.request));
-    details.AICc = correctedAkaike(details.sumOfSquares, task.countedPoints(), static_cast<int>(free.size()));
+    details.R2 = determination(details.sumOfSquares, observedRatios(requested.request));
+    details.AICc = correctedAkaike(details.sumOfSquares, requested.countedPoints(), static_cast<int>(free.size()));
     details.runs = leastsquares::runsTest(details.residuals);
-    details.verdict = judge(task, result, details.uncertainty.undetermined);
+    details.verdict = judge(requested, result, details.uncertainty.undetermined);
     return details;
 }
 

@@ -27,8 +27,8 @@ struct FitDetails {
     Verdict verdict = Verdict::NotDefined;
 };
 
-/// result: of the task's request.
-FitDetails fitDetails(const Task& task, const analysis::Result& result);
+/// result: what came out of the request.
+FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& result);
 FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result);
 
 /// Akaike's criterion for small samples: n ln(S / n) + 2 k + 2 k (k + 1) / (n - k - 1) for n points that could deviate

@@ -1,7 +1,7 @@
 #include "trust/fitdetailswindow.h"
 
 #include "trust/residualplot.h"
-#include "trust/tables.h"
+#include "trust/tableview.h"
 #include "ui/clipboard.h"
 
 #include <QHBoxLayout>
@@ -74,10 +74,10 @@ void FitDetailsWindow::layOut()
 /// Shows only tables that have rows.
 void FitDetailsWindow::showTables(const DetailsText& text)
 {
-    const std::pair<QTableWidget*, const TextTable&> tables[]{{m_constants, text.constants},
-                                                              {m_figures, text.figures},
-                                                              {m_correlations, text.correlations},
-                                                              {m_residuals, text.residuals}};
+    const std::pair<QTableWidget*, const TitledRows&> tables[]{{m_constants, text.constants},
+                                                               {m_figures, text.figures},
+                                                               {m_correlations, text.correlations},
+                                                               {m_residuals, text.residuals}};
     for (const auto& [table, rows] : tables) {
         fillTable(*table, rows);
         table->setVisible(!rows.empty());

@@ -23,15 +23,15 @@ Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
 std::optional<ComparedModel> compared(const analysis::Request& request, const SearchProgress& progress)
 {
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
-    const Task task{*problem, request};
-    const SearchResult found = searchStart(task, progress);
+    const RequestedFit requested{*problem, request};
+    const SearchResult found = searchStart(requested, progress);
     if (found.solutions.empty())
         return std::nullopt;
     const leastsquares::Solution& best = found.solutions.front();
-    const EngineStart start = engineStart(task, {best.values, best.sumOfSquares});
+    const EngineStart start = engineStart(requested, {best.values, best.sumOfSquares});
     analysis::Request fromThere = request;
     fromThere.values = start.values;
-    const Task fit{*problem, fromThere};
+    const RequestedFit fit{*problem, fromThere};
     const analysis::Result atMinimum{.values = best.values};
 
     ComparedModel result;

@@ -1,7 +1,7 @@
 #include "trust/modelcomparisonwindow.h"
 
 #include "trust/comparisontext.h"
-#include "trust/tables.h"
+#include "trust/tableview.h"
 #include "ui/clipboard.h"
 
 #include <QHBoxLayout>
@@ -144,7 +144,7 @@ void ModelComparisonWindow::sortByCurrentColumn()
 
 void ModelComparisonWindow::copy()
 {
-    TextTable rows{comparisonTitles()};
+    TitledRows rows{comparisonTitles()};
     for (int row = 0; row < m_cells->rowCount(); ++row) {
         rows.emplace_back();
         for (int column = 0; column < m_cells->columnCount(); ++column)

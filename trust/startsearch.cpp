@@ -20,12 +20,12 @@ constexpr double kSearchShare = 0.4; // of the progress, if minima of the thinne
 bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
 /// The state of a running search.
-class Search
+class StartSearch
 {
 public:
-    Search(const Task& task, const SearchProgress& progress)
-        : m_task(task), m_free(task.free()), m_sensible(sensibleRanges(task.request.model)), m_thinned(task.problem),
-          m_progress(progress)
+    StartSearch(const RequestedFit& requested, const SearchProgress& progress)
+        : m_requested(requested), m_free(requested.free()), m_sensible(sensibleRanges(requested.request.model)),
+          m_thinned(requested.problem), m_progress(progress)
     {
     }
 
@@ -41,7 +41,7 @@ private:
     void stepDone();
     void report(double done);
 
-    const Task& m_task;
+    const RequestedFit& m_requested;
     const leastsquares::FreeSlots m_free;
     const leastsquares::Ranges m_sensible;
     leastsquares::ThinnedProblem m_thinned; // all points if there are few
@@ -51,53 +51,53 @@ private:
     bool m_cancelled = false;
 };
 
-SearchResult Search::result()
+SearchResult StartSearch::result()
 {
     fit::clearUpperHalves();
     SearchResult result;
-    result.typedSum = leastsquares::sumOfSquares(m_task.problem, m_task.request.values);
+    result.typedSum = leastsquares::sumOfSquares(m_requested.problem, m_requested.request.values);
     descendFrom(starts());
     refine();
     result.cancelled = m_cancelled;
     if (!m_cancelled)
-        result.solutions = leastsquares::equallyGoodSolutions({.problem = m_task.problem,
+        result.solutions = leastsquares::equallyGoodSolutions({.problem = m_requested.problem,
                                                                .free = m_free,
-                                                               .countedPoints = m_task.countedPoints(),
+                                                               .countedPoints = m_requested.countedPoints(),
                                                                .usual = m_sensible,
-                                                               .nearest = positiveStart(m_task)},
+                                                               .nearest = positiveStart(m_requested)},
                                                               m_minima);
     return result;
 }
 
 /// The typed values, then the best of the spread starts.
-std::vector<fit::Parameters> Search::starts()
+std::vector<fit::Parameters> StartSearch::starts()
 {
     std::vector<leastsquares::Minimum> tried;
     for (int n = 1; n <= kLookedAt[m_free.size()] && !m_cancelled; ++n) {
-        fit::Parameters values = m_task.request.values;
+        fit::Parameters values = m_requested.request.values;
         leastsquares::spread(values, m_free, m_sensible, n);
         tried.push_back({values, leastsquares::sumOfSquares(m_thinned, values)});
         stepDone();
     }
     std::sort(tried.begin(), tried.end(), isLower);
     tried.resize(std::min(tried.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
-    std::vector<fit::Parameters> starts{positiveStart(m_task)};
+    std::vector<fit::Parameters> starts{positiveStart(m_requested)};
     for (const leastsquares::Minimum& start : tried)
         starts.push_back(start.values);
     return starts;
 }
 
-leastsquares::Ranges Search::wideRanges() const
+leastsquares::Ranges StartSearch::wideRanges() const
 {
     leastsquares::Ranges wide = m_sensible;
     for (const std::size_t slot : m_free) {
-        wide[slot].low = m_sensible[slot].low / kLeave;
-        wide[slot].high = m_sensible[slot].high * kLeave;
+        wide[slot].low = m_sensible[slot].low / kSearchMargin;
+        wide[slot].high = m_sensible[slot].high * kSearchMargin;
     }
     return wide;
 }
 
-void Search::descendFrom(const std::vector<fit::Parameters>& starts)
+void StartSearch::descendFrom(const std::vector<fit::Parameters>& starts)
 {
     for (const fit::Parameters& start : starts) {
         if (m_cancelled)
@@ -108,7 +108,7 @@ void Search::descendFrom(const std::vector<fit::Parameters>& starts)
 }
 
 /// Keeps the deepest minimum of each valley.
-void Search::add(const leastsquares::Minimum& minimum)
+void StartSearch::add(const leastsquares::Minimum& minimum)
 {
     for (leastsquares::Minimum& known : m_minima)
         if (sameValley(known, minimum)) {
@@ -119,7 +119,7 @@ void Search::add(const leastsquares::Minimum& minimum)
 }
 
 /// True if there is no ridge between two minima: then they are the same minimum, or two ends of a flat valley.
-bool Search::sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b)
+bool StartSearch::sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b)
 {
     const double higher = std::max(a.sumOfSquares, b.sumOfSquares);
     for (const double share : {0.25, 0.5, 0.75}) {
@@ -133,7 +133,7 @@ bool Search::sameValley(const leastsquares::Minimum& a, const leastsquares::Mini
 }
 
 /// Continues minima of the thinned data with all points.
-void Search::refine()
+void StartSearch::refine()
 {
     constexpr double kWorthFollowing = 2; // times the lowest sum
     if (!m_thinned.leavesOut() || m_minima.empty())
@@ -144,18 +144,18 @@ void Search::refine()
     });
     const auto count = static_cast<double>(m_minima.size());
     for (std::size_t i = 0; i < m_minima.size() && !m_cancelled; ++i) {
-        m_minima[i] = leastsquares::descend(m_task.problem, m_minima[i].values, m_free, wideRanges());
+        m_minima[i] = leastsquares::descend(m_requested.problem, m_minima[i].values, m_free, wideRanges());
         report(kSearchShare + (1 - kSearchShare) * static_cast<double>(i + 1) / count);
     }
 }
 
-void Search::stepDone()
+void StartSearch::stepDone()
 {
     const double steps = kLookedAt[m_free.size()] + kDescents[m_free.size()] + 1;
     report((m_thinned.leavesOut() ? kSearchShare : 1) * ++m_stepsDone / steps);
 }
 
-void Search::report(double done)
+void StartSearch::report(double done)
 {
     m_cancelled = m_progress && !m_progress(std::min(1.0, done));
     fit::clearUpperHalves(); // events have run
@@ -163,6 +163,9 @@ void Search::report(double done)
 
 } // namespace
 
-SearchResult searchStart(const Task& task, const SearchProgress& progress) { return Search(task, progress).result(); }
+SearchResult searchStart(const RequestedFit& requested, const SearchProgress& progress)
+{
+    return StartSearch(requested, progress).result();
+}
 
 } // namespace trust

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "leastsquares/solutions.h"
-#include "trust/task.h"
+#include "trust/requestedfit.h"
 
 #include <functional>
 #include <vector>
@@ -23,6 +23,6 @@ using SearchProgress = std::function<bool(double done)>;
 /// Searches for the least-squares minimum of a model with Levenberg-Marquardt fits from the typed values and from the
 /// best of many starts, which are spread evenly over the logarithms of the sensible ranges. Fixed parameters keep their
 /// typed values. The same input always gives the same result.
-SearchResult searchStart(const Task& task, const SearchProgress& progress = {});
+SearchResult searchStart(const RequestedFit& requested, const SearchProgress& progress = {});
 
 } // namespace trust

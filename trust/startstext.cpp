@@ -1,6 +1,6 @@
 #include "trust/startstext.h"
 
-#include "trust/texttable.h"
+#include "trust/titledrows.h"
 #include "trust/verdict.h"
 
 #include <cmath>

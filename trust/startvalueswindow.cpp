@@ -1,6 +1,6 @@
 #include "trust/startvalueswindow.h"
 
-#include "trust/tables.h"
+#include "trust/tableview.h"
 #include "ui/clipboard.h"
 
 #include <QHBoxLayout>

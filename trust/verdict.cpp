@@ -22,22 +22,22 @@ std::string listed(std::span<const std::string> names)
 }
 
 /// The end of the same analysis with more iterations and a lower tolerance.
-double sumOfLongerRun(const Task& task, const analysis::Result& result)
+double sumOfLongerRun(const RequestedFit& requested, const analysis::Result& result)
 {
     constexpr double kMoreIterations = 1000, kToleranceDivisor = 1000;
-    analysis::Request longer = task.request;
+    analysis::Request longer = requested.request;
     longer.options.iterationLimit += kMoreIterations;
     longer.options.tolerance /= kToleranceDivisor;
-    const double twice = 2 * result.iterations * task.problem.pointCount() * (longer.options.parameterCount + 1);
+    const double twice = 2 * result.iterations * requested.problem.pointCount() * (longer.options.parameterCount + 1);
     // The windows do not respond during this run, so a very long run is not repeated to its end.
-    return runEngine({task.problem, longer}, std::clamp(twice, kEvaluations, 4 * kEvaluations)).sumOfSquares;
+    return runEngine({requested.problem, longer}, std::clamp(twice, kEvaluations, 4 * kEvaluations)).sumOfSquares;
 }
 
 /// On a plateau, where constants have no effect, no direction leads down although the best fit may be far lower.
-bool isLowerElsewhere(const Task& task, double sum)
+bool isLowerElsewhere(const RequestedFit& requested, double sum)
 {
-    const std::vector<leastsquares::Solution> best = searchStart(task).solutions;
-    return !best.empty() && !leastsquares::equallyGood(sum, best.front().sumOfSquares, task.problem.pointCount());
+    const std::vector<leastsquares::Solution> best = searchStart(requested).solutions;
+    return !best.empty() && !leastsquares::equallyGood(sum, best.front().sumOfSquares, requested.problem.pointCount());
 }
 
 } // namespace
@@ -59,19 +59,20 @@ std::string verdictText(Verdict verdict, std::span<const std::string> undetermin
     return {};
 }
 
-Verdict judge(const Task& task, const analysis::Result& result, const leastsquares::FreeSlots& undetermined)
+Verdict judge(const RequestedFit& requested, const analysis::Result& result,
+              const leastsquares::FreeSlots& undetermined)
 {
     constexpr double kLower = 1 - 1e-6; // a change above rounding
-    const double sum = leastsquares::sumOfSquares(task.problem, result.values);
+    const double sum = leastsquares::sumOfSquares(requested.problem, result.values);
     if (!std::isfinite(sum))
         return Verdict::NotDefined;
-    const double lowest = leastsquares::descend(task.problem, result.values, task.free()).sumOfSquares;
-    if (leastsquares::equallyGood(sum, lowest, task.problem.pointCount())) {
+    const double lowest = leastsquares::descend(requested.problem, result.values, requested.free()).sumOfSquares;
+    if (leastsquares::equallyGood(sum, lowest, requested.problem.pointCount())) {
         if (undetermined.empty())
             return Verdict::AtMinimum;
-        return isLowerElsewhere(task, sum) ? Verdict::NotAMinimum : Verdict::Undetermined;
+        return isLowerElsewhere(requested, sum) ? Verdict::NotAMinimum : Verdict::Undetermined;
     }
-    if (result.fitted && sumOfLongerRun(task, result) < sum * kLower)
+    if (result.fitted && sumOfLongerRun(requested, result) < sum * kLower)
         return Verdict::StillMoving;
     return Verdict::NotAMinimum;
 }

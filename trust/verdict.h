@@ -1,7 +1,7 @@
 #pragma once
 
 #include "trust/enginestart.h"
-#include "trust/task.h"
+#include "trust/requestedfit.h"
 
 #include <span>
 #include <string>
@@ -21,6 +21,7 @@ enum class Verdict {
 std::string verdictText(Verdict verdict, std::span<const std::string> undetermined);
 
 /// undetermined: the undetermined parameters at the end of the fit.
-Verdict judge(const Task& task, const analysis::Result& result, const leastsquares::FreeSlots& undetermined);
+Verdict judge(const RequestedFit& requested, const analysis::Result& result,
+              const leastsquares::FreeSlots& undetermined);
 
 } // namespace trust

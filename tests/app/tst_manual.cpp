@@ -30,7 +30,7 @@ class Reader
 public:
     void doStep(const support::ManualStep& step)
     {
-        if (step.kind == support::ManualStep::Kind::Sheet)
+        if (step.action == support::ManualStep::Action::Sheet)
             typeSheet(step.rows);
         else
             for (const QStringList& row : step.rows)
@@ -169,12 +169,12 @@ void TestManual::examplesComeOutAsPrinted()
     Reader reader;
     int compared = 0;
     for (const support::ManualStep& step : m_manual.examples[place].steps) {
-        if (step.kind == support::ManualStep::Kind::Report) {
+        if (step.action == support::ManualStep::Action::Report) {
             QCOMPARE(reader.report(), step.text);
             ++compared;
-        } else if (step.kind == support::ManualStep::Kind::Result) {
+        } else if (step.action == support::ManualStep::Action::Result) {
             QCOMPARE(reader.lastResult(step.rows.at(0)), step.rows.at(1));
-        } else if (step.kind == support::ManualStep::Kind::Copied) {
+        } else if (step.action == support::ManualStep::Action::Copied) {
             const QList<QStringList> copied = reader.copied();
             for (const QStringList& line : step.rows)
                 QVERIFY2(copied.contains(line), qPrintable(line.join(' ')));

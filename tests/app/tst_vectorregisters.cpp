@@ -34,7 +34,7 @@ struct Line {
                                          return a[1] * point - point * (2.0 + 0.1 * (point % 2));
                                      }};
     analysis::Request request{.model = 1, .options = {.parameterCount = 1}, .values = {0, 1}};
-    trust::Task task{problem, request};
+    trust::RequestedFit requested{problem, request};
 };
 
 bool paintAndGoOn()
@@ -59,7 +59,7 @@ bool fitUnclean()
 bool searchUnclean()
 {
     Line line;
-    trust::searchStart(line.task, [](double) { return paintAndGoOn(); });
+    trust::searchStart(line.requested, [](double) { return paintAndGoOn(); });
     return line.askedUnclean;
 }
 
@@ -67,14 +67,14 @@ bool trialUnclean()
 {
     Line line;
     line.request.data = support::ratioPoints({0, 1, 2}, {1, 2.1, 2.9}, 1);
-    trust::runEngine(line.task, 1000, paintAndGoOn);
+    trust::runEngine(line.requested, 1000, paintAndGoOn);
     return line.askedUnclean;
 }
 
 bool detailsUnclean()
 {
     Line line;
-    trust::fitDetails(line.task, {.values = {0, 2}});
+    trust::fitDetails(line.requested, {.values = {0, 2}});
     return line.askedUnclean;
 }
 

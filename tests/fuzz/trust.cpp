@@ -26,29 +26,29 @@ app::PanelState takePanel(fuzz::Input& input)
 }
 
 /// Fixed values must stay, other values must be of a size that can be typed, and the sums must be those at the values.
-trust::SearchResult checkSearch(const trust::Task& task)
+trust::SearchResult checkSearch(const trust::RequestedFit& requested)
 {
     double last = 0;
-    trust::SearchResult found = trust::searchStart(task, [&](double done) {
+    trust::SearchResult found = trust::searchStart(requested, [&](double done) {
         check(done >= last && done <= 1);
         last = done;
         return true;
     });
     for (const leastsquares::Solution& solution : found.solutions) {
-        check(solution.sumOfSquares == leastsquares::sumOfSquares(task.problem, solution.values));
+        check(solution.sumOfSquares == leastsquares::sumOfSquares(requested.problem, solution.values));
         check(std::isfinite(solution.sumOfSquares));
-        const fit::Options& options = task.request.options;
+        const fit::Options& options = requested.request.options;
         for (std::size_t slot = 1; slot <= static_cast<std::size_t>(options.parameterCount); ++slot)
-            check(options.fix[slot] == 1 ? solution.values[slot] == task.request.values[slot]
+            check(options.fix[slot] == 1 ? solution.values[slot] == requested.request.values[slot]
                                          : std::isfinite(solution.values[slot]) && solution.values[slot] > 0);
     }
     return found;
 }
 
-void checkDetails(const trust::Task& task, const analysis::Result& result)
+void checkDetails(const trust::RequestedFit& requested, const analysis::Result& result)
 {
-    const trust::FitDetails details = trust::fitDetails(task, result);
-    check(details.residuals.size() == static_cast<std::size_t>(task.problem.pointCount()));
+    const trust::FitDetails details = trust::fitDetails(requested, result);
+    check(details.residuals.size() == static_cast<std::size_t>(requested.problem.pointCount()));
     for (const double error : details.uncertainty.standardError)
         check(error >= 0);
     for (const auto& row : details.uncertainty.correlation)
@@ -73,16 +73,16 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
     sternvolmer::computeRatios(data);
     analysis::Request request = app::requestOf(app::panelValues(panel), logMode, {.data = sternvolmer::pointsOf(data)});
     const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
-    const trust::Task task{*problem, request};
+    const trust::RequestedFit requested{*problem, request};
     const fit::Parameters typed = request.values;
-    const trust::SearchResult found = checkSearch(task);
+    const trust::SearchResult found = checkSearch(requested);
 
     if (!found.solutions.empty())
         request.values = found.solutions.front().values;
-    const trust::EngineRun run = trust::runEngine(task);
+    const trust::EngineRun run = trust::runEngine(requested);
     fuzz::fits += run.result.iterations > 0;
-    checkDetails(task, run.result);
+    checkDetails(requested, run.result);
     request.values = typed;
-    checkDetails(task, {.values = typed});
+    checkDetails(requested, {.values = typed});
     return 0;
 }

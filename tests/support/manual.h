@@ -11,7 +11,7 @@ namespace support
 
 /// One step of a worked example: a table, or the report that the steps so far must give.
 struct ManualStep {
-    enum class Kind { Sheet, Run, Report, Result, Copied } kind;
+    enum class Action { Sheet, Run, Report, Result, Copied } action;
     QList<QStringList> rows; // of a table: all cells of each row, the title first
     QString text;            // of a report
 };
@@ -69,15 +69,15 @@ private:
         else if (element == u"img")
             m_manual.pictures << attribute("src");
         else if (element == u"table" && use == "sheet")
-            add({ManualStep::Kind::Sheet, table(), {}});
+            add({ManualStep::Action::Sheet, table(), {}});
         else if (element == u"table" && use == "run")
-            add({ManualStep::Kind::Run, table(), {}});
+            add({ManualStep::Action::Run, table(), {}});
         else if (element == u"table" && use == "result")
-            add({ManualStep::Kind::Result, table(), {}});
+            add({ManualStep::Action::Result, table(), {}});
         else if (element == u"table" && use == "copied")
-            add({ManualStep::Kind::Copied, table(), {}});
+            add({ManualStep::Action::Copied, table(), {}});
         else if (element == u"pre" && use == "report")
-            add({ManualStep::Kind::Report, {}, words().trimmed()});
+            add({ManualStep::Action::Report, {}, words().trimmed()});
     }
 
     /// An example may refer to the samples of the first one instead of a sheet of its own.

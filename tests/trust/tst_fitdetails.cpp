@@ -36,7 +36,7 @@ FitDetails detailsAt(const analysis::Request& request, const fit::Parameters& va
 FitDetails detailsAtOptimum(const analysis::Request& request, const fit::Parameters& start)
 {
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
-    return detailsAt(request, leastsquares::descend(*problem, start, Task{*problem, request}.free()).values);
+    return detailsAt(request, leastsquares::descend(*problem, start, RequestedFit{*problem, request}.free()).values);
 }
 
 } // namespace
@@ -114,7 +114,7 @@ void TestFitDetails::givesTheFiguresOfALine()
     QVERIFY(near(details.R2, 1 - 0.045 / (1.55 * 1.55 + 0.45 * 0.45 + 0.35 * 0.35 + 1.65 * 1.65)));
     QVERIFY(!details.AICc.has_value()); // three points, one constant and the variance
     const FitLabels labels{models::Analysis::SternVolmer, 1, {}};
-    const TextTable figures = detailsText(details, labels).figures;
+    const TitledRows figures = detailsText(details, labels).figures;
     QCOMPARE(figures[7][1], std::string("3 (2 points above, 1 below)"));
     QCOMPARE(figures[8][1], std::string("100.0 %"));
     const FitDetails allPointsAbove = detailsAt(request, {0, 0.9});

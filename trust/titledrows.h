@@ -7,10 +7,10 @@ namespace trust
 {
 
 /// Rows of cells; the first row holds the titles.
-using TextTable = std::vector<std::vector<std::string>>;
+using TitledRows = std::vector<std::vector<std::string>>;
 
 /// The text for the clipboard: tabs between cells, CR LF after each row.
-std::string tabbedText(const TextTable& table);
+std::string tabbedText(const TitledRows& table);
 
 /// A number with five digits; "not determined" if it is infinite, "-" if it is NaN.
 std::string figure(double value);

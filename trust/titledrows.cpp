@@ -1,4 +1,4 @@
-#include "trust/texttable.h"
+#include "trust/titledrows.h"
 
 #include "fit/numbertext.h"
 
@@ -7,7 +7,7 @@
 namespace trust
 {
 
-std::string tabbedText(const TextTable& table)
+std::string tabbedText(const TitledRows& table)
 {
     std::string text;
     for (const auto& row : table) {

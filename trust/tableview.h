@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trust/texttable.h"
+#include "trust/titledrows.h"
 
 class QString;
 class QTableWidget;
@@ -13,7 +13,7 @@ namespace trust
 QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent);
 
 /// Shows the titles and the rows; columns are as wide as their texts.
-void fillTable(QTableWidget& table, const TextTable& rows);
+void fillTable(QTableWidget& table, const TitledRows& rows);
 
 QString qtText(const std::string& text);
 

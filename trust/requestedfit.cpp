@@ -1,4 +1,4 @@
-#include "trust/task.h"
+#include "trust/requestedfit.h"
 
 #include "decay/decayproblem.h"
 #include "leastsquares/spread.h"
@@ -28,11 +28,11 @@ leastsquares::Ranges sensibleRanges(int model)
     return ranges;
 }
 
-fit::Parameters positiveStart(const Task& task)
+fit::Parameters positiveStart(const RequestedFit& requested)
 {
-    const leastsquares::Ranges sensible = sensibleRanges(task.request.model);
-    fit::Parameters values = task.request.values;
-    for (const std::size_t slot : task.free())
+    const leastsquares::Ranges sensible = sensibleRanges(requested.request.model);
+    fit::Parameters values = requested.request.values;
+    for (const std::size_t slot : requested.free())
         if (!(values[slot] > 0))
             values[slot] = leastsquares::between(sensible[slot], 0.5);
     return values;

@@ -8,8 +8,8 @@
 namespace trust
 {
 
-/// A request as a least-squares problem.
-struct Task {
+/// A requested fit together with its least-squares problem.
+struct RequestedFit {
     fit::Problem& problem; // takes values in their real units
     const analysis::Request& request;
 
@@ -26,12 +26,12 @@ struct Task {
 std::unique_ptr<fit::Problem> realProblem(const analysis::Request& request);
 
 /// A search may leave the sizes that the parameters of a model usually have by this factor.
-inline constexpr double kLeave = 1000;
+inline constexpr double kSearchMargin = 1000;
 
 /// The usual sizes of a model's parameters, by slot.
 leastsquares::Ranges sensibleRanges(int model);
 
 /// The typed values; a value that is not positive is replaced by the middle of its sensible range.
-fit::Parameters positiveStart(const Task& task);
+fit::Parameters positiveStart(const RequestedFit& requested);
 
 } // namespace trust

@@ -1,4 +1,4 @@
-#include "trust/tables.h"
+#include "trust/tableview.h"
 
 #include <QHeaderView>
 #include <QTableWidget>
@@ -26,7 +26,7 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
     return table;
 }
 
-void fillTable(QTableWidget& table, const TextTable& rows)
+void fillTable(QTableWidget& table, const TitledRows& rows)
 {
     table.clear();
     table.setRowCount(rows.empty() ? 0 : static_cast<int>(rows.size()) - 1);
