@@ -5,7 +5,6 @@
 #include <limits>
 
 #include <Eigen/SVD>
-#include <boost/math/distributions/students_t.hpp>
 
 namespace leastsquares
 {
@@ -60,36 +59,55 @@ double correlation(const InverseNormal& inverse, std::size_t j, std::size_t k, d
                : std::copysign(1.0, product) * inverse.matrix(row, column) / scale;
 }
 
-double studentQuantile(int degreesOfFreedom)
-{
-    return boost::math::quantile(boost::math::students_t(degreesOfFreedom), 0.975); // two-sided, 95 percent
-}
-
 } // namespace
 
-Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount)
+Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
+                          const Scatter& scatter)
 {
     Uncertainty result;
-    result.degreesOfFreedom = pointCount - static_cast<int>(free.size());
-    const double sum = sumOfSquares(problem, values);
-    if (free.empty() || problem.pointCount() == 0 || !std::isfinite(sum))
+    result.degreesOfFreedom = scatter.degreesOfFreedom;
+    if (free.empty() || problem.pointCount() == 0 || !std::isfinite(sumOfSquares(problem, values)))
         return result;
     const InverseNormal inverse(derivativeMatrix(problem, values, free));
-    const bool hasErrors = result.degreesOfFreedom > 0;
-    const double deviation = hasErrors ? std::sqrt(sum / result.degreesOfFreedom) : 0;
-    const double t = hasErrors ? studentQuantile(result.degreesOfFreedom) : 0;
+    const double deviation = std::sqrt(scatter.variance);
     for (std::size_t j = 0; j < free.size(); ++j) {
         const auto row = static_cast<Eigen::Index>(j);
         const double relative = inverse.flat[j] ? kInfinity : deviation * std::sqrt(inverse.matrix(row, row));
         const std::size_t slot = free[j];
         result.standardError[slot] = inverse.flat[j] ? kInfinity : relative * std::abs(values[slot]);
-        result.halfWidth[slot] = t * result.standardError[slot];
+        result.halfWidth[slot] = scatter.quantile * result.standardError[slot];
         if (relative > 1)
             result.undetermined.push_back(slot);
         for (std::size_t k = 0; k < free.size(); ++k)
             result.correlation[slot][free[k]] = correlation(inverse, j, k, values[slot] * values[free[k]]);
     }
     return result;
+}
+
+Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount)
+{
+    const int degreesOfFreedom = pointCount - static_cast<int>(free.size());
+    return uncertaintyOf(problem, values, free, estimatedScatter(sumOfSquares(problem, values), degreesOfFreedom));
+}
+
+fit::Parameters standardErrorsUnder(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
+                                    std::span<const double> own, std::span<const double> common)
+{
+    fit::Parameters errors{};
+    if (free.empty() || problem.pointCount() == 0 || !std::isfinite(sumOfSquares(problem, values)))
+        return errors;
+    const Eigen::MatrixXd J = derivativeMatrix(problem, values, free);
+    const InverseNormal inverse(J);
+    const Eigen::MatrixXd response = inverse.matrix * J.transpose(); // of the values to each observation
+    const auto points = static_cast<Eigen::Index>(own.size());
+    const Eigen::MatrixXd toOwn = response * Eigen::Map<const Eigen::VectorXd>(own.data(), points).asDiagonal();
+    const Eigen::VectorXd toCommon = response * Eigen::Map<const Eigen::VectorXd>(common.data(), points);
+    for (std::size_t j = 0; j < free.size(); ++j) {
+        const auto row = static_cast<Eigen::Index>(j);
+        const double relative = std::hypot(toOwn.row(row).norm(), toCommon[row]);
+        errors[free[j]] = inverse.flat[j] ? kInfinity : relative * std::abs(values[free[j]]);
+    }
+    return errors;
 }
 
 } // namespace leastsquares

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "leastsquares/minimum.h"
+#include "leastsquares/scatter.h"
+
+#include <span>
 
 namespace leastsquares
 {
@@ -9,18 +12,28 @@ using Matrix4 = std::array<fit::Parameters, fit::kMaxParameters + 1>; // [row][c
 
 /// Errors of fitted values from the scatter of the residuals. Slots of parameters that were not free hold 0.
 struct Uncertainty {
-    int degreesOfFreedom = 0;        // below 1: there are no errors
+    int degreesOfFreedom = 0;        // below 1: there are no errors, unless the scatter is known
     fit::Parameters standardError{}; // infinity: not determined
     fit::Parameters halfWidth{};     // of the 95 percent interval, same rule
     Matrix4 correlation{};           // 1 on the diagonal; 0 where a standard error is infinite
     FreeSlots undetermined;          // see below
 };
 
-/// From the covariance s2 (J'J)^-1, with the derivatives J at the values, which should be a least-squares minimum, and
-/// s2 = sum of squares / degrees of freedom: the scatter is taken as equal at all points. pointCount: number of points
-/// that could deviate. A parameter is undetermined if its standard error is larger than the parameter, or if changing
-/// it, alone or together with others, changes no point. Method: G. A. F. Seber, C. J. Wild, Nonlinear Regression
-/// (1989), chapter 2, with Student's t.
+/// From the covariance s2 (J'J)^-1, with the derivatives J at the values, which should be a least-squares minimum: the
+/// scatter s2 is taken as equal at all points. A parameter is undetermined if its standard error is larger than the
+/// parameter, or if changing it, alone or together with others, changes no point. Method: G. A. F. Seber, C. J. Wild,
+/// Nonlinear Regression (1989), chapter 2.
+Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
+                          const Scatter& scatter);
+
+/// The same with estimatedScatter() at the values. pointCount: number of points that could deviate.
 Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount);
+
+/// Standard errors of an unweighted fit's values if the observations err in another way: with the covariance
+/// S = diag(own^2) + common common', the covariance of the values is A J'S J A with A = (J'J)^-1.
+/// own, common: of each point, in its unit: its own error, and its share of an error that all points have in common.
+/// Slots as in Uncertainty; infinity: not determined.
+fit::Parameters standardErrorsUnder(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
+                                    std::span<const double> own, std::span<const double> common);
 
 } // namespace leastsquares
