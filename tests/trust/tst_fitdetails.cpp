@@ -3,7 +3,7 @@
 #include "sternvolmer/ratioproblem.h"
 #include "tests/support/callableproblem.h"
 #include "tests/support/ratiosets.h"
-#include "trust/startsearch.h"
+#include "trust/judging.h"
 
 #include <QTest>
 
@@ -132,6 +132,12 @@ void TestFitDetails::judgesWhereAFitEnded()
     analysis::Request dynamic = support::acridone({.kq2 = "1e6", .Model = 1});
     dynamic.options.logMode = 1; // from the default panel the engine ends on a plateau
     QVERIFY(detailsOfFit(dynamic).verdict == Verdict::NotAMinimum);
+    LeastSums known;
+    support::PatientObserver observer;
+    const Judgement judgement = judged(dynamic, analysis::run(dynamic, observer), known);
+    QVERIFY(judgement.advice == Advice::FindStartValues);
+    QVERIFY2(QByteArray::fromStdString(sentence(judgement, 1)).startsWith("not a minimum: the sum is "),
+             sentence(judgement, 1).c_str());
 }
 
 void TestFitDetails::judgesACalculation()
