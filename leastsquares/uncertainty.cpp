@@ -90,23 +90,28 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
     return uncertaintyOf(problem, values, free, estimatedScatter(sumOfSquares(problem, values), degreesOfFreedom));
 }
 
-fit::Parameters standardErrorsUnder(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
-                                    std::span<const double> own, std::span<const double> common)
+PropagatedErrors propagatedErrors(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
+                                  std::span<const double> own, std::span<const double> common)
 {
-    fit::Parameters errors{};
-    if (free.empty() || problem.pointCount() == 0 || !std::isfinite(sumOfSquares(problem, values)))
+    const auto points = static_cast<Eigen::Index>(own.size());
+    PropagatedErrors errors{{}, {own.begin(), own.end()}};
+    if (points == 0 || !std::isfinite(sumOfSquares(problem, values)))
         return errors;
+    const Eigen::Map<const Eigen::VectorXd> ownErrors(own.data(), points), commonErrors(common.data(), points);
     const Eigen::MatrixXd J = derivativeMatrix(problem, values, free);
     const InverseNormal inverse(J);
-    const Eigen::MatrixXd response = inverse.matrix * J.transpose(); // of the values to each observation
-    const auto points = static_cast<Eigen::Index>(own.size());
-    const Eigen::MatrixXd toOwn = response * Eigen::Map<const Eigen::VectorXd>(own.data(), points).asDiagonal();
-    const Eigen::VectorXd toCommon = response * Eigen::Map<const Eigen::VectorXd>(common.data(), points);
-    for (std::size_t j = 0; j < free.size(); ++j) {
-        const auto row = static_cast<Eigen::Index>(j);
-        const double relative = std::hypot(toOwn.row(row).norm(), toCommon[row]);
-        errors[free[j]] = inverse.flat[j] ? kInfinity : relative * std::abs(values[free[j]]);
-    }
+    const Eigen::MatrixXd toValues = inverse.matrix * J.transpose();
+    const Eigen::MatrixXd toResiduals = Eigen::MatrixXd::Identity(points, points) - J * toValues;
+    const auto errorThrough = [&](const Eigen::MatrixXd& response, Eigen::Index row) {
+        return std::hypot(response.row(row).cwiseProduct(ownErrors.transpose()).norm(),
+                          response.row(row).dot(commonErrors));
+    };
+    for (Eigen::Index i = 0; i < points; ++i)
+        errors.ofResiduals[static_cast<std::size_t>(i)] = errorThrough(toResiduals, i);
+    for (std::size_t j = 0; j < free.size(); ++j)
+        errors.ofParameters[free[j]] =
+            inverse.flat[j] ? kInfinity
+                            : errorThrough(toValues, static_cast<Eigen::Index>(j)) * std::abs(values[free[j]]);
     return errors;
 }
 

@@ -4,6 +4,7 @@
 #include "leastsquares/scatter.h"
 
 #include <span>
+#include <vector>
 
 namespace leastsquares
 {
@@ -29,11 +30,16 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
 /// The same with estimatedScatter() at the values. pointCount: number of points that could deviate.
 Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount);
 
-/// Standard errors of an unweighted fit's values if the observations err in another way: with the covariance
-/// S = diag(own^2) + common common', the covariance of the values is A J'S J A with A = (J'J)^-1.
-/// own, common: of each point, in its unit: its own error, and its share of an error that all points have in common.
-/// Slots as in Uncertainty; infinity: not determined.
-fit::Parameters standardErrorsUnder(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
-                                    std::span<const double> own, std::span<const double> common);
+/// Standard errors of an unweighted fit if the observations err in another way.
+struct PropagatedErrors {
+    fit::Parameters ofParameters{};  // slots as in Uncertainty; infinity: not determined
+    std::vector<double> ofResiduals; // of each point
+};
+
+/// With the covariance S = diag(own^2) + common common' of the observations, the covariance of the values is A J'S J A
+/// with A = (J'J)^-1, that of the residuals M S M' with M = 1 - J A J'. own, common: of each point, in its unit, its
+/// own error and its share of an error that all points have in common.
+PropagatedErrors propagatedErrors(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
+                                  std::span<const double> own, std::span<const double> common);
 
 } // namespace leastsquares

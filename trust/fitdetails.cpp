@@ -2,6 +2,7 @@
 
 #include "fit/statistics.h"
 #include "fit/vectorregisters.h"
+#include "leastsquares/akaike.h"
 
 #include <cmath>
 #include <limits>
@@ -55,7 +56,8 @@ FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& res
     details.rootMeanSquareError =
         dof > 0 ? std::sqrt(details.sumOfSquares / dof) : std::numeric_limits<double>::infinity();
     details.R2 = determination(details.sumOfSquares, observedRatios(requested.request));
-    details.AICc = correctedAkaike(details.sumOfSquares, requested.countedPoints(), static_cast<int>(free.size()));
+    const int fittedConstants = static_cast<int>(free.size()) + 1; // and the variance
+    details.AICc = leastsquares::correctedAkaike(details.sumOfSquares, requested.countedPoints(), fittedConstants);
     details.runs = leastsquares::runsTest(details.residuals);
     details.verdict = judge(requested, result, details.uncertainty.undetermined);
     return details;
@@ -65,14 +67,6 @@ FitDetails fitDetails(const analysis::Request& request, const analysis::Result& 
 {
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
     return fitDetails({*problem, request}, result);
-}
-
-std::optional<double> correctedAkaike(double sumOfSquares, int n, int p)
-{
-    const int k = p + 1;
-    if (n - k - 1 <= 0 || !(sumOfSquares > 0) || !std::isfinite(sumOfSquares))
-        return std::nullopt;
-    return n * std::log(sumOfSquares / n) + 2.0 * k + 2.0 * k * (k + 1) / (n - k - 1);
 }
 
 } // namespace trust

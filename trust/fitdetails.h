@@ -21,7 +21,7 @@ struct FitDetails {
     double sumOfSquares = 0;
     double rootMeanSquareError = 0;  // sqrt(sum of squares / degrees of freedom); infinity without a degree of freedom
     double R2 = 0;                   // over all points; NaN if all are equal
-    std::optional<double> AICc{};    // none with too few points
+    std::optional<double> AICc{};    // with the variance as one more constant; none with too few points
     std::vector<double> residuals{}; // observed minus model, in the order of the points
     leastsquares::RunsTest runs{};   // of the residuals
     Verdict verdict = Verdict::NotDefined;
@@ -30,10 +30,5 @@ struct FitDetails {
 /// result: what came out of the request.
 FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& result);
 FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result);
-
-/// Akaike's criterion for small samples: n ln(S / n) + 2 k + 2 k (k + 1) / (n - k - 1) for n points that could deviate
-/// and k = p + 1, because the variance counts as one more constant than the p fitted ones; none if n is too small.
-/// Source: C. M. Hurvich, C.-L. Tsai, Biometrika 76 (1989) 297.
-std::optional<double> correctedAkaike(double sumOfSquares, int n, int p);
 
 } // namespace trust

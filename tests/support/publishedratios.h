@@ -34,6 +34,15 @@ inline PublishedRatios hFis1Ratios()
     return {{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {1, 1.1789, 1.4212, 1.821, 2.444, 3.0051, 3.4779}, 3e-9, "10e-6"};
 }
 
+/// The simulated intensities of the manual's example of two sites: F = 0.6 and 5e9 M^-1 s^-1, rounded to four digits.
+inline PublishedRatios twoSiteRatios()
+{
+    PublishedRatios set{{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5}, {}, 3e-9, "50e-6"};
+    for (double intensity : {1000.0, 732.1, 625.0, 531.2, 488.6, 464.3, 448.5})
+        set.ratio.push_back(1000 / intensity);
+    return set;
+}
+
 /// Ratios with one lifetime, s, as an analysis takes them.
 inline sternvolmer::RatioPoints ratioPoints(const std::vector<double>& conc, const std::vector<double>& ratio,
                                             double tau0)

@@ -1,5 +1,6 @@
 #include "trust/detailstext.h"
 
+#include "leastsquares/akaike.h"
 #include "sternvolmer/ratioproblem.h"
 #include "tests/support/callableproblem.h"
 #include "tests/support/ratiosets.h"
@@ -119,7 +120,7 @@ void TestFitDetails::givesTheFiguresOfALine()
     QCOMPARE(figures[8][1], std::string("100.0 %"));
     const FitDetails allPointsAbove = detailsAt(request, {0, 0.9});
     QCOMPARE(detailsText(allPointsAbove, labels).figures[7][1], std::string("no runs test, all have the same sign"));
-    QVERIFY(near(*correctedAkaike(0.045, 6, 1), 6 * std::log(0.0075) + 4 + 12.0 / 3));
+    QVERIFY(near(*leastsquares::correctedAkaike(0.045, 6, 2), 6 * std::log(0.0075) + 4 + 12.0 / 3));
 }
 
 void TestFitDetails::judgesWhereAFitEnded()
