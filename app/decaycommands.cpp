@@ -39,6 +39,11 @@ bool usable(const decay::SampleTable& samples)
            });
 }
 
+plot::DecayTableUnits tableUnits(const Settings& settings)
+{
+    return {.seconds = settings.TimeScale == 0, .logarithms = settings.IntensityScale != 0};
+}
+
 } // namespace
 
 void DecayCommands::Normalization()
@@ -61,7 +66,7 @@ void DecayCommands::Normalization()
     m_input.shared.DataNormalized = true;
     writeAmplitudes(data.samples);
     m_windows.observedTable.SetTitle("Experimental values");
-    plot::ShowExperimentalDecayTable(m_windows.observedTable, data.samples, m_input.shared.settings);
+    plot::ShowExperimentalDecayTable(m_windows.observedTable, data.samples, tableUnits(m_input.shared.settings));
     m_windows.observedTable.showFilled();
     plot::PlotDecayCurves(m_windows.curves, data.samples);
     m_windows.curves.showFilled();
@@ -159,7 +164,7 @@ void DecayCommands::show(Run& run, const plot::FittedCurves& curves, std::string
     plot::PlotDecayDeviation(m_windows.deviations, run.samples, curves);
     m_windows.deviations.showFilled();
     m_windows.fittedTable.SetTitle(tableTitle);
-    plot::ShowDecayFittingTable(m_windows.fittedTable, run.samples, run.settings);
+    plot::ShowDecayFittingTable(m_windows.fittedTable, run.samples, tableUnits(run.settings));
     m_windows.fittedTable.showFilled();
 }
 

@@ -45,36 +45,36 @@ void writeCell(TableSink& table, int column, int row, double value, std::string_
     table.Value(fit::formatNumber(value, format));
 }
 
-void writeTimes(TableSink& table, const decay::Grid& times, const app::Settings& settings)
+void writeTimes(TableSink& table, const decay::Grid& times, DecayTableUnits units)
 {
     for (int j = 0; j < kTableTimes; ++j) {
-        if (settings.TimeScale == 0)
+        if (units.seconds)
             writeCell(table, 0, j + 1, times[slot(j)], "0.00e+00");
         else
             writeCell(table, 0, j + 1, times[slot(j)] * kNsPerS, "####0.##");
     }
 }
 
-void writeDecay(TableSink& table, int column, const decay::Grid& logs, const app::Settings& settings)
+void writeDecay(TableSink& table, int column, const decay::Grid& logs, DecayTableUnits units)
 {
     for (int j = 0; j < kTableTimes; ++j) {
-        if (settings.IntensityScale == 0)
-            writeCell(table, column, j + 1, std::pow(10.0, logs[slot(j)]), "0.###e+#");
-        else
+        if (units.logarithms)
             writeCell(table, column, j + 1, logs[slot(j)], "#0.###");
+        else
+            writeCell(table, column, j + 1, std::pow(10.0, logs[slot(j)]), "0.###e+#");
     }
 }
 
-void writeDecayTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings,
+void writeDecayTable(TableSink& table, const decay::SampleTable& samples, DecayTableUnits units,
                      decay::Grid decay::SampleRecord::*logs)
 {
     table.Rows(kTableTimes + 1);
     table.Cols(std::max(kLeastColumns, samples.SampleCount + 1));
-    writeTimes(table, reference(samples).T, settings);
+    writeTimes(table, reference(samples).T, units);
     for (int i = 1; i <= samples.SampleCount; ++i) {
         const decay::SampleRecord& sample = samples.SampleData[slot(i)];
         writeCell(table, i, 0, sample.Conc, "0.#####");
-        writeDecay(table, i, sample.*logs, settings);
+        writeDecay(table, i, sample.*logs, units);
     }
 }
 
@@ -141,20 +141,20 @@ void PlotDecayDeviation(Canvas& canvas, decay::SampleTable& samples, const Fitte
     }
 }
 
-void ShowExperimentalDecayTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings)
+void ShowExperimentalDecayTable(TableSink& table, const decay::SampleTable& samples, DecayTableUnits units)
 {
     table.ClearSheet();
     table.setRedraw(false);
     table.SetTitle("Experimental Decay");
-    writeDecayTable(table, samples, settings, &decay::SampleRecord::observedLog);
+    writeDecayTable(table, samples, units, &decay::SampleRecord::observedLog);
     table.setRedraw(true);
 }
 
-void ShowDecayFittingTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings)
+void ShowDecayFittingTable(TableSink& table, const decay::SampleTable& samples, DecayTableUnits units)
 {
     table.ClearSheet();
     table.setRedraw(false);
-    writeDecayTable(table, samples, settings, &decay::SampleRecord::fittedLog);
+    writeDecayTable(table, samples, units, &decay::SampleRecord::fittedLog);
     table.setRedraw(true);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/settings.h"
 #include "decay/sampletable.h"
 #include "plot/canvas.h"
 #include "plot/tablesink.h"
@@ -10,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-/// Charts and tables of decay curves. Charts always show seconds and base-10 logarithms, whatever the settings are.
+/// Charts and tables of decay curves. Charts always show seconds and base-10 logarithms.
 namespace plot
 {
 
@@ -30,9 +29,15 @@ void PlotFittedDecayCurves(Canvas& canvas, decay::SampleTable& samples, const Fi
 /// Draws deviations of observed from fitted intensities in percent; writes point 0 of the samples' observedLog.
 void PlotDecayDeviation(Canvas& canvas, decay::SampleTable& samples, const FittedCurves& fitted);
 
+/// The units of a table of decays.
+struct DecayTableUnits {
+    bool seconds = false;    // instead of nanoseconds
+    bool logarithms = false; // to base 10, instead of the intensities themselves
+};
+
 /// Lists the observed decays, one row per time and one column per sample.
-void ShowExperimentalDecayTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings);
+void ShowExperimentalDecayTable(TableSink& table, const decay::SampleTable& samples, DecayTableUnits units);
 /// Lists the fitted decays that PlotFittedDecayCurves stored; does not change the title.
-void ShowDecayFittingTable(TableSink& table, const decay::SampleTable& samples, const app::Settings& settings);
+void ShowDecayFittingTable(TableSink& table, const decay::SampleTable& samples, DecayTableUnits units);
 
 } // namespace plot

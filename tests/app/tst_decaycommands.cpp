@@ -1,4 +1,5 @@
 #include "tests/support/application.h"
+#include "ui/grid.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
@@ -34,6 +35,7 @@ class TestDecayCommands : public QObject
 
 private slots:
     void normalisesWritesBackAndDraws();
+    void tablesFollowTheOutputSettings();
     void keepsTheNormalisedDataOfARefusedSheet();
     void stopsALongPoissonFitAtOnce();
 };
@@ -50,6 +52,21 @@ void TestDecayCommands::normalisesWritesBackAndDraws()
     QCOMPARE(vorlo.program.GraphWindow1.windowTitle(), "Decay Curves");
     QVERIFY(vorlo.program.GraphWindow1.isVisible());
     QVERIFY(!vorlo.program.GraphWindow2.isVisible());
+}
+
+void TestDecayCommands::tablesFollowTheOutputSettings()
+{
+    Program vorlo({{"0", "1", "1", "400"}}); // after 3920 ns I = exp(-9.8)
+    const auto* grid = vorlo.program.OutputTable1.findChild<ui::Grid*>("MSHFlexGrid1");
+    const auto lastRow = [&] {
+        vorlo.normalise();
+        return grid->text(50, 0) + " " + grid->text(50, 1);
+    };
+    QCOMPARE(lastRow(), "3920. 5.545e-5");
+    vorlo.program.shared.settings.TimeScale = 0;
+    QCOMPARE(lastRow(), "3.92e-06 5.545e-5");
+    vorlo.program.shared.settings.IntensityScale = 1;
+    QCOMPARE(lastRow(), "3.92e-06 -4.256");
 }
 
 void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()

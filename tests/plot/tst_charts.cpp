@@ -53,7 +53,7 @@ private slots:
     void fittedDecaysFollowTheGrid();
     void decayDeviationsAreInPercent();
     void decayFaultsAndEmptyLogarithms();
-    void decayTablesFollowTheScales();
+    void decayTablesFollowTheUnits();
 };
 
 void TestCharts::drawsMeasuredRatios()
@@ -181,25 +181,24 @@ void TestCharts::decayFaultsAndEmptyLogarithms()
     }
 }
 
-void TestCharts::decayTablesFollowTheScales()
+void TestCharts::decayTablesFollowTheUnits()
 {
     const struct {
-        int timeScale, intensityScale;
+        plot::DecayTableUnits units;
         const char *time, *value, *fitted;
-    } cases[]{{0, 0, "4.90e-08", "3.548e-3", "1.e-2"},
-              {0, 1, "4.90e-08", "-2.45", "-2."},
-              {1, 0, "49.", "3.548e-3", "1.e-2"},
-              {1, 1, "49.", "-2.45", "-2."}};
+    } cases[]{{{.seconds = true, .logarithms = false}, "4.90e-08", "3.548e-3", "1.e-2"},
+              {{.seconds = true, .logarithms = true}, "4.90e-08", "-2.45", "-2."},
+              {{.seconds = false, .logarithms = false}, "49.", "3.548e-3", "1.e-2"},
+              {{.seconds = false, .logarithms = true}, "49.", "-2.45", "-2."}};
     for (const auto& c : cases) {
-        const app::Settings settings{.TimeScale = c.timeScale, .IntensityScale = c.intensityScale};
         decay::SampleTable samples = twoSamples();
         samples.SampleData[2].fittedLog[49] = -2;
         support::RecordingTable table;
-        plot::ShowDecayFittingTable(table, samples, settings);
+        plot::ShowDecayFittingTable(table, samples, c.units);
         QCOMPARE(table.title, "as it was");
         QCOMPARE((table.cells[{50, 2}]), c.fitted);
         QCOMPARE(table.cells.size(), 50u * 3u + 2u);
-        plot::ShowExperimentalDecayTable(table, samples, settings);
+        plot::ShowExperimentalDecayTable(table, samples, c.units);
         QCOMPARE(table.title, "Experimental Decay");
         QCOMPARE(table.redraws, (std::vector<bool>{false, true, false, true}));
         QVERIFY(table.rows == 51);
@@ -209,7 +208,7 @@ void TestCharts::decayTablesFollowTheScales()
         QCOMPARE((table.cells[{50, 0}]), c.time);
         QCOMPARE((table.cells[{50, 2}]), c.value);
         samples.SampleCount = 20;
-        plot::ShowDecayFittingTable(table, samples, settings);
+        plot::ShowDecayFittingTable(table, samples, c.units);
         QCOMPARE(table.columns, 21);
     }
 }
