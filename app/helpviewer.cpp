@@ -1,5 +1,6 @@
 #include "app/helpviewer.h"
 
+#include "ui/closing.h"
 #include "ui/textbox.h"
 #include "ui/twips.h"
 
@@ -54,6 +55,7 @@ HelpViewer::HelpViewer(QWidget* parent)
     layOut();
     connect(m_find, &QLineEdit::returnPressed, this, &HelpViewer::findNext);
     new QShortcut(QKeySequence::Find, this, m_find, qOverload<>(&QWidget::setFocus));
+    ui::closeOnEscape(*this);
     new QShortcut(Qt::Key_F3, this, this, &HelpViewer::findNext);
     resize(ui::toPixels(kWidthTwips), ui::toPixels(kHeightTwips));
 }

@@ -71,7 +71,9 @@ const std::vector<Menu>& menus()
           {"for &Stern-Volmer Analysis", "mnuFindSternVolmerStart", &Main::findSternVolmerStartChosen, "", kFindStart},
           {"for &Decay Curve Analysis", "mnuFindDecayStart", &Main::findDecayStartChosen, "", kFindStart},
           {"Fit D&etails", "mnuFitDetails", &Main::fitDetailsChosen},
-          {"Compare &Models", "mnuCompareModels", &Main::compareModelsChosen}}},
+          {"Compare &Models", "mnuCompareModels", &Main::compareModelsChosen},
+          {"Find and Fit Stern-Vo&lmer", "mnuFindAndFitSternVolmer", &Main::findAndFitSternVolmerChosen},
+          {"Find and Fit Decay C&urve", "mnuFindAndFitDecay", &Main::findAndFitDecayChosen}}},
         {"&Settings", {{"Set &Parameters", "mnuSetParameters", &Main::setParametersChosen}}},
         {"&Help", {{"&Help", "mnuHelpItem0", &Main::helpChosen}, {"&About Vorlo", "mnuHelpItem1", &Main::aboutChosen}}},
     };
@@ -201,7 +203,14 @@ void frmVorloMain::paintEvent(QPaintEvent*) { emit painted(); }
 
 void frmVorloMain::setDecayAnalysisEnabled(bool enabled)
 {
-    findChild<QAction*>("mnuDecayCurveAnalysis")->setEnabled(enabled);
+    for (const char* item : {"mnuDecayCurveAnalysis", "mnuFindAndFitDecay"})
+        findChild<QAction*>(item)->setEnabled(enabled);
+}
+
+void frmVorloMain::analyse(models::Analysis analysis)
+{
+    const char* item = analysis == models::Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis";
+    findChild<QAction*>(item)->trigger();
 }
 
 // A running fit may have processed this event; it ends after its current iteration.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "models/catalogue.h"
+
 #include <QMainWindow>
 
 class QAction;
@@ -26,8 +28,11 @@ public:
     /// All in twips. Does nothing while the window is minimised.
     void SetSize(int top, int left, int height, int width);
 
-    /// Disables the command while a decay-curve analysis runs.
+    /// Disables the commands that run a decay-curve analysis while one runs.
     void setDecayAnalysisEnabled(bool enabled);
+
+    /// Chooses the menu item of an analysis.
+    void analyse(models::Analysis analysis);
 
     DataSheet& sheet() { return *m_sheet; }
     ResultsTable& results() { return *m_results; }
@@ -47,6 +52,8 @@ signals:
     void calcSternVolmerChosen();
     void findSternVolmerStartChosen();
     void findDecayStartChosen();
+    void findAndFitSternVolmerChosen();
+    void findAndFitDecayChosen();
     void fitDetailsChosen();
     void compareModelsChosen();
     void setParametersChosen();

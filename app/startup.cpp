@@ -115,9 +115,16 @@ void VorloMain::connectAnalyses()
 
 void VorloMain::connectTrust()
 {
+    using models::Analysis;
     connect(&MainWindow, &frmVorloMain::findSternVolmerStartChosen, this,
-            [this] { m_trustCommands.findSternVolmerStart(); });
-    connect(&MainWindow, &frmVorloMain::findDecayStartChosen, this, [this] { m_trustCommands.findDecayStart(); });
+            [this] { m_trustCommands.findStart(Analysis::SternVolmer); });
+    connect(&MainWindow, &frmVorloMain::findDecayStartChosen, this,
+            [this] { m_trustCommands.findStart(Analysis::Decay); });
+    connect(&MainWindow, &frmVorloMain::findAndFitSternVolmerChosen, this,
+            [this] { m_trustCommands.findAndFit(Analysis::SternVolmer); });
+    connect(&MainWindow, &frmVorloMain::findAndFitDecayChosen, this,
+            [this] { m_trustCommands.findAndFit(Analysis::Decay); });
+    m_trustCommands.analyse = [this](Analysis analysis) { MainWindow.analyse(analysis); };
     connect(&MainWindow, &frmVorloMain::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
     connect(&MainWindow, &frmVorloMain::compareModelsChosen, this, [this] { m_trustCommands.compareAllModels(); });
     const auto look = [this](const analysis::Request& request, const analysis::Result& result) {

@@ -54,30 +54,52 @@ TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, cons
     QObject::connect(&starts, &trust::StartValuesWindow::startChosen, &starts,
                      [this](const fit::Parameters& values) { typeFound(values); });
     QObject::connect(&starts, &trust::StartValuesWindow::backChosen, &starts, [this] { typeBack(); });
+    QObject::connect(&starts, &trust::StartValuesWindow::fitChosen, &starts, [this] { fitFromBoxes(); });
     trust::ModelComparisonWindow& comparison = m_windows.comparison;
     QObject::connect(&comparison, &trust::ModelComparisonWindow::modelChosen, &comparison,
                      [this](int model, const fit::Parameters& values) { chooseModel(model, values); });
 }
 
-void TrustCommands::findSternVolmerStart()
+void TrustCommands::findStart(models::Analysis analysis) { search(analysis); }
+
+void TrustCommands::findAndFit(models::Analysis analysis)
 {
-    const PanelState panel = m_panel.panelState();
-    if (const std::optional<analysis::Request> request = ratioRequest(panelValues(panel)))
-        search(*request, panel);
+    if (search(analysis))
+        analyse(analysis);
 }
 
-void TrustCommands::findDecayStart()
+/// The model may have been changed since the search.
+void TrustCommands::fitFromBoxes()
+{
+    PanelState panel = m_panel.panelState();
+    panel.Model = m_typed.Model;
+    m_panel.setPanelState(panel);
+    analyse(m_searchedFor);
+}
+
+/// True when the boxes hold start values that were found.
+bool TrustCommands::search(models::Analysis analysis)
 {
     const PanelState panel = m_panel.panelState();
+    const std::optional<analysis::Request> request =
+        analysis == models::Analysis::Decay ? decayRequest(panelValues(panel)) : ratioRequest(panelValues(panel));
+    if (!request)
+        return false;
+    return search(*request, panel);
+}
+
+/// Of normalised data; without them the user is told.
+std::optional<analysis::Request> TrustCommands::decayRequest(const PanelValues& panel)
+{
     const SharedState& shared = m_input.shared;
-    if (const auto complaint = analysis::decayComplaint(shared.DataNormalized, panel.Model)) {
+    if (const auto complaint = analysis::decayComplaint(shared.DataNormalized, panel.model)) {
         m_input.prompter.message(QString::fromStdString(*complaint));
-        return;
+        return std::nullopt;
     }
     assert(shared.samples); // normalised data exist
     analysis::Request request = m_analyzers.decays.request();
     request.data = *shared.samples;
-    search(requestOf(panelValues(panel), shared.settings.LogMode, request), panel);
+    return requestOf(panel, shared.settings.LogMode, request);
 }
 
 /// Of checked data; what is wrong with them is told.
@@ -99,36 +121,48 @@ std::optional<analysis::Request> TrustCommands::ratioRequest(const PanelValues& 
     return requestOf(panel, m_input.shared.settings.LogMode, request);
 }
 
-void TrustCommands::search(const analysis::Request& request, const PanelState& panel)
+bool TrustCommands::search(const analysis::Request& request, const PanelState& panel)
 {
     const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
     const trust::RequestedFit requested{*problem, request};
     if (problem->pointCount() == 0 || !analysis::startsFinite(request)) // nothing but the reference's decay
-        return m_input.prompter.message(analysis::kArithmeticFault);
-    if (m_searching)
-        return ui::bringToFront(*m_searching);
+        m_input.prompter.message(analysis::kArithmeticFault);
+    else if (m_searching)
+        ui::bringToFront(*m_searching);
+    else {
+        const QScopedValueRollback<QWidget*> searching(m_searching, &m_windows.startValues);
+        m_searchedFor = analysis::methodOf(request);
+        m_typed = panel;
+        m_searched = requested.free();
+        return showSearch(requested);
+    }
+    return false;
+}
+
+bool TrustCommands::showSearch(const trust::RequestedFit& requested)
+{
     trust::StartValuesWindow& window = m_windows.startValues;
-    const QScopedValueRollback<QWidget*> searching(m_searching, &window);
-    const bool isDecay = analysis::methodOf(request) == models::Analysis::Decay;
-    const QString of = isDecay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
-    m_typed = panel;
-    m_searched = requested.free();
-    trust::ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(request.model));
+    const QString of = m_searchedFor == models::Analysis::Decay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
+    trust::ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(requested.request.model));
     showInFront(window, kStartsPlace);
-    if (m_searched.empty())
-        return window.showNothingFound("All constants of this model are fixed.");
+    if (m_searched.empty()) {
+        window.showNothingFound("All constants of this model are fixed.");
+        return false;
+    }
     double done = 0;
     const trust::SearchResult found =
         trust::searchStart(requested, [&](double share) { return progress(done = share); });
     const trust::FoundStarts starts = startsFor(requested, found, [&] { return progress(done); });
     if (fit::StopRequested)
-        return;
-    if (found.cancelled || !progress(done))
+        return false;
+    const bool cancelled = found.cancelled || !progress(done);
+    if (cancelled)
         window.showNothingFound("The search was cancelled. The boxes keep the typed values.");
     else if (starts.starts.empty())
         window.showNothingFound("The model cannot be evaluated at any start tried. The boxes keep the typed values.");
     else
         window.showFound(starts);
+    return !cancelled && !starts.starts.empty();
 }
 
 trust::FoundStarts TrustCommands::startsFor(const trust::RequestedFit& requested, const trust::SearchResult& found,

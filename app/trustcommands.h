@@ -29,17 +29,25 @@ public:
     };
     TrustCommands(const CommandInput& input, PanelEditor& panel, const Windows& windows, const Analyzers& analyzers);
 
-    void findSternVolmerStart();
-    void findDecayStart();
+    void findStart(models::Analysis analysis);
+    /// Finds start values, types them and runs the analysis.
+    void findAndFit(models::Analysis analysis);
     void showFitDetails();
     void compareAllModels();
+
+    /// The owner runs an analysis as its menu item does.
+    std::function<void(models::Analysis)> analyse = [](models::Analysis) {};
 
     /// Called after every finished analysis and calculation.
     void analysed(const analysis::Request& request, const analysis::Result& result);
 
 private:
     std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
-    void search(const analysis::Request& request, const PanelState& panel);
+    std::optional<analysis::Request> decayRequest(const PanelValues& panel);
+    bool search(models::Analysis analysis);
+    bool search(const analysis::Request& request, const PanelState& panel);
+    bool showSearch(const trust::RequestedFit& requested);
+    void fitFromBoxes();
     trust::FoundStarts startsFor(const trust::RequestedFit& requested, const trust::SearchResult& found,
                                  const trust::KeepGoing& keepGoing) const;
     void typeFound(const fit::Parameters& values);
@@ -52,6 +60,7 @@ private:
     Windows m_windows;
     Analyzers m_analyzers;
     QWidget* m_searching = nullptr;     // the window of the running search; only one runs at a time
+    models::Analysis m_searchedFor{};   // the analysis for which the last search was
     PanelState m_typed;                 // the panel at the start of the last search
     leastsquares::FreeSlots m_searched; // the parameters of the last search
     std::function<void()> m_details;    // updates the window of fit details; empty before the first analysis

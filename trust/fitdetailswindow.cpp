@@ -3,6 +3,7 @@
 #include "trust/residualplot.h"
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
+#include "ui/closing.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -20,7 +21,6 @@ QLabel* namedLabel(const char* name, QWidget* parent)
     auto* label = new QLabel(parent);
     label->setObjectName(name);
     label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
 }
 
@@ -33,18 +33,23 @@ FitDetailsWindow::FitDetailsWindow()
       m_correlations(makeTable("grdCorrelations", tr("Correlations of the constants"), this)),
       m_residualsCaption(new QLabel(tr("&Residuals, also drawn against Qtotal:"), this)),
       m_residuals(makeTable("grdResiduals", tr("Residuals"), this)), m_plot(new ResidualPlot(this)),
-      m_copy(new QPushButton(tr("&Copy"), this))
+      m_copy(new QPushButton(tr("&Copy"), this)), m_close(new QPushButton(tr("C&lose"), this))
 {
     setWindowTitle(tr("Fit Details"));
     m_heading->setText(tr("No analysis has been run yet."));
     m_copy->setObjectName("cmdCopyDetails");
     m_copy->setEnabled(false);
+    m_close->setObjectName("cmdCloseDetails");
     QFont bold = m_verdict->font();
     bold.setBold(true);
     m_verdict->setFont(bold);
+    for (QLabel* label : {m_verdict, m_remarks})
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layOut();
-    m_heading->setFocus(); // no other widget takes keys before the first fit
+    ui::closeOnEscape(*this);
+    m_close->setFocus();
     connect(m_copy, &QPushButton::clicked, this, [this] { ui::copyText(qtText(plainText(m_text))); });
+    connect(m_close, &QPushButton::clicked, this, &QWidget::close);
 }
 
 void FitDetailsWindow::layOut()
@@ -55,6 +60,7 @@ void FitDetailsWindow::layOut()
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_copy);
+    buttons->addWidget(m_close);
     m_residualsCaption->setBuddy(m_residuals);
     auto* layout = new QVBoxLayout(this);
     for (QLabel* label : {m_heading, m_verdict, m_remarks})

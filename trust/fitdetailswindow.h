@@ -32,7 +32,7 @@ private:
     QLabel* m_residualsCaption;
     QTableWidget* m_residuals;
     ResidualPlot* m_plot;
-    QPushButton* m_copy;
+    QPushButton *m_copy, *m_close;
     DetailsText m_text;
 };
 

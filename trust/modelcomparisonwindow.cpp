@@ -3,6 +3,7 @@
 #include "trust/comparisontext.h"
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
+#include "ui/closing.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -61,6 +62,7 @@ ModelComparisonWindow::ModelComparisonWindow()
     m_cancel->setObjectName("cmdCancelComparison");
     m_copy->setObjectName("cmdCopyModels");
     layOut();
+    ui::closeOnEscape(*this);
     connect(m_cancel, &QPushButton::clicked, this, [this] { m_cancelled = true; });
     connect(m_copy, &QPushButton::clicked, this, &ModelComparisonWindow::copy);
     connect(m_table, &QTableView::activated, this, &ModelComparisonWindow::announceRow);

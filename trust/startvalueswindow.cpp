@@ -2,6 +2,7 @@
 
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
+#include "ui/closing.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -18,7 +19,8 @@ namespace trust
 StartValuesWindow::StartValuesWindow()
     : m_heading(new QLabel(this)), m_progress(new QProgressBar(this)), m_solutions(new QListWidget(this)),
       m_text(new QPlainTextEdit(this)), m_cancel(new QPushButton(tr("C&ancel"), this)),
-      m_back(new QPushButton(tr("&Back"), this)), m_copy(new QPushButton(tr("&Copy"), this))
+      m_back(new QPushButton(tr("&Back"), this)), m_copy(new QPushButton(tr("&Copy"), this)),
+      m_fit(new QPushButton(tr("&Fit"), this)), m_close(new QPushButton(tr("C&lose"), this))
 {
     setWindowTitle(tr("Start Values"));
     m_heading->setObjectName("lblSearch");
@@ -34,10 +36,16 @@ StartValuesWindow::StartValuesWindow()
     m_back->setObjectName("cmdBack");
     m_back->setToolTip(tr("Puts the typed values back into the boxes"));
     m_copy->setObjectName("cmdCopyFound");
+    m_fit->setObjectName("cmdFit");
+    m_fit->setToolTip(tr("Runs the analysis from the values in the boxes"));
+    m_close->setObjectName("cmdCloseStarts");
     layOut();
+    ui::closeOnEscape(*this);
     connect(m_cancel, &QPushButton::clicked, this, [this] { m_cancelled = true; });
     connect(m_back, &QPushButton::clicked, this, &StartValuesWindow::goBack);
     connect(m_copy, &QPushButton::clicked, this, &StartValuesWindow::copy);
+    connect(m_fit, &QPushButton::clicked, this, &StartValuesWindow::fitChosen);
+    connect(m_close, &QPushButton::clicked, this, &QWidget::close);
     connect(m_solutions, &QListWidget::currentRowChanged, this, &StartValuesWindow::showChoice);
 }
 
@@ -47,7 +55,7 @@ void StartValuesWindow::layOut()
     caption->setBuddy(m_solutions);
     m_solutions->setMaximumHeight(4 * m_solutions->fontMetrics().lineSpacing() + 12);
     auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {m_cancel, m_back, m_copy})
+    for (QPushButton* button : {m_cancel, m_back, m_copy, m_fit, m_close})
         buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_heading);
@@ -71,6 +79,7 @@ ProgressBarProgress StartValuesWindow::begin(const QString& heading)
     m_cancel->setEnabled(true);
     m_back->setEnabled(false);
     m_copy->setEnabled(false);
+    m_fit->setEnabled(false);
     m_cancel->setFocus();
     return {*m_progress, m_cancelled};
 }
@@ -82,6 +91,7 @@ void StartValuesWindow::showFound(const FoundStarts& found)
     m_cancel->setEnabled(false);
     m_back->setEnabled(true);
     m_copy->setEnabled(true);
+    m_fit->setEnabled(true);
     for (const FoundStart& start : m_found.starts)
         m_solutions->addItem(qtText(valuesText(m_found.model, start.solution.values)));
     m_solutions->setCurrentRow(0); // which chooses it

@@ -30,6 +30,7 @@ public:
 signals:
     void startChosen(const fit::Parameters& values);
     void backChosen(); // the user wants the typed values again
+    void fitChosen();  // from the values in the boxes
 
 protected:
     void closeEvent(QCloseEvent* event) override; // ends a search
@@ -44,7 +45,7 @@ private:
     QProgressBar* m_progress;
     QListWidget* m_solutions;
     QPlainTextEdit* m_text;
-    QPushButton *m_cancel, *m_back, *m_copy;
+    QPushButton *m_cancel, *m_back, *m_copy, *m_fit, *m_close;
     FoundStarts m_found;
     bool m_cancelled = false;
 };

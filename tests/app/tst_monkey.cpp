@@ -40,7 +40,8 @@ const char* const kMenuItems[] = {
 };
 
 // Rare, because during a search only one event comes in 10 ms, and details take a second after each stopped fit.
-const char* const kSlowItems[] = {"mnuFindSternVolmerStart", "mnuFindDecayStart", "mnuCompareModels", "mnuFitDetails"};
+const char* const kSlowItems[] = {"mnuFindSternVolmerStart",  "mnuFindDecayStart",  "mnuCompareModels",
+                                  "mnuFindAndFitSternVolmer", "mnuFindAndFitDecay", "mnuFitDetails"};
 
 } // namespace
 
@@ -183,7 +184,7 @@ void TestMonkey::act()
     case 1: {
         const char* item = upTo(79) == 0 ? pick(kSlowItems) : pick(kMenuItems);
         vorlo.prompter.nextFile = anyFile();
-        m_runs += QString(item).contains(QRegularExpression("Analysis|Start$|Compare"));
+        m_runs += QString(item).contains(QRegularExpression("Analysis|Start$|Compare|FindAndFit"));
         return vorlo.run(item);
     }
     case 2: // data whose analysis takes a long time

@@ -56,6 +56,8 @@ private slots:
     void foundStartLeadsTheAnalysis_data();
     void foundStartLeadsTheAnalysis();
     void solutionsCanBeChosenAndTakenBack();
+    void findAndFitEndsAtTheLeastSum();
+    void escapeClosesTheWindows();
     void complainsAsTheAnalysisDoes();
     void refusesInfiniteBoxes();
     void searchesDecayCurves();
@@ -116,6 +118,57 @@ void TestTrustCommands::solutionsCanBeChosenAndTakenBack()
     QCOMPARE(p.box("txtS"), QString("0.9"));
     p.solutions().setCurrentRow(1); // once more
     QVERIFY(p.number("txtK") > 80);
+}
+
+void TestTrustCommands::findAndFitEndsAtTheLeastSum()
+{
+    Program p;
+    p.choose(3);
+    p.run("mnuFindAndFitSternVolmer");
+    QCOMPARE(p.program.shared.results.ResultCursor, 2);
+    QVERIFY(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin);
+
+    p.type("txtK", "1e6");
+    p.choose(1);
+    p.solutions().setCurrentRow(1); // the other solution of Model 3
+    p.program.startValues.findChild<QPushButton*>("cmdFit")->click();
+    QVERIFY(p.program.SVAnalyzer.getK() > 80);
+    QVERIFY(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin);
+
+    p.program.shared.settings.LogMode = 0; // in log mode the engine stops 0.12 percent above the least sum
+    p.run("mnuNormalization");
+    p.choose(1);
+    p.run("mnuFindAndFitDecay");
+    QCOMPARE(p.result(3, 0), "Decay");
+    QVERIFY(p.found().contains("ends at this minimum"));
+
+    p.control<QCheckBox>("Check1").click();
+    p.run("mnuFindAndFitSternVolmer"); // nothing is free
+    QTimer::singleShot(0, &p.program.MainWindow, [&] { p.program.startValues.close(); });
+    p.choose(6);
+    p.run("mnuFindAndFitSternVolmer");
+    QCOMPARE(p.program.shared.results.ResultCursor, 4);
+}
+
+void TestTrustCommands::escapeClosesTheWindows()
+{
+    Program p;
+    for (const auto& [command, window] :
+         {std::pair<const char*, QWidget*>{"mnuFindSternVolmerStart", &p.program.startValues},
+          {"mnuFitDetails", &p.program.fitDetails},
+          {"mnuCompareModels", &p.program.modelComparison},
+          {"mnuHelpItem0", &p.program.helpViewer}}) {
+        p.run(command);
+        QTRY_VERIFY2(window->isActiveWindow(), command);
+        QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+        QVERIFY2(!window->isVisible(), command);
+    }
+    for (const auto& [window, button] : {std::pair<QWidget*, const char*>{&p.program.startValues, "cmdCloseStarts"},
+                                         {&p.program.fitDetails, "cmdCloseDetails"}}) {
+        window->show();
+        window->findChild<QPushButton*>(button)->click();
+        QVERIFY(!window->isVisible());
+    }
 }
 
 void TestTrustCommands::complainsAsTheAnalysisDoes()
@@ -185,6 +238,7 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     p.run("mnuFitDetails");
     const int room = p.program.fitDetails.screen()->availableSize().width() - ui::toPixels(150);
     QVERIFY(p.program.fitDetails.width() >= std::min(ui::toPixels(1.2 * 7400), room)); // as large texts need
+    QCOMPARE(p.program.fitDetails.focusWidget()->objectName(), QString("cmdCloseDetails")); // no caret in a title
     p.run("mnuSternVolmerAnalysis"); // default panel, log mode: ends where the engine sees no slope
     QCOMPARE(p.verdict(), QString("not a minimum: try other start values"));
     p.run("mnuFindSternVolmerStart");

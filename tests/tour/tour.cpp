@@ -171,6 +171,7 @@ struct Tour {
         tour::chooseItem(window, "mnuSternVolmerAnalysis");
         tour::chooseItem(window, "mnuFitDetails");
         picture(program.fitDetails, "fit-details.png");
+        tour::chooseItem(window, "mnuFindAndFitSternVolmer");
         tour::chooseItem(window, "mnuCompareModels");
         picture(program.modelComparison, "compare-models.png");
     }
