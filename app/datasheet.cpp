@@ -59,6 +59,9 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
     layout->addWidget(m_editor);
     layout->addWidget(m_grid);
 
+    for (const auto signal : {&QAbstractItemModel::rowsRemoved, &QAbstractItemModel::columnsRemoved})
+        connect(m_grid->model(), signal, this, &DataSheet::changed);
+    connect(m_grid->model(), &QAbstractItemModel::dataChanged, this, &DataSheet::changed);
     setCounts(kSheetRows, kSheetColumns);
     m_grid->setColumnTwips(0, kTitleColumnTwips);
     showWholeColumns();

@@ -48,7 +48,8 @@ public:
     const ui::Grid& grid() const { return *m_grid; }
 
 signals:
-    void edited(); // by a key in the line or by paste: samples read earlier may be out of date
+    void changed(); // a text of any cell, by whatever means
+    void edited();  // by a key in the line or by paste: samples read earlier may be out of date
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,6 +4,7 @@
 #include "app/parameterpanel.h"
 #include "app/resultstable.h"
 #include "app/sharedstate.h"
+#include "app/statusline.h"
 #include "fit/gaussnewton.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
@@ -107,7 +108,7 @@ void addItem(frmVorloMain& window, QMenu& menu, const Item& item)
 
 frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
     : QMainWindow(parent), m_sheet(new DataSheet(this)), m_results(new ResultsTable(shared, this)),
-      m_panel(new ParameterPanel(shared, this))
+      m_panel(new ParameterPanel(shared, this)), m_statusLine(new StatusLine(this))
 {
     setWindowTitle(kTitle);
     makeMenus();
@@ -140,12 +141,17 @@ void frmVorloMain::arrange()
     left->addWidget(m_sheet);
     left->addWidget(m_results, 1);
 
-    auto* centre = new QWidget(this);
-    auto* columns = new QHBoxLayout(centre);
-    columns->setContentsMargins(4, 4, 4, 4);
+    auto* columns = new QHBoxLayout;
     columns->setSpacing(6);
     columns->addLayout(left, 1);
     columns->addWidget(m_panel);
+
+    auto* centre = new QWidget(this);
+    auto* lines = new QVBoxLayout(centre);
+    lines->setContentsMargins(4, 4, 4, 4);
+    lines->setSpacing(4);
+    lines->addLayout(columns, 1);
+    lines->addWidget(m_statusLine);
     setCentralWidget(centre);
     m_sheet->grid().setFocus(); // no focus proxy, or Tab would skip the editor after the last control
 }

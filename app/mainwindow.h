@@ -12,10 +12,11 @@ namespace app
 class DataSheet;
 class ParameterPanel;
 class ResultsTable;
+class StatusLine;
 struct SharedState;
 
-/// The main window: menus, data sheet, results table and parameter panel. It announces chosen commands and dropped
-/// files; its owner acts.
+/// The main window: menus, data sheet, results table, parameter panel and status line. It announces chosen commands and
+/// dropped files; its owner acts.
 class frmVorloMain : public QMainWindow
 {
     Q_OBJECT
@@ -37,6 +38,7 @@ public:
     DataSheet& sheet() { return *m_sheet; }
     ResultsTable& results() { return *m_results; }
     ParameterPanel& panel() { return *m_panel; }
+    StatusLine& statusLine() { return *m_statusLine; }
 
 signals:
     void newChosen();
@@ -79,6 +81,7 @@ private:
     DataSheet* m_sheet;
     ResultsTable* m_results;
     ParameterPanel* m_panel;
+    StatusLine* m_statusLine;
 };
 
 } // namespace app

@@ -4,6 +4,8 @@
 #include "app/datasheet.h"
 #include "app/parameterpanel.h"
 #include "app/resultstable.h"
+#include "app/samplestext.h"
+#include "app/statusline.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
 #include "ui/textbox.h"
@@ -36,6 +38,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     connectEditMenu();
     connectAnalyses();
     connectTrust();
+    connectStatusLine();
     connectWindows();
     GraphWindow1.SetTitle("Decay Plot");
     GraphWindow2.SetTitle("Analysis Plot");
@@ -132,6 +135,15 @@ void VorloMain::connectTrust()
     };
     m_sternVolmerCommands.finished = look;
     m_decayCommands.finished = look;
+}
+
+void VorloMain::connectStatusLine()
+{
+    m_afterChanges.setSingleShot(true);
+    connect(&MainWindow.sheet(), &DataSheet::changed, &m_afterChanges, qOverload<>(&QTimer::start));
+    connect(&m_afterChanges, &QTimer::timeout, this,
+            [this] { MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(MainWindow.sheet()))); });
+    m_afterChanges.start();
 }
 
 // Windows are hidden, not destroyed, because a fit that processed the close event still uses them.

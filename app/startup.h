@@ -12,6 +12,8 @@
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
 
+#include <QTimer>
+
 #include <functional>
 #include <memory>
 
@@ -72,6 +74,7 @@ private:
     void connectEditMenu();
     void connectAnalyses();
     void connectTrust();
+    void connectStatusLine();
     void connectWindows();
     void endProgram();
 
@@ -80,6 +83,7 @@ private:
     DecayCommands m_decayCommands;
     SternVolmerCommands m_sternVolmerCommands;
     TrustCommands m_trustCommands;
+    QTimer m_afterChanges; // runs out once, after all changes that one event makes
 };
 
 } // namespace app

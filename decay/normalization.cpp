@@ -77,20 +77,18 @@ void layGrid(SampleRecord& record, double TimeMax, bool ownEnd)
 DecayData readDecayData(const CellText& cell, double FitRegionLevel, int model)
 {
     DecayData data;
-    data.complete = true;
     SampleTable& table = data.samples;
     for (int column = 1; hasSample(cell, column); ++column) {
         SampleRecord& record = table.SampleData[static_cast<std::size_t>(column)];
         record.Conc = fit::numberFrom(cell(kConcRow, column));
-        if (!readComponents(cell, column, record))
-            data.complete = false;
+        const bool hasComponents = readComponents(cell, column, record);
         const double sum = amplitudeSum(record);
-        if (sum == 0 || !std::isfinite(sum))
-            data.complete = false;
+        const bool complete = hasComponents && sum != 0 && std::isfinite(sum);
+        if (!complete && data.incompleteColumn == 0)
+            data.incompleteColumn = column;
         table.SampleCount = column;
     }
-    if (table.SampleCount == 0)
-        data.complete = false;
+    data.complete = table.SampleCount > 0 && data.incompleteColumn == 0;
     table.FitRegionLevel = FitRegionLevel;
     // Slot 0 is never filled, so this refuses nothing. The laws of two sites give 0 for three components, and the
     // report shows it.

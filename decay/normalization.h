@@ -9,6 +9,7 @@ namespace decay
 struct DecayData {
     SampleTable samples;
     bool complete = false;         // no component count, amplitude or lifetime is missing
+    int incompleteColumn = 0;      // the first one in which something is missing; 0: none
     bool siteModelRefused = false; // three components cannot be analysed with a two-site model
     bool usable() const { return complete && !siteModelRefused; }
 };

@@ -23,26 +23,23 @@ bool readGivenComponents(const decay::CellText& cell, int column, decay::SampleR
 RatioData readSternVolmerData(const decay::CellText& cell)
 {
     RatioData data;
-    data.complete = true;
     decay::SampleTable& table = data.samples;
     for (int column = 1; decay::hasSample(cell, column); ++column) {
         decay::SampleRecord& record = table.SampleData[static_cast<std::size_t>(column)];
         record.Conc = fit::numberFrom(cell(decay::kConcRow, column));
         if (column == 1 && record.Conc != 0) {
-            data.referenceFirst = data.complete = false;
+            data.referenceFirst = false;
             break;
         }
-        if (!readGivenComponents(cell, column, record))
-            data.complete = false;
+        const bool hasComponents = readGivenComponents(cell, column, record);
         record.Phi = fit::numberFrom(cell(decay::kPhiRow, column));
-        if (record.Phi <= 0) {
-            data.complete = false;
+        if (data.incompleteColumn == 0 && (!hasComponents || record.Phi <= 0))
+            data.incompleteColumn = column;
+        if (record.Phi <= 0)
             break;
-        }
         table.SampleCount = column;
     }
-    if (table.SampleCount == 0)
-        data.complete = false;
+    data.complete = table.SampleCount > 0 && data.incompleteColumn == 0;
     return data;
 }
 

@@ -14,6 +14,7 @@ struct RatioData {
     decay::SampleTable samples;
     bool complete = false;      // every sample read has its intensity, and the reference its components
     bool referenceFirst = true; // the first column is at 0 M
+    int incompleteColumn = 0;   // the first one in which something is missing; 0: none
     double Xmax = 0;            // largest concentration, M
     double Ymax = 0;            // largest ratio, at least 1
     double tau0 = 0;            // mean lifetime of the reference, s

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDragEnterEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
@@ -53,6 +54,8 @@ private slots:
     void editMenuMovesBlocks();
     void editKeysInTheResultsKeepToThem();
     void commandsTakeWhatIsInTheLine();
+    void statusLineTellsWhichSamplesAreRead_data();
+    void statusLineTellsWhichSamplesAreRead();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindowAndEnds();
 };
@@ -214,6 +217,42 @@ void TestStartup::commandsTakeWhatIsInTheLine()
     }
     QVERIFY(support::contents(path).contains("Table\r\n1\t"));
     QCOMPARE(vorlo.prompter.shown.front(), QString("Please Normalize the data."));
+}
+
+void TestStartup::statusLineTellsWhichSamplesAreRead_data()
+{
+    using Columns = QList<support::Column>;
+    QTest::addColumn<Columns>("typed");
+    QTest::addColumn<QString>("text");
+    const support::Column reference{"0", "1", "1", "20", "", "", "", "", "100"};
+    const support::Column intensity{"1e-3", "", "", "", "", "", "", "", "80"};
+    const support::Column decay{"1e-3", "1", "1", "18"};
+    const support::Column both{"1e-3", "1", "1", "18", "", "", "", "", "80"};
+    QTest::newRow("empty") << Columns{} << "no samples";
+    QTest::newRow("intensities") << Columns{reference, intensity} << "2 of 2 samples";
+    QTest::newRow("decays") << Columns{{"0", "1", "1", "20"}, decay} << "2 of 2 samples";
+    QTest::newRow("both") << Columns{reference, both} << "2 of 2 samples";
+    QTest::newRow("gap") << Columns{reference, intensity, {}, intensity}
+                         << "2 of 3 samples: column 3 has no concentration";
+    QTest::newRow("no intensity") << Columns{reference, intensity, {"2e-3"}} << "column 3 is incomplete";
+    QTest::newRow("no lifetime") << Columns{{"0", "1", "1", "20"}, {"1e-3", "2", "1", "18"}}
+                                 << "column 2 is incomplete";
+    QTest::newRow("no reference") << Columns{intensity} << "the first column is not at 0 M";
+    QTest::newRow("one intensity missing")
+        << Columns{reference, decay} << "Stern-Volmer: column 2 is incomplete; decay curves: 2 of 2 samples";
+}
+
+void TestStartup::statusLineTellsWhichSamplesAreRead()
+{
+    QFETCH(const QList<support::Column>, typed);
+    QFETCH(const QString, text);
+    support::Application vorlo;
+    const auto& line = vorlo.control<QLabel>("lblSamples");
+    QTRY_COMPARE(line.text(), QString("no samples"));
+    vorlo.fill(typed);
+    QTRY_COMPARE(line.text(), text);
+    vorlo.run("mnuNew");
+    QTRY_COMPARE(line.text(), QString("no samples"));
 }
 
 void TestStartup::menusOpenTitledModelessWindows()

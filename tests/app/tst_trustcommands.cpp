@@ -237,7 +237,7 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     p.program.fitDetails.setFont(large);
     p.run("mnuFitDetails");
     const int room = p.program.fitDetails.screen()->availableSize().width() - ui::toPixels(150);
-    QVERIFY(p.program.fitDetails.width() >= std::min(ui::toPixels(1.2 * 7400), room)); // as large texts need
+    QVERIFY(p.program.fitDetails.width() >= std::min(ui::toPixels(1.2 * 7400), room));      // as large texts need
     QCOMPARE(p.program.fitDetails.focusWidget()->objectName(), QString("cmdCloseDetails")); // no caret in a title
     p.run("mnuSternVolmerAnalysis"); // default panel, log mode: ends where the engine sees no slope
     QCOMPARE(p.verdict(), QString("not a minimum: try other start values"));
