@@ -69,8 +69,8 @@ std::string verdictOf(const ComparedModel& compared)
 
 const std::vector<std::string>& comparisonTitles()
 {
-    static const std::vector<std::string> titles{"Model",        "K /M-1", "F",          "kq1",     "kq2 /M-1s-1",
-                                                 "Residual sum", "AICc",   "Difference", "Verdict", "Remarks"};
+    static const std::vector<std::string> titles{"Model",          "K /M-1", "F",          "kq1",     "kq2 /M-1s-1",
+                                                 "Sum of squares", "AICc",   "Difference", "Verdict", "Remarks"};
     return titles;
 }
 

@@ -1,6 +1,6 @@
 #include "trust/detailstext.h"
 
-#include "fit/numbertext.h"
+#include "sternvolmer/ratiodata.h"
 
 #include <algorithm>
 #include <cmath>
@@ -44,6 +44,7 @@ private:
     TitledRows constants() const;
     std::vector<std::string> errorCells(std::size_t slot) const;
     TitledRows figures() const;
+    TitledRows decayFigures() const;
     std::string runsText() const;
     std::string chanceText() const;
     TitledRows correlations() const;
@@ -120,19 +121,31 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
 
 TitledRows Writer::figures() const
 {
-    TitledRows table{{"Figure", "Value"},
-                     {"Points", std::to_string(m_details.pointCount)},
-                     {"Sum of squared residuals", figure(m_details.sumOfSquares)}};
     if (!hasErrors())
-        return table;
+        return decayFigures();
+    TitledRows table{{"Figure", "Value"},
+                     {"Samples with the reference", std::to_string(m_details.pointCount)},
+                     {"Sum of squares", figure(m_details.sumOfSquares)}};
     const int dof = m_details.uncertainty.degreesOfFreedom;
     table.push_back({"Degrees of freedom (without the reference)", std::to_string(dof)});
     table.push_back({"Root mean square error", dof > 0 ? figure(m_details.rootMeanSquareError) : std::string("-")});
-    table.push_back({"R2 over the points", figure(m_details.R2)});
+    table.push_back({"R2 over the samples", figure(m_details.R2)});
     table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
     table.push_back({"Runs of residuals with the same sign", runsText()});
     table.push_back({"Probability of so few runs", chanceText()});
     return table;
+}
+
+TitledRows Writer::decayFigures() const
+{
+    const std::string last = std::to_string(m_labels.sampleCount);
+    const std::string counted = m_labels.sampleCount > 2 ? "samples 2 to " + last : "sample " + last;
+    return {{"Figure", "Value"},
+            {"Sum of squares", figure(m_details.sumOfSquares)},
+            {"Counted in this sum", counted + ", without the reference"},
+            {"Counted in Se", "the reference as well"},
+            {"Points counted in this sum", std::to_string(m_details.pointCount)},
+            {"Step of the time grid /tau0", figure(m_labels.gridStep)}};
 }
 
 std::string Writer::runsText() const
@@ -140,14 +153,14 @@ std::string Writer::runsText() const
     const leastsquares::RunsTest& runs = m_details.runs;
     if (runs.above == 0 || runs.below == 0)
         return "no runs test, all have the same sign";
-    return std::to_string(runs.runs) + " (" + std::to_string(runs.above) + " points above, " +
+    return std::to_string(runs.runs) + " (" + std::to_string(runs.above) + " samples above, " +
            std::to_string(runs.below) + " below)";
 }
 
 std::string Writer::chanceText() const
 {
     const leastsquares::RunsTest& runs = m_details.runs;
-    return runs.above == 0 || runs.below == 0 ? "-" : fit::formatNumber(100 * runs.probability, "0.0") + " %";
+    return runs.above == 0 || runs.below == 0 ? "-" : figure(100 * runs.probability) + " %";
 }
 
 TitledRows Writer::correlations() const
@@ -177,9 +190,11 @@ TitledRows Writer::residuals() const
 {
     if (!hasErrors())
         return {};
-    TitledRows table{{"Qtotal /M", "Observed - model"}};
-    for (std::size_t i = 0; i < std::min(m_labels.conc.size(), m_details.residuals.size()); ++i)
-        table.push_back({figure(m_labels.conc[i]), figure(m_details.residuals[i])});
+    TitledRows table{{"Q /M", "Observed", "Model", "Residual"}};
+    for (std::size_t i = 0; i < std::min(m_labels.conc.size(), m_details.residuals.size()); ++i) {
+        const double observed = m_labels.observed[i], residual = m_details.residuals[i];
+        table.push_back({figure(m_labels.conc[i]), figure(observed), figure(observed - residual), figure(residual)});
+    }
     return table;
 }
 
@@ -187,9 +202,17 @@ TitledRows Writer::residuals() const
 
 FitLabels labelsOf(const analysis::Request& request)
 {
-    FitLabels labels{.analysis = analysis::methodOf(request), .model = request.model, .conc = {}};
-    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data))
+    FitLabels labels{.analysis = analysis::methodOf(request), .model = request.model};
+    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data)) {
+        labels.sampleCount = points->count;
         labels.conc.assign(points->conc.begin() + 1, points->conc.begin() + 1 + points->count);
+        labels.observed.assign(points->ratio.begin() + 1, points->ratio.begin() + 1 + points->count);
+        return labels;
+    }
+    const auto& table = std::get<decay::SampleTable>(request.data);
+    const decay::SampleRecord& reference = table.SampleData[1];
+    labels.sampleCount = table.SampleCount;
+    labels.gridStep = (reference.T[1] - reference.T[0]) / sternvolmer::meanLifetime(reference);
     return labels;
 }
 

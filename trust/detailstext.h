@@ -12,7 +12,9 @@ namespace trust
 struct FitLabels {
     models::Analysis analysis = models::Analysis::SternVolmer;
     int model = 0;
-    std::vector<double> conc; // of each point, M; empty for decay curves
+    std::vector<double> conc{}, observed{}; // Q, M, and F0/F of each sample; empty for decay curves
+    int sampleCount = 0;                    // with the reference
+    double gridStep = 0;                    // of decay curves, as a multiple of tau0
 };
 FitLabels labelsOf(const analysis::Request& request);
 
@@ -24,7 +26,7 @@ struct DetailsText {
     TitledRows constants;    // name, value, standard error and 95 % interval or "fixed"
     TitledRows figures;      // name, value
     TitledRows correlations; // names along both sides; empty with fewer than two free constants
-    TitledRows residuals;    // concentration, residual; empty for decay curves, which have hundreds
+    TitledRows residuals;    // Q, observed, model, residual; empty for decay curves, which have hundreds
 };
 
 /// Errors and figures based on them are omitted for decay curves, which are computed from typed lifetimes and carry no

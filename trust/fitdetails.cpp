@@ -14,14 +14,6 @@ namespace trust
 namespace
 {
 
-std::vector<double> residuals(fit::Problem& problem, const fit::Parameters& values)
-{
-    std::vector<double> observedMinusModel;
-    for (int i = 1; i <= problem.pointCount(); ++i)
-        observedMinusModel.push_back(-problem.residual(i, values));
-    return observedMinusModel;
-}
-
 /// Without slots; empty for decay curves.
 std::span<const double> observedRatios(const analysis::Request& request)
 {
@@ -29,6 +21,20 @@ std::span<const double> observedRatios(const analysis::Request& request)
     if (!points)
         return {};
     return std::span(points->ratio).subspan(1, static_cast<std::size_t>(points->count));
+}
+
+/// Observed minus model. A rounding, as the laws have it at the reference, counts as 0: it is no deviation with a sign.
+std::vector<double> residuals(const RequestedFit& requested, const fit::Parameters& values)
+{
+    constexpr double kRounding = 1e-14; // of a ratio, some tens of units in its last place
+    std::vector<double> observedMinusModel;
+    for (int i = 1; i <= requested.problem.pointCount(); ++i)
+        observedMinusModel.push_back(-requested.problem.residual(i, values));
+    const std::span<const double> ratios = observedRatios(requested.request);
+    for (std::size_t i = 0; i < ratios.size(); ++i)
+        if (std::abs(observedMinusModel[i]) < kRounding * std::abs(ratios[i]))
+            observedMinusModel[i] = 0;
+    return observedMinusModel;
 }
 
 double determination(double residualSum, std::span<const double> observed)
@@ -48,7 +54,7 @@ FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& res
     const leastsquares::FreeSlots free = requested.free();
     FitDetails details{.options = requested.request.options, .values = result.values, .fitted = result.fitted};
     details.pointCount = requested.problem.pointCount();
-    details.residuals = residuals(requested.problem, result.values);
+    details.residuals = residuals(requested, result.values);
     details.uncertainty =
         leastsquares::uncertaintyOf(requested.problem, result.values, free, requested.countedPoints());
     details.sumOfSquares = leastsquares::sumOfSquares(requested.problem, result.values);

@@ -31,7 +31,7 @@ FitDetailsWindow::FitDetailsWindow()
       m_remarks(namedLabel("lblRemarks", this)), m_constants(makeTable("grdConstants", tr("Constants"), this)),
       m_figures(makeTable("grdFigures", tr("Figures of the fit"), this)),
       m_correlations(makeTable("grdCorrelations", tr("Correlations of the constants"), this)),
-      m_residualsCaption(new QLabel(tr("&Residuals, also drawn against Qtotal:"), this)),
+      m_residualsCaption(new QLabel(tr("&Residuals, also drawn against Q:"), this)),
       m_residuals(makeTable("grdResiduals", tr("Residuals"), this)), m_plot(new ResidualPlot(this)),
       m_copy(new QPushButton(tr("&Copy"), this)), m_close(new QPushButton(tr("C&lose"), this))
 {
@@ -55,7 +55,8 @@ FitDetailsWindow::FitDetailsWindow()
 void FitDetailsWindow::layOut()
 {
     auto* residuals = new QHBoxLayout;
-    residuals->addWidget(m_residuals, 1);
+    m_residuals->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // all columns, if there is room
+    residuals->addWidget(m_residuals);
     residuals->addWidget(m_plot, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();

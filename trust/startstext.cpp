@@ -45,7 +45,7 @@ std::string valuesText(int model, const fit::Parameters& values)
 std::string foundText(const FoundStarts& found, std::size_t chosen)
 {
     const FoundStart& start = found.starts[chosen];
-    std::string text = "Sum of squared residuals at the typed values: " + sumText(found.typedSum) + "\n" +
+    std::string text = "Sum of squares at the typed values: " + sumText(found.typedSum) + "\n" +
                        "at the values found: " + sumText(start.solution.sumOfSquares) + "\n\n";
     if (found.starts.size() > 1)
         text += std::to_string(found.starts.size()) +

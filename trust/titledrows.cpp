@@ -24,11 +24,15 @@ std::string figure(double value)
         return "-";
     if (std::isinf(value))
         return "not determined";
-    const double size = std::abs(value);
-    const bool plain = size == 0 || (size >= 1e-3 && size < 1e5);
-    if (!plain)
-        return fit::formatNumber(value, "0.0000e+0");
-    return fit::formatNumber(value, size >= 100 ? "0.00" : "0.00000");
+    if (value == 0)
+        return "0";
+    constexpr int kDigits = 5, kMostZeros = 3; // zeros before the first digit
+    const std::string scientific = fit::formatNumber(value, "0.0000e+0");
+    const int exponent = std::stoi(scientific.substr(scientific.find('e') + 1)); // after rounding
+    if (exponent < -kMostZeros || exponent >= kDigits)
+        return scientific;
+    const auto decimals = static_cast<std::size_t>(kDigits - 1 - exponent);
+    return fit::formatNumber(value, decimals == 0 ? "0" : "0." + std::string(decimals, '0'));
 }
 
 } // namespace trust

@@ -12,7 +12,8 @@ using TitledRows = std::vector<std::vector<std::string>>;
 /// The text for the clipboard: tabs between cells, CR LF after each row.
 std::string tabbedText(const TitledRows& table);
 
-/// A number with five digits; "not determined" if it is infinite, "-" if it is NaN.
+/// A number with five significant digits: 0.0034800, 3.4800, 34800, 3.4800e-4, 3.4800e+5. "0" for zero, "not
+/// determined" if it is infinite, "-" if it is NaN.
 std::string figure(double value);
 
 } // namespace trust

@@ -279,6 +279,9 @@ void TestTrustCommands::decayDetailsHaveNoErrors()
     QCOMPARE(p.details("grdConstants").columnCount(), 3);
     QCOMPARE(p.details("grdConstants").item(0, 2)->text(), QString("free"));
     QVERIFY(p.program.fitDetails.findChild<QLabel*>("lblRemarks")->text().contains("carry no noise"));
+    const QTableWidget& figures = p.details("grdFigures");
+    QCOMPARE(figures.item(1, 1)->text(), QString("samples 2 to 7, without the reference"));
+    QCOMPARE(figures.item(4, 1)->text(), QString("0.22727")); // 200 ns in 50 steps, lifetime 17.6 ns
 }
 
 void TestTrustCommands::comparisonLeavesTheRestAlone()

@@ -49,7 +49,9 @@ class TestFitDetails : public QObject
 private slots:
     void agreesWithPublishedErrors_data();
     void agreesWithPublishedErrors();
+    void printsFiveDigits();
     void givesTheFiguresOfALine();
+    void roundingsAtTheReferenceAreZero();
     void judgesWhereAFitEnded();
     void judgesACalculation();
     void namesWhatTheDataDoNotDetermine();
@@ -100,6 +102,15 @@ void TestFitDetails::agreesWithPublishedErrors()
     QVERIFY(details.verdict == Verdict::AtMinimum);
 }
 
+void TestFitDetails::printsFiveDigits()
+{
+    const std::pair<double, const char*> cases[]{
+        {0.00348, "0.0034800"}, {6.8723e-4, "6.8723e-4"}, {-4.05797, "-4.0580"},  {473.8081, "473.81"},
+        {12345.4, "12345"},     {99999.6, "1.0000e+5"},   {0.99999600, "1.0000"}, {0.0, "0"}};
+    for (const auto& [value, text] : cases)
+        QCOMPARE(figure(value), std::string(text));
+}
+
 // Ratios 1, 2.1, 2.9, 4.2 at 0, 1, 2, 3 M with a slope of 1.05: residuals 0, 0.05, -0.2, 0.05, their squares 0.045.
 void TestFitDetails::givesTheFiguresOfALine()
 {
@@ -114,13 +125,28 @@ void TestFitDetails::givesTheFiguresOfALine()
     QVERIFY(near(details.rootMeanSquareError, std::sqrt(0.045 / 2)));
     QVERIFY(near(details.R2, 1 - 0.045 / (1.55 * 1.55 + 0.45 * 0.45 + 0.35 * 0.35 + 1.65 * 1.65)));
     QVERIFY(!details.AICc.has_value()); // three points, one constant and the variance
-    const FitLabels labels{models::Analysis::SternVolmer, 1, {}};
-    const TitledRows figures = detailsText(details, labels).figures;
-    QCOMPARE(figures[7][1], std::string("3 (2 points above, 1 below)"));
-    QCOMPARE(figures[8][1], std::string("100.0 %"));
+    const FitLabels labels = labelsOf(request);
+    const DetailsText text = detailsText(details, labels);
+    QCOMPARE(text.figures[7][1], std::string("3 (2 samples above, 1 below)"));
+    QCOMPARE(text.figures[8][1], std::string("100.00 %"));
+    QCOMPARE(text.residuals[1], (std::vector<std::string>{"0", "1.0000", "1.0000", "0"}));
+    QCOMPARE(text.residuals[3], (std::vector<std::string>{"2.0000", "2.9000", "3.1000", "-0.20000"}));
     const FitDetails allPointsAbove = detailsAt(request, {0, 0.9});
     QCOMPARE(detailsText(allPointsAbove, labels).figures[7][1], std::string("no runs test, all have the same sign"));
     QVERIFY(near(*leastsquares::correctedAkaike(0.045, 6, 2), 6 * std::log(0.0075) + 4 + 12.0 / 3));
+}
+
+// The law of Model 6 gives 1 only within a rounding there. A rounding has no sign that the runs test may count.
+void TestFitDetails::roundingsAtTheReferenceAreZero()
+{
+    int roundings = 0;
+    for (double kq1 = 1e9; kq1 < 2e9; kq1 += 1e8) {
+        const analysis::Request request = support::acridone(6);
+        const fit::Parameters values{0, 0.7, kq1, 5e9};
+        roundings += realProblem(request)->residual(1, values) != 0 ? 1 : 0;
+        QCOMPARE(detailsAt(request, values).residuals[0], 0.0);
+    }
+    QVERIFY(roundings > 0);
 }
 
 void TestFitDetails::judgesWhereAFitEnded()
