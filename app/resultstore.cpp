@@ -1,6 +1,7 @@
 #include "app/resultstore.h"
 
 #include "fit/numbertext.h"
+#include "models/sphere.h"
 
 #include <algorithm>
 #include <cassert>
@@ -12,9 +13,6 @@ namespace app
 {
 namespace
 {
-
-/// 4 pi times 0.6022, Avogadro's number scaled for K in M^-1 and lengths in nm.
-constexpr double kMolarSphere = 7.567461992;
 
 std::size_t slot(int index)
 {
@@ -87,10 +85,6 @@ void ResultStore::store(const ResultRecord& result, int mask)
     ResultCursor = ResultCursor == kMaxResults ? 1 : ResultCursor + 1;
 }
 
-double RadiusFromK(double K, double s)
-{
-    const double cube = s * s * s + 3 * K / kMolarSphere;
-    return cube > 0 ? std::cbrt(cube) : 0;
-}
+double RadiusFromK(double K, double s) { return models::interactionRadius(K, s); }
 
 } // namespace app

@@ -39,8 +39,7 @@ struct ResultStore {
     void store(const ResultRecord& result, int mask);
 };
 
-/// The interaction radius (s^3 + 3 K / (4 pi N_A))^(1/3) in nm for an association constant K in M^-1 and a probe of
-/// radius s in nm; 0 if the sum is not positive.
+/// models::interactionRadius() under its given name.
 double RadiusFromK(double K, double s);
 
 /// Receives finished analyses. The results table of the main window implements it, tests record the calls.
