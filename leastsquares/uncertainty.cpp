@@ -90,6 +90,20 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
     return uncertaintyOf(problem, values, free, estimatedScatter(sumOfSquares(problem, values), degreesOfFreedom));
 }
 
+fit::Parameters responseTo(std::span<const double> shift, fit::Problem& problem, const fit::Parameters& values,
+                           const FreeSlots& free)
+{
+    fit::Parameters moved{};
+    if (free.empty() || shift.empty() || !std::isfinite(sumOfSquares(problem, values)))
+        return moved;
+    const Eigen::MatrixXd J = derivativeMatrix(problem, values, free);
+    const Eigen::Map<const Eigen::VectorXd> change(shift.data(), J.rows());
+    const Eigen::VectorXd relative = -(InverseNormal(J).matrix * (J.transpose() * change));
+    for (std::size_t j = 0; j < free.size(); ++j)
+        moved[free[j]] = relative[static_cast<Eigen::Index>(j)] * values[free[j]];
+    return moved;
+}
+
 PropagatedErrors propagatedErrors(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
                                   std::span<const double> own, std::span<const double> common)
 {

@@ -30,6 +30,11 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
 /// The same with estimatedScatter() at the values. pointCount: number of points that could deviate.
 Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free, int pointCount);
 
+/// How far the least-squares values move, to first order, if the residuals change by shift: -(J'J)^-1 J' shift. Slots
+/// as in Uncertainty; 0 for parameters in directions that change no point.
+fit::Parameters responseTo(std::span<const double> shift, fit::Problem& problem, const fit::Parameters& values,
+                           const FreeSlots& free);
+
 /// Standard errors of an unweighted fit if the observations err in another way.
 struct PropagatedErrors {
     fit::Parameters ofParameters{};  // slots as in Uncertainty; infinity: not determined

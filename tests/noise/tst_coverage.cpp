@@ -1,35 +1,19 @@
 #include "noise/noisefit.h"
 
 #include "models/catalogue.h"
-#include "tests/support/publishedratios.h"
+#include "tests/support/noisyratios.h"
 
 #include <QTest>
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
-// How often 95 % intervals hold the truth. VORLO_COVERAGE_SETS=<n> sets the number of data sets in each case; the first
-// seed of a case is its model's number times 1000000.
+// How often 95 % intervals hold the truth. The seed of a case is its model's number times 1000000.
 
 using namespace noise;
 
 namespace
 {
-
-constexpr double kTau0 = 20e-9, kXmax = 0.5, kCp = 50e-6;
-constexpr double kNoise = 0.01;
-
-struct Case {
-    int model;
-    int samples;
-    fit::Parameters truth; // such that the data determine every constant
-};
-
-const Case kCases[]{
-    {1, 7, {0, 1e9}},      {3, 7, {0, 4, 1e10}}, {4, 7, {0, 10, 5e8}},         {5, 7, {0, 10}},
-    {7, 7, {0, 1.2, 2e9}}, {9, 7, {0, 4}},       {12, 12, {0, 0.5, 3e9, 5e7}}, {13, 7, {0, 0.6, 2e9}},
-};
 
 struct Noise {
     const char* name;
@@ -49,27 +33,6 @@ bool isOutOfOrder(int model, const fit::Parameters& values)
 {
     const auto fitted = models::row(model).fitted();
     return fitted.size() == 3 && fitted[0].box == models::Box::F && values[2] < values[3];
-}
-
-RatioFit simulated(const Case& of, const Errors& errors, std::mt19937& generator)
-{
-    std::normal_distribution<double> normal;
-    const auto exact = [&](double x) { return models::ratio(of.model, x, {kTau0, kCp, of.truth}); };
-    const auto intensity = [&](double x, int sample) {
-        const double relative = errors.assumption == Assumption::AsTyped ? errors.ofSample(sample) : kNoise;
-        return (1 + relative * normal(generator)) / exact(x);
-    };
-    std::vector<double> conc, ratio;
-    const double reference = intensity(0, 1);
-    for (int i = 0; i < of.samples; ++i) {
-        conc.push_back(kXmax * i / (of.samples - 1));
-        if (errors.assumption == Assumption::EqualOnRatios)
-            ratio.push_back(i == 0 ? 1 : exact(conc.back()) + kNoise * exact(kXmax) * normal(generator));
-        else
-            ratio.push_back(i == 0 ? 1 : reference / intensity(conc.back(), i + 1));
-    }
-    return {support::ratioPoints(conc, ratio, kTau0), of.model, kCp,
-            leastsquares::freeSlots(models::row(of.model).parameterCount(), {})};
 }
 
 /// Intervals that hold the truth.
@@ -93,9 +56,9 @@ bool holds(const leastsquares::Profile& profile, double truth)
     return truth >= profile.low.value_or(-INFINITY) && truth <= profile.high.value_or(INFINITY);
 }
 
-void countSet(const Case& of, const Errors& errors, std::mt19937& generator, std::span<Count> bySlot)
+void countSet(const support::NoiseCase& of, const Errors& errors, std::mt19937& generator, std::span<Count> bySlot)
 {
-    const RatioFit ratioFit = simulated(of, errors, generator);
+    const RatioFit ratioFit = support::noisyRatios(of, errors, generator);
     const auto equal = problemUnder(ratioFit, {Assumption::EqualOnRatios});
     const fit::Parameters analysed = leastsquares::descend(*equal, of.truth, ratioFit.free).values;
     NoiseFit fitted = fitUnder(errors, ratioFit, analysed, {&of.truth, 1});
@@ -114,12 +77,6 @@ void countSet(const Case& of, const Errors& errors, std::mt19937& generator, std
         count.symmetrical += std::abs(fitted.minimum.values[slot] - truth) <= fitted.uncertainty.halfWidth[slot];
         count.ofAnalysis += std::abs(analysed[slot] - truth) <= fitted.analysed.halfWidth[slot];
     }
-}
-
-int setsPerCase()
-{
-    const int asked = qEnvironmentVariableIntValue("VORLO_COVERAGE_SETS");
-    return asked > 0 ? asked : 40;
 }
 
 } // namespace
@@ -145,9 +102,9 @@ void TestCoverage::intervalsHoldTheTruth()
     QFETCH(std::size_t, noise);
     constexpr double kLeast = 92, kMost = 98; // percent
     constexpr int kEnoughForACase = 1000;     // sets, of whose share the standard deviation is 0.7 percent
-    const int sets = setsPerCase();
+    const int sets = support::setsPerCase(40);
     Count total;
-    for (const Case& of : kCases) {
+    for (const support::NoiseCase& of : support::noiseCases()) {
         std::mt19937 generator(static_cast<unsigned>(1000000 * of.model));
         std::array<Count, fit::kMaxParameters + 1> bySlot;
         for (int set = 0; set < sets; ++set)
