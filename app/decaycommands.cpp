@@ -150,6 +150,7 @@ std::optional<analysis::Result> DecayCommands::fitWithMenuItemOff(const analysis
 
 std::optional<plot::FittedCurves> DecayCommands::evaluate(const Run& run, const analysis::Result& result)
 {
+    m_windows.analyzer.CalcFity(run.request.model);
     auto curves = plot::evaluateFitted(run.samples, analysis::fittedDecay(run.request, result.parameters));
     if (!curves)
         m_windows.analyzer.reportArithmeticFault();

@@ -37,6 +37,7 @@ private slots:
     void normalisesWritesBackAndDraws();
     void tablesFollowTheOutputSettings();
     void keepsTheNormalisedDataOfARefusedSheet();
+    void keepsTheFittedCurvesInTheAnalyzer();
     void stopsALongPoissonFitAtOnce();
 };
 
@@ -91,6 +92,20 @@ void TestDecayCommands::keepsTheNormalisedDataOfARefusedSheet()
     vorlo.control<QAbstractButton>("opnFitRegion1").click();
     vorlo.normalise();
     QVERIFY(vorlo.prompter.shown.back().contains("arithmetic error"));
+}
+
+void TestDecayCommands::keepsTheFittedCurvesInTheAnalyzer()
+{
+    Program vorlo;
+    vorlo.normalise();
+    for (const char* command : {"mnuDecayCurveAnalysis", "mnuCalcDecayCurve"}) {
+        vorlo.run(command);
+        const auto& analyzer = vorlo.program.DecayAnalyzer;
+        const decay::SampleRecord& quenched = analyzer.sampleData().SampleData[2];
+        QCOMPARE(quenched.IFit[9], analyzer.getfvalue(quenched.T[9], quenched.Conc));
+        QVERIFY(quenched.IFit[9] > 0);
+        QCOMPARE(quenched.residualSum, analyzer.getXaisqr()); // the last sample has the sum of all
+    }
 }
 
 void TestDecayCommands::stopsALongPoissonFitAtOnce()
