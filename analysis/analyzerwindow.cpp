@@ -73,11 +73,23 @@ void AnalyzerWindow::layOut()
     layout->addLayout(buttons);
 }
 
+void AnalyzerWindow::setLogMode(int mode)
+{
+    const fit::Parameters held = startParameters(m_request);
+    m_request.options.logMode = mode;
+    m_request = startingAt(m_request, held);
+}
+
 void AnalyzerWindow::setInitialParameter(int np, double p1, double p2, double p3)
 {
     m_request.options.parameterCount = np;
     m_request.values = {0, p1, p2, p3};
     m_request.leftover = startParameters(m_request);
+}
+
+void AnalyzerWindow::setAboveZero(int z1, int z2, int z3)
+{
+    m_request.options.aboveZero = m_request.options.logMode == 1 ? fit::Flags{} : fit::Flags{0, z1, z2, z3};
 }
 
 std::string AnalyzerWindow::getError() const { return fit::errorText(m_status); }

@@ -27,7 +27,8 @@ class AnalyzerWindow : public QWidget, private fit::Observer
     Q_OBJECT
 
 public:
-    void setLogMode(int mode) { m_request.options.logMode = mode; } // first: setInitialParameter depends on it
+    /// First, because setInitialParameter and setAboveZero depend on it. The slots keep the numbers that they hold.
+    void setLogMode(int mode);
     void setModel(int model) { m_request.model = model; }
     void setConcentrationofProbe(double cp) { m_request.Cp = cp; } // M
     void setIteration(int n) { m_request.options.iterationLimit = n; }
@@ -37,7 +38,7 @@ public:
     /// Starting values in their real units. In log mode a value that is not positive leaves its slot as it was.
     void setInitialParameter(int np, double p1, double p2, double p3);
     void setFixation(int f1, int f2, int f3) { m_request.options.fix = {0, f1, f2, f3}; }
-    void setAboveZero(int z1, int z2, int z3) { m_request.options.aboveZero = {0, z1, z2, z3}; }
+    void setAboveZero(int z1, int z2, int z3); // all 0 in log mode, where a logarithm may be negative
 
     // Parameter values of the last report; one that the model lacks keeps its previous value.
     double getF() const { return m_constants.F; }

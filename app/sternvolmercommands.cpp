@@ -52,6 +52,7 @@ std::optional<SternVolmerCommands::Run> SternVolmerCommands::prepare()
     analysis::frmSternVolmerAnalyzer& analyzer = m_windows.analyzer;
     analyzer.SetSize(kAnalyzerTop, kAnalyzerLeft, kAnalyzerHeight, kAnalyzerWidth);
     ui::bringToFront(analyzer);
+    analyzer.setLogMode(m_input.shared.settings.LogMode);
     Run run{.data = sternvolmer::readSternVolmerData(cellsOf(m_input.sheet)), .request = analyzer.request()};
     const PanelValues panel = panelValues(m_input.panel.panelState());
     const std::vector<std::string> found = sternvolmer::complaints(run.data, panel.Cp);
@@ -62,7 +63,7 @@ std::optional<SternVolmerCommands::Run> SternVolmerCommands::prepare()
     sternvolmer::computeRatios(run.data);
     run.s = panel.s;
     run.request.data = sternvolmer::pointsOf(run.data, std::get<sternvolmer::RatioPoints>(run.request.data));
-    run.request = requestOf(panel, m_input.shared.settings.LogMode, run.request);
+    run.request = requestOf(panel, run.request.options.logMode, run.request);
     if (!sternvolmer::allFinite(run.data) || !analysis::startsFinite(run.request)) {
         analyzer.reportArithmeticFault();
         return std::nullopt;

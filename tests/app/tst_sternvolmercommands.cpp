@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <cmath>
+
 namespace
 {
 
@@ -21,6 +23,7 @@ class TestSternVolmerCommands : public QObject
 private slots:
     void refusesIncompleteSheets();
     void refusesNumbersBeyondTheRange();
+    void leavesTheSlotsAsTheyStand();
     void takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem();
 };
 
@@ -67,6 +70,29 @@ void TestSternVolmerCommands::refusesNumbersBeyondTheRange()
     }
     QCOMPARE(vorlo.result(1, 0), "SV");
     QCOMPARE(vorlo.result(2, 0), "");
+}
+
+// A change of the mode changes what a slot means, but not the number in it.
+void TestSternVolmerCommands::leavesTheSlotsAsTheyStand()
+{
+    Application vorlo;
+    analysis::frmSternVolmerAnalyzer& analyzer = vorlo.program.SVAnalyzer;
+    analyzer.setDX(5, 1);
+    QCOMPARE(std::get<sternvolmer::RatioPoints>(analyzer.request().data).conc[1], 0.0); // no data number yet
+    vorlo.program.shared.settings.LogMode = 0;
+    vorlo.fill({{"0", "1", "1", "10", "", "", "", "", "10"}});
+    vorlo.type("txtkq2", "3");
+    vorlo.run("mnuCalcSternVolmer");
+    vorlo.program.shared.settings.LogMode = 1;
+    vorlo.fill({{"0", "1", "1", "10", "", "", "", "", "0"}}); // refused after the mode is set
+    vorlo.run("mnuCalcSternVolmer");
+    analyzer.getResults();
+    QCOMPARE(analyzer.getkq2(), std::exp(3.0));
+    analyzer.setAboveZero(1, 1, 1);
+    analyzer.setLogMode(0);
+    analyzer.getResults();
+    QCOMPARE(analyzer.getkq2(), 3.0);
+    QCOMPARE(analyzer.request().options.aboveZero, fit::Flags{});
 }
 
 // A slot without a logarithm keeps its value from normal mode, and exp of this value may be infinite. An infinite rate
