@@ -45,7 +45,7 @@ constexpr Parameter neverRestored(Parameter parameter)
     return parameter;
 }
 
-using R = RatioArguments;
+using P = fit::Parameters;
 using D = DecayArguments;
 
 constexpr DecayLaw kTwoSiteDecay = [](const D& v) { return twoSiteDecay(v.Q, v.p[1], v.p[2], v.p[3]); };
@@ -57,53 +57,58 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
     {.group = kDynamic,
      .name = "collisions",
      .parameters = {kCollisions},
-     .ratio = {"Φ0/Φ = 1 + kq2·τ0·Q", everywhere<[](double x, const R& v) { return dynamicRatio(x, v.tau0, v.p[1]); }>},
+     .ratio = {"Φ0/Φ = 1 + kq2·τ0·Q",
+               everywhere<[](const Mixture& mix, const P& p) { return dynamicRatio(mix, p[1]); }>},
      .decay = {"I(t) = S(kq2·Q)", [](const D& v) { return dynamicDecay(v.Q, v.p[1]); }, Composition::Shared}},
     {.group = kOneStep,
      .name = "a complex that decays faster, and collisions",
      .parameters = {kComplex, kBeside, freeInDecay(kCollisions)},
-     .ratio = {"Φ0/Φ = (1 + kq2·τ0·Qf)·(1 + K·Qf) / (1 + K·Qf·(1 + kq2·τ0·Qf)/(1 + kq1·τ0))",
-               everywhere<[](double x, const R& v) {
-                   return complexAndDynamicRatio(x, v.tau0, v.Cp, v.p[1], v.p[2], v.p[3]);
-               }>},
+     .ratio =
+         {"Φ0/Φ = (1 + kq2·τ0·Qf)·(1 + K·Qf) / (1 + K·Qf·(1 + kq2·τ0·Qf)/(1 + kq1·τ0))",
+          everywhere<[](const Mixture& mix, const P& p) { return complexAndDynamicRatio(mix, p[1], p[2], p[3]); }>},
      .decay = {"I(t) = (S(kq2·Qf) + K·Qf·S(kq1)) / (1 + K·Qf)",
-               [](const D& v) { return complexAndDynamicDecay(v.Q, v.Cp, v.p[1], v.p[2], v.p[3]); },
+               [](const D& v) {
+                   return complexAndDynamicDecay({v.Q, v.Cp}, v.p[1], v.p[2], v.p[3]);
+               },
                Composition::Shared}},
     {.group = kOneStep,
      .name = "a dark complex, and collisions",
      .parameters = {kComplex, neverRestored(kCollisions)},
-     .ratio =
-         {"Φ0/Φ = (1 + kq2·τ0·Qf)·(1 + K·Qf)",
-          everywhere<[](double x, const R& v) { return darkComplexAndDynamicRatio(x, v.tau0, v.Cp, v.p[1], v.p[2]); }>},
-     .decay = {"I(t) = S(kq2·Qf)", [](const D& v) { return darkComplexDecay(v.Q, v.Cp, v.p[1], v.p[2]); },
+     .ratio = {"Φ0/Φ = (1 + kq2·τ0·Qf)·(1 + K·Qf)",
+               everywhere<[](const Mixture& mix, const P& p) { return darkComplexAndDynamicRatio(mix, p[1], p[2]); }>},
+     .decay = {"I(t) = S(kq2·Qf)",
+               [](const D& v) {
+                   return darkComplexDecay({v.Q, v.Cp}, v.p[1], v.p[2]);
+               },
                Composition::Shared}},
     {.group = kOneStep,
      .name = "a complex that decays faster",
      .parameters = {kComplex, kBeside},
      .ratio = {"Φ0/Φ = (1 + K·Qf) / (1 + K·Qf/(1 + kq1·τ0))",
-               everywhere<[](double x, const R& v) { return complexRatio(x, v.tau0, v.Cp, v.p[1], v.p[2]); }>},
+               everywhere<[](const Mixture& mix, const P& p) { return complexRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = (S(0) + K·Qf·S(kq1)) / (1 + K·Qf)",
-               [](const D& v) { return complexDecay(v.Q, v.Cp, v.p[1], v.p[2]); }, Composition::Shared}},
+               [](const D& v) {
+                   return complexDecay({v.Q, v.Cp}, v.p[1], v.p[2]);
+               },
+               Composition::Shared}},
     {.group = kOneStep,
      .name = "a dark complex",
      .parameters = {kComplex},
-     .ratio = {"Φ0/Φ = 1 + K·Qf", everywhere<[](double x, const R& v) { return darkComplexRatio(x, v.Cp, v.p[1]); }>}},
+     .ratio = {"Φ0/Φ = 1 + K·Qf",
+               everywhere<[](const Mixture& mix, const P& p) { return darkComplexRatio(mix, p[1]); }>}},
     {.group = kMultiStep,
      .name = "a sphere in which the probe decays faster, and collisions",
      .parameters = {kSphere, kBeside, freeInDecay(kCollisions)},
      .ratio = {"Φ0/Φ = (D + kq2·τ0·Q)·(1 + kq1·τ0) / (D + kq2·τ0·Q + (D·kq1 − kq2·Q)·τ0·E)",
-               everywhere<[](double x, const R& v) {
-                   return sphereAndDynamicRatio(x, v.tau0, v.Cp, v.p[1], v.p[2], v.p[3]);
-               }>},
+               everywhere<[](const Mixture& mix, const P& p) { return sphereAndDynamicRatio(mix, p[1], p[2], p[3]); }>},
      .decay = {"I(t) = p0·S(kq2·p0·Q) + (1 − p0)·S(kq1)",
                [](const D& v) { return sphereAndDynamicDecay(v.Q, v.p[1], v.p[2], v.p[3]); }, Composition::Shared},
      .hasRadius = true},
     {.group = kMultiStep,
      .name = "a dark sphere, and collisions",
      .parameters = {kSphere, kCollisions},
-     .ratio =
-         {"Φ0/Φ = (1 + kq2·τ0·Q/D)·exp(K·Q/D)",
-          everywhere<[](double x, const R& v) { return darkSphereAndDynamicRatio(x, v.tau0, v.Cp, v.p[1], v.p[2]); }>},
+     .ratio = {"Φ0/Φ = (1 + kq2·τ0·Q/D)·exp(K·Q/D)",
+               everywhere<[](const Mixture& mix, const P& p) { return darkSphereAndDynamicRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = S(kq2·p0·Q)", [](const D& v) { return darkSphereDecay(v.Q, v.p[1], v.p[2]); },
                Composition::Shared},
      .hasRadius = true},
@@ -111,22 +116,22 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .name = "a sphere in which the probe decays faster",
      .parameters = {kSphere, kBeside},
      .ratio = {"Φ0/Φ = (1 + kq1·τ0) / (1 + kq1·τ0·E)",
-               everywhere<[](double x, const R& v) { return sphereRatio(x, v.tau0, v.Cp, v.p[1], v.p[2]); }>},
+               everywhere<[](const Mixture& mix, const P& p) { return sphereRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = p0·S(0) + (1 − p0)·S(kq1)", [](const D& v) { return sphereDecay(v.Q, v.p[1], v.p[2]); },
                Composition::Shared},
      .hasRadius = true},
     {.group = kMultiStep,
      .name = "a dark sphere",
      .parameters = {kSphere},
-     .ratio = {"Φ0/Φ = exp(K·Q/D)", everywhere<[](double x, const R& v) { return darkSphereRatio(x, v.Cp, v.p[1]); }>},
+     .ratio = {"Φ0/Φ = exp(K·Q/D)",
+               everywhere<[](const Mixture& mix, const P& p) { return darkSphereRatio(mix, p[1]); }>},
      .hasRadius = true},
     {.group = kMultiStep,
      .name = "quenchers in Poisson numbers beside the probe, and collisions",
      .parameters = {kNeighbours, kBeside, freeInDecay(kCollisions)},
-     .ratio = {"Φ0/Φ = (1 + kq2·τ0·Q/D) / (1 + kq2·τ0·Q·(1 − E)/D − kq1·τ0·K·Q/D)",
-               everywhere<[](double x, const R& v) {
-                   return poissonAndDynamicRatio(x, v.tau0, v.Cp, v.p[1], v.p[2], v.p[3]);
-               }>},
+     .ratio =
+         {"Φ0/Φ = (1 + kq2·τ0·Q/D) / (1 + kq2·τ0·Q·(1 − E)/D − kq1·τ0·K·Q/D)",
+          everywhere<[](const Mixture& mix, const P& p) { return poissonAndDynamicRatio(mix, p[1], p[2], p[3]); }>},
      .decay = {"I(t) = p0·S(kq2·p0·Q) + p1·S(kq1) + p2·S(2·kq1) + …",
                [](const D& v) { return poissonAndDynamicDecay(v.Q, v.p[1], v.p[2], v.p[3], v.evaluation); },
                Composition::PoissonSeries, true},
@@ -135,7 +140,7 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .name = "quenchers in Poisson numbers beside the probe",
      .parameters = {kNeighbours, kBeside},
      .ratio = {"Φ0/Φ = 1 / (1 − kq1·τ0·K·Q/D)",
-               everywhere<[](double x, const R& v) { return poissonRatio(x, v.tau0, v.Cp, v.p[1], v.p[2]); }>},
+               everywhere<[](const Mixture& mix, const P& p) { return poissonRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = p0·S(0) + p1·S(kq1) + p2·S(2·kq1) + …",
                [](const D& v) { return poissonDecay(v.Q, v.p[1], v.p[2], v.evaluation); }, Composition::PoissonSeries},
      .hasRadius = true},
@@ -143,14 +148,14 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .name = "two sites, each with collisions",
      .parameters = {kSecondPopulation, kFirstSite, kSecondSite},
      .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q)·(1 + kq2·τ0·Q) / (1 + (F·kq1 + kq2)·τ0·Q/(1 + F))",
-               everywhere<[](double x, const R& v) { return twoSiteRatio(x, v.tau0, v.p[1], v.p[2], v.p[3]); }>},
+               everywhere<[](const Mixture& mix, const P& p) { return twoSiteRatio(mix, p[1], p[2], p[3]); }>},
      .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−(1/τ2 + kq2·Q)·t)) / (1 + F)", kTwoSiteDecay,
                Composition::Sites}},
     {.group = kTwoSites,
      .name = "two sites, the second out of reach",
      .parameters = {kSecondPopulation, kFirstSite},
      .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q) / (1 + F·kq1·τ0·Q/(1 + F))",
-               everywhere<[](double x, const R& v) { return oneOfTwoSitesRatio(x, v.tau0, v.p[1], v.p[2]); }>},
+               everywhere<[](const Mixture& mix, const P& p) { return oneOfTwoSitesRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−t/τ2)) / (1 + F)", kOneOfTwoSitesDecay, Composition::Sites}},
 }};
 
@@ -202,17 +207,17 @@ int reportedMask(int model, Analysis analysis)
     return analysis == Analysis::Decay ? DecayParamMask[index(model)] : SVParamMask[index(model)];
 }
 
-double ratio(int model, double x, const RatioArguments& arguments)
+double ratio(int model, double Q, const RatioArguments& arguments)
 {
     double result = 0;
-    ratios(model, {&x, 1}, arguments, {&result, 1});
+    ratios(model, {&Q, 1}, arguments, {&result, 1});
     return result;
 }
 
-void ratios(int model, std::span<const double> x, const RatioArguments& arguments, std::span<double> ratio)
+void ratios(int model, std::span<const double> Q, const RatioArguments& arguments, std::span<double> ratio)
 {
     if (const RatioLaw law = row(model).ratio.law)
-        law(x, arguments, ratio.data());
+        law(Q, arguments, ratio.data());
     else
         std::fill(ratio.begin(), ratio.end(), 0.0);
 }

@@ -118,11 +118,11 @@ extern const std::array<int, kModelCount + 1> DecayParamMask;
 /// The same for any number.
 int reportedMask(int model, Analysis analysis);
 
-/// The ratio F0/F of a model at total quencher x, M; 0 if there is no model with this number.
-double ratio(int model, double x, const RatioArguments& arguments);
+/// The ratio F0/F of a model at total quencher Q, M; 0 if there is no model with this number.
+double ratio(int model, double Q, const RatioArguments& arguments);
 
-/// The same at many x; ratio must have the size of x.
-void ratios(int model, std::span<const double> x, const RatioArguments& arguments, std::span<double> ratio);
+/// The same at many Q; ratio must have the size of Q.
+void ratios(int model, std::span<const double> Q, const RatioArguments& arguments, std::span<double> ratio);
 
 /// The populations of a model or of a decay code 14 or 15, which are the laws of Models 12 and 13 with sites that share
 /// all components of the reference. None without a decay law.

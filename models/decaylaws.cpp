@@ -1,7 +1,5 @@
 #include "models/decaylaws.h"
 
-#include "models/freequencher.h"
-
 #include <cmath>
 
 namespace models
@@ -9,21 +7,15 @@ namespace models
 
 Populations dynamicDecay(double Q, double kq2) { return {{{1.0, kq2 * Q}}}; }
 
-Populations complexAndDynamicDecay(double Q, double Cp, double K, double kq1, double kq2)
+Populations complexAndDynamicDecay(const Mixture& mix, double K, double kq1, double kq2)
 {
-    const double Qf = FreeQuencher(Q, K, Cp);
+    const double Qf = FreeQuencher(mix, K);
     return {{{1.0, kq2 * Qf}, {K * Qf, kq1}}, 1.0 + K * Qf};
 }
 
-Populations darkComplexDecay(double Q, double Cp, double K, double kq2)
-{
-    return {{{1.0, kq2 * FreeQuencher(Q, K, Cp)}}};
-}
+Populations darkComplexDecay(const Mixture& mix, double K, double kq2) { return {{{1.0, kq2 * FreeQuencher(mix, K)}}}; }
 
-Populations complexDecay(double Q, double Cp, double K, double kq1)
-{
-    return complexAndDynamicDecay(Q, Cp, K, kq1, 0.0);
-}
+Populations complexDecay(const Mixture& mix, double K, double kq1) { return complexAndDynamicDecay(mix, K, kq1, 0.0); }
 
 Populations sphereAndDynamicDecay(double Q, double K, double kq1, double kq2)
 {

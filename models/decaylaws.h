@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fit/gaussnewton.h"
+#include "models/mixture.h"
 
 #include <vector>
 
@@ -28,22 +29,22 @@ enum class Evaluation {
     Fast,      // several times faster; the last digits differ
 };
 
-// In all laws: Q total quencher, M. K association constant, M^-1. Cp total probe, M. kq1 rate constant through the
-// complex, s^-1. kq2 collisional rate constant, M^-1 s^-1. Without quencher no law changes the decay.
+// In all laws: Q total quencher, M. K association constant, M^-1. kq1 rate constant through the complex, s^-1. kq2
+// collisional rate constant, M^-1 s^-1. Without quencher no law changes the decay.
 
 /// Collisions only. Law: O. Stern, M. Volmer, Phys. Z. 20 (1919) 183.
 Populations dynamicDecay(double Q, double kq2);
 
 /// A 1:1 complex that decays faster by kq1, and collisions of the free probe with the free quencher.
 /// kq1 = 0 and kq2 = 0: no quenching at all; kq1 -> infinity: the complex is dark.
-Populations complexAndDynamicDecay(double Q, double Cp, double K, double kq1, double kq2);
+Populations complexAndDynamicDecay(const Mixture& mix, double K, double kq1, double kq2);
 
 /// A dark 1:1 complex binds part of the quencher, which then does not collide. The amplitude of the free probe is not
 /// reduced, because a normalised decay does not show probes that never emit.
-Populations darkComplexDecay(double Q, double Cp, double K, double kq2);
+Populations darkComplexDecay(const Mixture& mix, double K, double kq2);
 
 /// The complex alone: complexAndDynamicDecay without collisions.
-Populations complexDecay(double Q, double Cp, double K, double kq1);
+Populations complexDecay(const Mixture& mix, double K, double kq1);
 
 /// Sphere of action: a fraction exp(-K Q) has no quencher nearby and is quenched by collisions only; the rest decays
 /// faster by kq1.
