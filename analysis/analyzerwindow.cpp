@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr qint64 kYieldMilliseconds = 10;   // short enough for STOP to feel immediate
-constexpr unsigned kEvaluationsPerLook = 8; // at the clock, which may take a tenth of the time of an evaluation
+constexpr unsigned kEvaluationsPerLook = 8; // at the clock: a look may take a tenth of the time of an evaluation
 constexpr qint64 kShowMilliseconds = 40;    // a painted progress bar costs as much as several iterations
 constexpr auto kSolverFailure = "Gauss-Newton法でエラーが起こりました\r\n初期値を変えて実行してみてください";
 
@@ -121,7 +121,7 @@ std::optional<Result> AnalyzerWindow::fit(const Request& request)
     showRun();
     if (result.ending == fit::Ending::SolverFailed) {
         m_prompter.message(kSolverFailure);
-        keep(request, result); // another command may have run while the message stood there
+        keep(request, result); // another command may have run while the message was open
     }
     return showReport(request.model, result) ? std::optional(result) : std::nullopt;
 }

@@ -21,7 +21,7 @@ namespace analysis
 {
 
 /// Shows analyses: the progress and the report of a run, and the button that stops it. Between runs it keeps the last
-/// request and what it left, which the prescribed setters change and the getters tell.
+/// request, which the setters change, and the last result, which the getters return.
 class AnalyzerWindow : public QWidget, private fit::Observer
 {
     Q_OBJECT
@@ -49,7 +49,7 @@ public:
     double getR2() const { return current().statistics.R2; }
     double getXaisqr() const { return current().statistics.residualSum; }
     std::string getError() const;
-    /// Builds the report of the current state and takes its parameter values over for the getters.
+    /// Builds the report of the current state and stores its parameter values for the getters.
     std::string getResults();
 
     /// Fits with the present settings and writes the report. False if there is no result: after an arithmetic fault,
@@ -59,17 +59,17 @@ public:
     bool ShowResult();
     void SetSize(int top, int left, int height, int width);
 
-    /// Takes a request over without running it.
+    /// Stores a request without running it.
     void set(const Request& request);
-    /// Runs a request and writes its report. No result as with GAUSSNEWTON. A second run in the meantime does not
-    /// disturb it.
+    /// Runs a request and writes its report; nullopt where GAUSSNEWTON returns false. A second run that starts before
+    /// the end does not disturb the first.
     std::optional<Result> fit(const Request& request);
     /// Writes a model's report. False after an arithmetic fault, which a message reports.
     bool showReport(int model, const Result& result);
     /// Tells the user that the command ends because a number is infinite or undefined.
     void reportArithmeticFault();
 
-    /// What the last run or the setters left.
+    /// The request as the last run or the setters have left it.
     const Request& request() const { return m_request; }
 
 signals:

@@ -65,7 +65,7 @@ std::string reportOf(const Result& result, int model)
                             .status = result.status});
 }
 
-/// Adds all that follows from the parameters of a result.
+/// Completes a result with everything that follows from its parameters.
 template <typename Problem>
 Result completed(Result result, const Request& request, Problem& problem)
 {
