@@ -48,7 +48,7 @@ public:
     const ui::Grid& grid() const { return *m_grid; }
 
 signals:
-    void changed(); // a text of any cell, by whatever means
+    void changed(); // the text of a cell, typed or written by a command
     void edited();  // by a key in the line or by paste: samples read earlier may be out of date
 
 protected:

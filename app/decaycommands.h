@@ -43,7 +43,7 @@ public:
     void CalcDecayCurve();
 
 private:
-    /// The copies that a command uses until its end, whatever the user does in the meantime.
+    /// A command's own copies, so that nothing the user does during the command changes them.
     struct Run {
         decay::SampleTable samples{};
         analysis::Request request{};

@@ -193,7 +193,7 @@ void frmVorloMain::dragEnterEvent(QDragEnterEvent* event)
 void frmVorloMain::dropEvent(QDropEvent* event)
 {
     const QString file = onlyFile(*event->mimeData());
-    if (file.isEmpty()) // the program that it came from has ended meanwhile
+    if (file.isEmpty()) // the program from which it was dragged has ended
         return;
     event->setDropAction(Qt::CopyAction);
     event->accept();

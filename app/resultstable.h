@@ -44,7 +44,7 @@ public:
     ui::Grid& grid() { return *m_grid; }
 
 signals:
-    /// "Restore" was chosen on a filled row. The texts are those of all columns as displayed, so they are rounded.
+    /// "Restore" was chosen on a filled row. The texts are the row as displayed, so its numbers are rounded.
     void restoreChosen(const QStringList& row);
 
 protected:

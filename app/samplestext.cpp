@@ -56,7 +56,7 @@ std::string ratiosText(const decay::CellText& cell, int typed)
 
 std::string decaysText(const decay::CellText& cell, int typed)
 {
-    constexpr double kAnyLevel = 1; // counts nothing out
+    constexpr double kAnyLevel = 1; // excludes nothing
     const decay::DecayData data = decay::readDecayData(cell, kAnyLevel, models::kModelCount);
     return readText(data.samples.SampleCount, typed, data.incompleteColumn);
 }

@@ -22,7 +22,7 @@ class SessionCommands : public QObject
     Q_OBJECT
 
 public:
-    /// What the commands work on; all of it must outlive them.
+    /// The objects on which the commands work; they must outlive the commands.
     struct Dependencies {
         SheetText& sheet;
         PanelEditor& panel;

@@ -22,8 +22,8 @@ constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF"; // in UTF-8
 
 QString tr(const char* text) { return QCoreApplication::translate("app::SessionFile", text); }
 
-/// The reason why a path cannot hold a session, whatever its permissions are: a pipe would wait for its other end, and
-/// saving would replace a device with a file. Empty for a regular file and for an unused name.
+/// The reason why a path cannot hold a session even if its permissions allow it: a pipe would wait for its other end,
+/// and saving would replace a device with a file. Empty for a regular file and for an unused name.
 QString notAFile(const QString& path)
 {
     const QFileInfo info(path);

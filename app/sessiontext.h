@@ -36,7 +36,8 @@ struct Session {
 /// The lines of a session file, ended by CR LF. `cells` has rows - 1 rows of columns - 1 texts.
 std::string writeSession(const Session& session);
 
-/// Whether the first bytes of a file, at least one more than kSessionFirstLine has, are those of a session file.
+/// Whether a file with these first bytes is a session file. At least one byte more than kSessionFirstLine has is
+/// needed.
 bool startsSession(std::string_view bytes);
 
 /// `before`, overwritten with the contents of the text; the results come from the text alone. nullopt: the first line

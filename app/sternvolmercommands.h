@@ -39,7 +39,7 @@ public:
     void CalcSternVolmer();
 
 private:
-    /// The copies that a command uses until its end, whatever the user does in the meantime.
+    /// A command's own copies, so that nothing the user does during the command changes them.
     struct Run {
         sternvolmer::RatioData data{};
         analysis::Request request{};

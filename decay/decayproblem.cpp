@@ -127,7 +127,7 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
         return;
     m_fittedWith = a;
     fit::clearUpperHalves();
-    // The sums continue from sample to sample, so that the last sample holds those of all samples.
+    // The sums continue from sample to sample, so that the last sample holds the sums of all samples.
     double sumOfIntensities = 0;
     double sumOfSquares = 0;
     for (std::size_t s = 1; s <= slot(m_samples.SampleCount); ++s) {
@@ -138,7 +138,7 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
             sumOfIntensities += record.IExp[i];
             sumOfSquares += deviation * deviation;
         }
-        record.mean = sumOfIntensities / 50; // deliberately 50, whatever the number of points is
+        record.mean = sumOfIntensities / 50; // deliberately 50 for any number of points
         record.residualSum = sumOfSquares;
     }
 }

@@ -38,7 +38,7 @@ public:
     double value(double t, double Q, const fit::Parameters& a);
 
     /// Fills IFit of every sample, including the reference, up to its LastFitIndex, and the running mean and
-    /// residualSum. Does nothing if they are already those of the same parameters.
+    /// residualSum. Does nothing if the last call had the same parameters.
     void CalcFity(const fit::Parameters& a);
 
     /// Updates the fitted curves; residualSum and R2 then cover the points of all samples.

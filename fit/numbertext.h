@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// Numbers to text and back. The decimal point is always '.', whatever the user's locale.
+/// Numbers to text and back. The decimal point is '.' in every locale.
 namespace fit
 {
 

@@ -15,7 +15,7 @@ struct Statistics {
 double determination(double residualSum, double totalSum);
 
 /// Statistics of a Stern-Volmer fit. observed and fitted are slot arrays: point i has index i, 1 <= i <= count. The
-/// total sum of squares deliberately runs over slots 0..49, whatever the count is; slots beyond the spans count as 0.
+/// total sum of squares deliberately runs over slots 0..49 for every count; slots beyond the spans count as 0.
 Statistics slotStatistics(std::span<const double> observed, std::span<const double> fitted, int count);
 
 } // namespace fit
