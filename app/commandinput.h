@@ -8,9 +8,6 @@
 namespace app
 {
 
-inline constexpr int kAnalyzerTop = 5000, kAnalyzerLeft = 7000, kAnalyzerHeight = 4250, kAnalyzerWidth = 3200; // twips
-inline constexpr int kSurfaceSize = 5000; // initial size of a plot window, twips
-
 /// The objects from which all commands read what was typed, and through which they report what is wrong with it; all
 /// must outlive the commands.
 struct CommandInput {

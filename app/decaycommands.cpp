@@ -2,6 +2,7 @@
 
 #include "analysis/messages.h"
 #include "app/panelrequest.h"
+#include "app/windowplaces.h"
 #include "decay/normalization.h"
 #include "decay/samplecolumn.h"
 #include "fit/numbertext.h"
@@ -135,7 +136,7 @@ std::optional<DecayCommands::Run> DecayCommands::prepare()
         return std::nullopt;
     }
     analyzer.set(run.request);
-    analyzer.SetSize(kAnalyzerTop, kAnalyzerLeft, kAnalyzerHeight, kAnalyzerWidth);
+    analyzer.SetSize(kAnalyzerPlace.top, kAnalyzerPlace.left, kAnalyzerPlace.height, kAnalyzerPlace.width);
     ui::bringToFront(analyzer);
     return run;
 }

@@ -6,6 +6,7 @@
 #include "app/resultstable.h"
 #include "app/samplestext.h"
 #include "app/statusline.h"
+#include "app/windowplaces.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
 #include "ui/textbox.h"
@@ -14,7 +15,11 @@
 namespace app
 {
 
-FirstWindow::FirstWindow() { MainWindow.SetSize(0, 6500, 8160, 9750); }
+FirstWindow::FirstWindow()
+{
+    constexpr WindowPlace place = kMainWindowPlace;
+    MainWindow.SetSize(place.top, place.left, place.height, place.width);
+}
 
 void FirstWindow::whenPainted(std::function<void()> then)
 {
@@ -44,12 +49,10 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     GraphWindow2.SetTitle("Analysis Plot");
     OutputTable1.SetTitle("Decay Table");
     OutputTable2.SetTitle("Analysis Table");
-    // Plots stack to the left of the main window.
-    GraphWindow1.SetPosition(0, 1000);
-    GraphWindow2.SetPosition(5000, 1000);
-    // Tables are placed below the main window, where they cover neither the main window nor the plots.
-    OutputTable1.SetPosition(9600, 6500);
-    OutputTable2.SetPosition(9600, 11000);
+    GraphWindow1.SetPosition(kDecayPlotCorner.top, kDecayPlotCorner.left);
+    GraphWindow2.SetPosition(kAnalysisPlotCorner.top, kAnalysisPlotCorner.left);
+    OutputTable1.SetPosition(kDecayTableCorner.top, kDecayTableCorner.left);
+    OutputTable2.SetPosition(kAnalysisTableCorner.top, kAnalysisTableCorner.left);
 }
 
 void VorloMain::connectFileMenu()
@@ -83,7 +86,7 @@ void VorloMain::connectEditMenu()
 void VorloMain::connectWindows()
 {
     connect(&MainWindow, &frmVorloMain::setParametersChosen, this, [this] {
-        SettingWindow.SetSize(1000, 5000, 3645, 3645);
+        SettingWindow.SetSize(kSettingsPlace.top, kSettingsPlace.left, kSettingsPlace.height, kSettingsPlace.width);
         ui::bringToFront(SettingWindow);
     });
     connect(&MainWindow, &frmVorloMain::helpChosen, this, [this] {

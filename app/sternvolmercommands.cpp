@@ -1,6 +1,7 @@
 #include "app/sternvolmercommands.h"
 
 #include "app/panelrequest.h"
+#include "app/windowplaces.h"
 #include "ui/twips.h"
 
 namespace app
@@ -50,7 +51,7 @@ void SternVolmerCommands::CalcSternVolmer()
 std::optional<SternVolmerCommands::Run> SternVolmerCommands::prepare()
 {
     analysis::frmSternVolmerAnalyzer& analyzer = m_windows.analyzer;
-    analyzer.SetSize(kAnalyzerTop, kAnalyzerLeft, kAnalyzerHeight, kAnalyzerWidth);
+    analyzer.SetSize(kAnalyzerPlace.top, kAnalyzerPlace.left, kAnalyzerPlace.height, kAnalyzerPlace.width);
     ui::bringToFront(analyzer);
     analyzer.setLogMode(m_input.shared.settings.LogMode);
     Run run{.data = sternvolmer::readSternVolmerData(cellsOf(m_input.sheet)), .request = analyzer.request()};
@@ -85,7 +86,7 @@ std::optional<SternVolmerCommands::Curves> SternVolmerCommands::evaluate(const R
 void SternVolmerCommands::show(const Run& run, const Curves& curves)
 {
     plot::Graph& graph = m_windows.graph;
-    graph.resizeSurface(kSurfaceSize, kSurfaceSize);
+    graph.resizeSurface(kRatioPlotSize, kRatioPlotSize);
     plot::PlotSternVolmer(graph, run.data.samples, run.data.Xmax, run.data.Ymax);
     plot::PlotSternVolmerFit(graph, curves.plotted);
     graph.showFilled();
