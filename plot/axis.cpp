@@ -2,7 +2,7 @@
 
 #include "fit/numbertext.h"
 #include "fit/safelog10.h"
-#include "plot/steps.h"
+#include "plot/evensteps.h"
 
 #include <cmath>
 #include <string>
@@ -95,10 +95,10 @@ void drawAxis(Surface& surface, const ViewMap& map, std::string_view yFormat, do
     const double xs = firstTick(world.x1, xt);
     const double ys = firstTick(world.y1, yt);
     turnTowards(world.x2, xs, xt);
-    for (const double x : steps(xs, world.x2, xt))
+    for (const double x : evenSteps(xs, world.x2, xt))
         drawing.xTick(x);
     turnTowards(world.y2, ys, yt);
-    for (const double y : steps(ys, world.y2, yt))
+    for (const double y : evenSteps(ys, world.y2, yt))
         drawing.yTick(y);
     drawing.axes();
 }

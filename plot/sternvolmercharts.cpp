@@ -2,7 +2,7 @@
 
 #include "fit/numbertext.h"
 #include "plot/axis.h"
-#include "plot/steps.h"
+#include "plot/evensteps.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,12 +35,12 @@ void writeCell(TableSink& table, int column, int row, double value)
 std::vector<CurvePoint> ratioCurve(double Xmax, const RatioCurve& fitted)
 {
     const double step = Xmax / kCurveSteps;
-    return evaluated(steps(0, Xmax + step, step), fitted);
+    return evaluated(evenSteps(0, Xmax + step, step), fitted);
 }
 
 std::vector<CurvePoint> ratioTable(double Xmax, const RatioCurve& fitted)
 {
-    return evaluated(steps(0, Xmax, AxisStep(Xmax / 10, 0)), fitted);
+    return evaluated(evenSteps(0, Xmax, AxisStep(Xmax / 10, 0)), fitted);
 }
 
 bool allFinite(std::span<const CurvePoint> points)

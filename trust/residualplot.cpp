@@ -2,7 +2,7 @@
 
 #include "fit/numbertext.h"
 #include "plot/axis.h"
-#include "plot/steps.h"
+#include "plot/evensteps.h"
 
 #include <QPainter>
 
@@ -17,7 +17,7 @@ namespace
 constexpr double kRadius = 3; // of a point, pixels
 
 /// Numbers at an axis from 0 to an end.
-std::vector<double> ticks(double end) { return plot::steps(0, end, plot::AxisStep(0, end)); }
+std::vector<double> ticks(double end) { return plot::evenSteps(0, end, plot::AxisStep(0, end)); }
 
 QString tickText(double value)
 {

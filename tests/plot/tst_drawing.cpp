@@ -1,6 +1,6 @@
 #include "plot/axis.h"
 #include "plot/curvecolor.h"
-#include "plot/steps.h"
+#include "plot/evensteps.h"
 #include "plot/viewmap.h"
 #include "tests/support/plotrecorders.h"
 
@@ -135,7 +135,7 @@ void TestDrawing::ticksRunToTheFarEdge()
     plot::drawAxis(surface, plot::ViewMap({-5, 1.05, 100, -0.05}, {5000, 5000}), "##0", xt, yt, 0);
     QCOMPARE(surface.lines.size(), 7u + 6u + 2u); // -20, 0 .. 100; 1.0, 0.8 .. 0.0; axes
 
-    QCOMPARE(plot::steps(0, 1e-8, 1e-9).size(), 11u); // a time axis in seconds
+    QCOMPARE(plot::evenSteps(0, 1e-8, 1e-9).size(), 11u); // a time axis in seconds
 
     support::RecordingSurface mirrored;
     yt = 0.2;

@@ -1,4 +1,4 @@
-#include "plot/steps.h"
+#include "plot/evensteps.h"
 
 #include <cmath>
 
@@ -11,7 +11,7 @@ constexpr double kRounding = 1e-9; // of a step; the accumulated rounding of the
 
 } // namespace
 
-std::vector<double> steps(double first, double last, double step)
+std::vector<double> evenSteps(double first, double last, double step)
 {
     std::vector<double> values;
     if (step == 0 || !std::isfinite(step))
