@@ -1,6 +1,6 @@
 #include "analysis/analyzerwindow.h"
 
-#include "analysis/messages.h"
+#include "analysis/arithmeticfault.h"
 #include "fit/numbertext.h"
 #include "fit/report.h"
 #include "ui/prompter.h"

@@ -1,8 +1,8 @@
 #include "app/decaycommands.h"
 
-#include "analysis/messages.h"
 #include "app/panelrequest.h"
 #include "app/windowplaces.h"
+#include "decay/complaints.h"
 #include "decay/normalization.h"
 #include "decay/samplecolumn.h"
 #include "fit/numbertext.h"
@@ -51,12 +51,10 @@ void DecayCommands::Normalization()
 {
     const PanelState panel = m_input.panel.panelState();
     decay::DecayData data = decay::readDecayData(cellsOf(m_input.sheet), fitRegionLevel(panel), panel.Model);
-    if (data.siteModelRefused)
-        m_input.prompter.message("We cannot analyze 3 component data with 2-site model.");
-    if (!data.usable()) {
-        m_input.prompter.message("Please input value(s) in blank cell(s).");
+    for (const std::string& complaint : decay::complaints(data))
+        m_input.prompter.message(QString::fromStdString(complaint));
+    if (!data.usable())
         return;
-    }
     decay::normaliseAmplitudes(data.samples);
     decay::BuildDecayCurves(data.samples, m_input.shared.FitRegionMode);
     if (!usable(data.samples)) {
@@ -123,7 +121,7 @@ std::optional<DecayCommands::Run> DecayCommands::prepare()
     analysis::frmDecayCurveAnalyzer& analyzer = m_windows.analyzer;
     const PanelValues panel = panelValues(m_input.panel.panelState());
     const SharedState& shared = m_input.shared;
-    if (const auto complaint = analysis::decayComplaint(shared.DataNormalized, panel.model)) {
+    if (const auto complaint = decay::analysisComplaint(shared.DataNormalized, panel.model)) {
         m_input.prompter.message(QString::fromStdString(*complaint));
         return std::nullopt;
     }

@@ -2,6 +2,7 @@
 
 #include "app/panelrequest.h"
 #include "app/windowplaces.h"
+#include "sternvolmer/complaints.h"
 #include "ui/twips.h"
 
 namespace app

@@ -1,9 +1,10 @@
 #include "app/trustcommands.h"
 
-#include "analysis/messages.h"
+#include "analysis/arithmeticfault.h"
 #include "app/panelrequest.h"
 #include "app/panelstarts.h"
-#include "sternvolmer/ratiodata.h"
+#include "decay/complaints.h"
+#include "sternvolmer/complaints.h"
 #include "ui/twips.h"
 
 #include <QScopedValueRollback>
@@ -92,7 +93,7 @@ bool TrustCommands::search(models::Analysis analysis)
 std::optional<analysis::Request> TrustCommands::decayRequest(const PanelValues& panel)
 {
     const SharedState& shared = m_input.shared;
-    if (const auto complaint = analysis::decayComplaint(shared.DataNormalized, panel.model)) {
+    if (const auto complaint = decay::analysisComplaint(shared.DataNormalized, panel.model)) {
         m_input.prompter.message(QString::fromStdString(*complaint));
         return std::nullopt;
     }

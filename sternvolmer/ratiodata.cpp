@@ -56,18 +56,6 @@ void computeRatios(RatioData& data)
     data.tau0 = meanLifetime(samples[1]);
 }
 
-std::vector<std::string> complaints(const RatioData& data, double Cp)
-{
-    std::vector<std::string> texts;
-    if (!data.referenceFirst)
-        texts.emplace_back("Please input the 0moldm-3 data in the left of column.");
-    if (!data.complete)
-        texts.emplace_back("You must input intensity data.");
-    else if (!(Cp > 0))
-        texts.emplace_back("Please Input Cp value above zero.");
-    return texts;
-}
-
 bool allFinite(const RatioData& data)
 {
     const auto first = data.samples.SampleData.begin() + 1;

@@ -3,9 +3,6 @@
 #include "decay/sampletable.h"
 #include "sternvolmer/ratiopoints.h"
 
-#include <string>
-#include <vector>
-
 namespace sternvolmer
 {
 
@@ -26,10 +23,6 @@ RatioData readSternVolmerData(const decay::CellText& cell);
 
 /// Fills SVRatio of every sample, Xmax, Ymax and tau0 of complete data.
 void computeRatios(RatioData& data);
-
-/// Messages about unusable data or an unusable probe concentration (M), in the order in which they are shown. Empty if
-/// the data are usable.
-std::vector<std::string> complaints(const RatioData& data, double Cp);
 
 /// True if every number that the fit uses is finite.
 bool allFinite(const RatioData& data);

@@ -1,4 +1,3 @@
-#include "analysis/messages.h"
 #include "analysis/request.h"
 #include "fit/report.h"
 #include "tests/support/callableproblem.h"
@@ -60,7 +59,6 @@ private slots:
     void calculatesWhereAFitWouldStart();
     void fitsDecayCurves();
     void namesTheConstantsOfTheModel();
-    void asksForNormalisedDataFirst();
 };
 
 void TestRequest::startsFromWhatIsLeftWithoutALogarithm()
@@ -168,13 +166,6 @@ void TestRequest::namesTheConstantsOfTheModel()
         {1, {9, 9, 9, 2, 9}}, {2, {2, 9, 3, 4, 9}}, {9, {2, 9, 9, 9, 9}}, {12, {9, 2, 9, 3, 4}}};
     for (const auto& [model, expected] : cases)
         QVERIFY(analysis::constantsOf(model, {0, 2, 3, 4}, earlier) == expected);
-}
-
-void TestRequest::asksForNormalisedDataFirst()
-{
-    QCOMPARE(analysis::decayComplaint(false, 5), "Please Normalize the data.");
-    QCOMPARE(analysis::decayComplaint(true, 5), "Model 5 cannot be analyzed with decay curves.");
-    QCOMPARE(analysis::decayComplaint(true, 4), std::nullopt);
 }
 
 QTEST_APPLESS_MAIN(TestRequest)

@@ -1,4 +1,4 @@
-#include "decay/normalization.h"
+#include "decay/complaints.h"
 
 #include "tests/support/typedsheet.h"
 
@@ -51,6 +51,7 @@ class TestNormalization : public QObject
 private slots:
     void readsSamplesInOrder();
     void knowsIncompleteSheets();
+    void asksForNormalisedDataFirst();
     void searchesTheTimeOfTheLevelByItsRules();
     void endsTheFitAtTheSamplesOwnTime();
     void survivesAnyRegion();
@@ -95,6 +96,13 @@ void TestNormalization::knowsIncompleteSheets()
     const DecayData data = readDecayData(cellsOf(tooMany), 1e-3, 1);
     QVERIFY(data.complete);
     QVERIFY(data.samples.SampleCount == 20);
+}
+
+void TestNormalization::asksForNormalisedDataFirst()
+{
+    QCOMPARE(analysisComplaint(false, 5), "Please Normalize the data.");
+    QCOMPARE(analysisComplaint(true, 5), "Model 5 cannot be analyzed with decay curves.");
+    QCOMPARE(analysisComplaint(true, 4), std::nullopt);
 }
 
 void TestNormalization::searchesTheTimeOfTheLevelByItsRules()
