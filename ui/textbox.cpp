@@ -71,7 +71,7 @@ void TextBox::dropEvent(QDropEvent* event)
     const QString text = event->mimeData()->text();
     if (isReadOnly() || oneLine(text) == text)
         return QLineEdit::dropEvent(event);
-    event->setDropAction(Qt::CopyAction); // what the box does not take stays where it was dragged from
+    event->setDropAction(Qt::CopyAction); // a move would also remove the part that the box does not take
     QDragLeaveEvent end;
     QLineEdit::dragLeaveEvent(&end); // removes the caret that shows the drop position
     setCursorPosition(cursorPositionAt(event->position().toPoint()));

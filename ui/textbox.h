@@ -11,7 +11,7 @@ namespace ui
 /// The part of a text that a one-line box takes: the text up to its first line end, with blanks for tabs.
 QString oneLine(const QString& text);
 
-/// A text box of one line: whatever is pasted, dropped or committed by an input method becomes one line.
+/// A text box of one line. A text that is pasted, dropped or committed by an input method becomes one line.
 class TextBox : public QLineEdit
 {
     Q_OBJECT

@@ -135,7 +135,7 @@ void TestAccessibility::tabReachesEveryControl()
     }
 }
 
-// Texts must have enough contrast with their background, whatever colours the desktop sets.
+// Texts must have enough contrast with their background, with any colours of the desktop.
 void TestAccessibility::followsADarkDesktop()
 {
     const QPalette usual = QApplication::palette();

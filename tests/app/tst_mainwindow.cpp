@@ -175,7 +175,7 @@ void TestMainWindow::editKeysStayInATextBox()
     QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(copied.count(), 1);
     other->setFocus();
-    action("mnuCut").trigger(); // the menu item always acts on the sheet, wherever the focus is
+    action("mnuCut").trigger(); // the menu item acts on the sheet even if the focus is elsewhere
     QCOMPARE(cut.count(), 1);
 }
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes seeds/engine and seeds/trust from the descriptions below, in the layout of engine.cpp, trust.cpp and sheet.h.
 
-Run it again after a change of what these read; tests fail while a seed no longer gets to a fit.
+Run it again when the layout that these files read has changed; a test fails if a seed reaches no fit.
 
     tests/fuzz/seeds.py
 """

@@ -17,7 +17,7 @@ const QColor kWhite(Qt::white);
 const QColor kRed(255, 0, 0);
 constexpr int kTwipsPerPixel = 15;
 
-// Positions are in pixels of the window, whatever the scale of the screen.
+// Positions are in pixels of the window, at any scale of the screen.
 QColor colorAt(const QImage& picture, int x, int y)
 {
     return picture.pixelColor(QPoint(x, y) * picture.devicePixelRatio());

@@ -11,7 +11,7 @@
 namespace support
 {
 
-/// What the panel asks of ratios in normal mode.
+/// The request of a panel for ratios, in normal mode.
 inline analysis::Request ratioRequest(const app::PanelState& panel, const sternvolmer::RatioPoints& points)
 {
     return app::requestOf(app::panelValues(panel), 0, {.data = points});
@@ -23,7 +23,7 @@ inline analysis::Request ratioRequest(const PublishedRatios& set, app::PanelStat
     return ratioRequest(panel, ratioPoints(set));
 }
 
-/// Of the default panel, in the order of the models.
+/// The requests of the default panel for all models, in the order of their numbers.
 inline std::vector<analysis::Request> allModels(const sternvolmer::RatioPoints& points)
 {
     return app::requestsOfAllModels(app::panelValues({}), 0, {.data = points});
