@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// How a fluorimeter errs, and what that means for the constants of a fit of ratios.
+/// The errors of a fluorimeter, and their effect on the constants of a fit of ratios.
 namespace noise
 {
 

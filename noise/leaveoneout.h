@@ -7,7 +7,7 @@
 namespace noise
 {
 
-/// What a fit is without one of its samples.
+/// A fit without one of its samples, compared with the fit of all.
 struct LeftOut {
     int sample = 0;           // 1 is the reference
     fit::Parameters values{}; // fitted to the others

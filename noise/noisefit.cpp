@@ -31,8 +31,8 @@ std::optional<double> criterion(const RatioFit& ratioFit, const Errors& errors, 
     return leastsquares::correctedAkaike(sumOfSquares, n, p + kReferences + 1);
 }
 
-/// Errors of the ratios of all samples: their own, and that of the reference, by which all are divided. The ratio of
-/// the reference is 1 by definition and has none.
+/// Errors of all ratios: each sample has its own error, and all share the error of the reference, by which they are
+/// divided. The ratio of the reference is 1 by definition and has no error.
 struct RatioErrors {
     std::vector<double> own{0}, common{0};
 };
@@ -123,7 +123,7 @@ std::array<leastsquares::Profile, fit::kMaxParameters + 1> profilesOf(NoiseFit& 
         const leastsquares::Minimum lower =
             leastsquares::descend(*problem, profiles[slot].lower->values, ratioFit.free);
         fitted = fitAt(fitted.errors, ratioFit, lower, fitted.analysed.values);
-        i = 0; // all profiles anew
+        i = 0; // calculate all profiles again
     }
     return profiles;
 }

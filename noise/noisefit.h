@@ -11,7 +11,7 @@
 namespace noise
 {
 
-/// What is fitted: ratios by a model, of whose constants some may be fixed.
+/// A model to be fitted to ratios; some of its constants may be fixed.
 struct RatioFit {
     sternvolmer::RatioPoints points;
     int model = 0;
@@ -41,7 +41,7 @@ struct NoiseFit {
     AnalysedConstants analysed{};
 };
 
-/// The problem whose sum of squares an assumption makes least; it takes values in their real units.
+/// The least-squares problem under an assumption; it takes values in their real units.
 std::unique_ptr<fit::Problem> problemUnder(const RatioFit& ratioFit, const Errors& errors);
 
 /// Fits from the analysed values and from the other starts, and keeps the lowest sum. There are as many degrees of

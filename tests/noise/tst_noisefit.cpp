@@ -117,7 +117,7 @@ void TestNoiseFit::typedErrorsAreWeights()
     COMPARE_DIGITS(otherwise.minimum.values[1], 1.5);
 }
 
-// ln of a ratio of two intensities with known errors of 3 and 4 percent has an error of 5 percent.
+// The logarithm of the ratio of two intensities with known errors of 3 and 4 percent has an error of 5 percent.
 void TestNoiseFit::knownErrorsNeedNoScatter()
 {
     RatioFit line = ratioFitOf("hFis1", 1);
