@@ -137,6 +137,16 @@ Request startingAt(Request request, const fit::Parameters& parameters)
     return request;
 }
 
+std::unique_ptr<fit::Problem> engineProblem(const Request& request)
+{
+    return std::visit(
+        [&](const auto& data) -> std::unique_ptr<fit::Problem> {
+            auto problem = problemOf(request, data);
+            return std::make_unique<decltype(problem)>(std::move(problem));
+        },
+        request.data);
+}
+
 Result run(const Request& request, fit::Observer& observer)
 {
     return std::visit(

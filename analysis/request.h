@@ -7,6 +7,7 @@
 #include "sternvolmer/ratiopoints.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <variant>
 
@@ -55,6 +56,9 @@ bool startsFinite(const Request& request);
 
 /// The request, changed to start at parameters as the engine holds them.
 Request startingAt(Request request, const fit::Parameters& parameters);
+
+/// The least-squares problem of a request, with parameters as the engine holds them.
+std::unique_ptr<fit::Problem> engineProblem(const Request& request);
 
 /// Fits the data. After an arithmetic fault there are neither statistics nor a report.
 Result run(const Request& request, fit::Observer& observer);

@@ -152,7 +152,7 @@ bool TrustCommands::showSearch(const trust::RequestedFit& requested)
     }
     double done = 0;
     const trust::SearchResult found =
-        trust::searchStart(requested, [&](double share) { return progress(done = share); });
+        trust::searchStart(requested, m_leastSums, [&](double share) { return progress(done = share); });
     const trust::FoundStarts starts = startsFor(requested, found, [&] { return progress(done); });
     if (fit::StopRequested)
         return false;
@@ -169,18 +169,13 @@ bool TrustCommands::showSearch(const trust::RequestedFit& requested)
 trust::FoundStarts TrustCommands::startsFor(const trust::RequestedFit& requested, const trust::SearchResult& found,
                                             const trust::KeepGoing& keepGoing) const
 {
-    const int logMode = requested.request.options.logMode;
-    analysis::Request otherMode = requested.request;
-    otherMode.options.logMode = logMode == 1 ? 0 : 1;
-    trust::FoundStarts starts{
-        .model = requested.request.model, .logMode = logMode, .typedSum = found.typedSum, .starts = {}};
+    trust::FoundStarts starts{.model = requested.request.model,
+                              .logMode = requested.request.options.logMode,
+                              .typedSum = found.typedSum,
+                              .starts = {}};
     for (const leastsquares::Solution& solution : found.solutions) {
         const leastsquares::Minimum minimum{solution.values, solution.sumOfSquares};
-        const trust::EngineStart start = trust::engineStart(requested, minimum, keepGoing);
-        otherMode.values = start.values;
-        const bool other =
-            !start.leadsToMinimum && trust::leadsToMinimum({requested.problem, otherMode}, minimum, keepGoing);
-        starts.starts.push_back({solution, start, other});
+        starts.starts.push_back({solution, trust::engineStart(requested, minimum, keepGoing)});
     }
     return starts;
 }
@@ -224,7 +219,7 @@ void TrustCommands::compareAllModels()
     trust::ProgressBarProgress progress = window.begin();
     showInFront(window, kComparisonPlace);
     const std::vector<trust::ComparedModel> models =
-        trust::compareModels(requests, [&](double share) { return progress(share); });
+        trust::compareModels(requests, m_leastSums, [&](double share) { return progress(share); });
     if (!fit::StopRequested)
         window.showModels(models);
 }
@@ -238,7 +233,7 @@ void TrustCommands::showFitDetails()
 void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result)
 {
     m_details = [this, request, result] {
-        m_windows.fitDetails.showDetails(trust::fitDetails(request, result), trust::labelsOf(request));
+        m_windows.fitDetails.showDetails(trust::fitDetails(request, result, m_leastSums), trust::labelsOf(request));
     };
     if (m_windows.fitDetails.isVisible())
         refreshDetails();

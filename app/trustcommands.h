@@ -59,6 +59,7 @@ private:
     PanelEditor& m_panel;
     Windows m_windows;
     Analyzers m_analyzers;
+    trust::LeastSums m_leastSums;
     QWidget* m_searching = nullptr;     // the window of the running search; only one runs at a time
     models::Analysis m_searchedFor{};   // the analysis for which the last search was
     PanelState m_typed;                 // the panel at the start of the last search

@@ -38,8 +38,10 @@ double heldInLogMode(double a)
     return a;
 }
 
+} // namespace
+
 /// The state of a running fit. Its predicates tell whether the run ends here, and store how it ends.
-class Run
+class GaussNewton::Run
 {
 public:
     Run(Problem& problem, const Options& options, const Parameters& start)
@@ -52,7 +54,9 @@ public:
     }
 
     const Outcome& outcome() const { return m_outcome; }
+    bool iterate(Observer& observer);
 
+private:
     void linearise();
     bool roundingMatters();
     bool converged();
@@ -64,8 +68,6 @@ public:
     bool stopRequested();
     bool limitExceeded();
     bool stoppedBy(Observer& observer);
-
-private:
     int parameterCount() const { return m_options.parameterCount; }
     Vector7 derivativeSteps() const;
     bool realParametersFinite() const;
@@ -79,7 +81,7 @@ private:
     Outcome m_outcome;
 };
 
-void Run::linearise()
+void GaussNewton::Run::linearise()
 {
     m_pass.steps = derivativeSteps();
     const NormalEquations equations = normalEquations(m_problem, m_outcome.parameters, m_pass.steps, parameterCount());
@@ -91,7 +93,7 @@ void Run::linearise()
 }
 
 /// An eighth of each parameter at first, halved with every iteration down to 1/128.
-Vector7 Run::derivativeSteps() const
+Vector7 GaussNewton::Run::derivativeSteps() const
 {
     const double divisor = std::exp2(std::min(m_outcome.iterations, 4.0) + 3);
     Vector7 h{};
@@ -102,13 +104,19 @@ Vector7 Run::derivativeSteps() const
     return h;
 }
 
-bool Run::roundingMatters() { return endIf(m_watch.couldShow(m_pass, m_options.tolerance), Ending::RoundingMatters); }
+bool GaussNewton::Run::roundingMatters()
+{
+    return endIf(m_watch.couldShow(m_pass, m_options.tolerance), Ending::RoundingMatters);
+}
 
-bool Run::converged() { return endIf(std::abs(1 - m_pass.ratio()) < m_options.tolerance, Ending::Converged); }
+bool GaussNewton::Run::converged()
+{
+    return endIf(std::abs(1 - m_pass.ratio()) < m_options.tolerance, Ending::Converged);
+}
 
 /// Solves for the step. After a zero pivot beyond the first unknown, only the unknowns before it are solved again; the
 /// others then move by the values that the first attempt left.
-bool Run::solverFailed()
+bool GaussNewton::Run::solverFailed()
 {
     int info = 0;
     GaussianElimination(m_pass.normal, m_step, parameterCount(), info);
@@ -120,7 +128,7 @@ bool Run::solverFailed()
     return endIf(info > 0, Ending::SolverFailed);
 }
 
-void Run::update()
+void GaussNewton::Run::update()
 {
     for (int j = 1; j <= parameterCount(); ++j) {
         if (m_options.fix[j] == 1)
@@ -133,7 +141,7 @@ void Run::update()
     }
 }
 
-void Run::keepInRange()
+void GaussNewton::Run::keepInRange()
 {
     for (int j = 1; j <= parameterCount(); ++j) {
         double& a = m_outcome.parameters[j];
@@ -143,7 +151,7 @@ void Run::keepInRange()
 
 /// Whether the model's parameters are finite, also when shifted: in log mode the model uses exp of them, and an
 /// infinite parameter could vanish in a quotient.
-bool Run::realParametersFinite() const
+bool GaussNewton::Run::realParametersFinite() const
 {
     static const double kLargestLogarithm = std::log(std::numeric_limits<double>::max());
     if (m_options.logMode != 1)
@@ -155,7 +163,7 @@ bool Run::realParametersFinite() const
 }
 
 /// The only place that checks for arithmetic faults: no data point, or a number of the run that is not finite.
-bool Run::faulty()
+bool GaussNewton::Run::faulty()
 {
     bool finite = realParametersFinite() && m_pass.pointCount > 0 && std::isfinite(m_options.tolerance) &&
                   std::isfinite(m_pass.sum) && std::isfinite(m_pass.ratio());
@@ -167,9 +175,9 @@ bool Run::faulty()
     return endIf(!finite, Ending::ArithmeticFault);
 }
 
-bool Run::stopRequested() { return endIf(StopRequested, Ending::Stopped); }
+bool GaussNewton::Run::stopRequested() { return endIf(StopRequested, Ending::Stopped); }
 
-bool Run::limitExceeded()
+bool GaussNewton::Run::limitExceeded()
 {
     const bool exceeded = m_outcome.iterations > m_options.iterationLimit;
     if (exceeded)
@@ -177,34 +185,50 @@ bool Run::limitExceeded()
     return endIf(exceeded, Ending::LimitExceeded);
 }
 
-bool Run::stoppedBy(Observer& observer) { return endIf(!observer.keepGoing(m_outcome.iterations), Ending::Stopped); }
+bool GaussNewton::Run::stoppedBy(Observer& observer)
+{
+    return endIf(!observer.keepGoing(m_outcome.iterations), Ending::Stopped);
+}
 
-bool Run::endIf(bool condition, Ending ending)
+bool GaussNewton::Run::endIf(bool condition, Ending ending)
 {
     if (condition)
         m_outcome.ending = ending;
     return condition;
 }
 
-} // namespace
+bool GaussNewton::Run::iterate(Observer& observer)
+{
+    clearUpperHalves(); // events have run
+    linearise();        // sum of squares, normal matrix, right-hand side
+    if (faulty() || roundingMatters() || converged() || solverFailed() || faulty())
+        return false;
+    update();
+    keepInRange();
+    if (faulty())
+        return false;
+    countUpdate();
+    observer.letEventsRun();
+    return !(stopRequested() || limitExceeded() || stoppedBy(observer));
+}
+
+GaussNewton::GaussNewton(Problem& problem, const Options& options, const Parameters& start)
+    : m_run(std::make_unique<Run>(problem, options, start))
+{
+}
+
+GaussNewton::~GaussNewton() = default;
+
+bool GaussNewton::iterate(Observer& observer) { return m_run->iterate(observer); }
+
+const Outcome& GaussNewton::outcome() const { return m_run->outcome(); }
 
 Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& start, Observer& observer)
 {
-    Run run(problem, options, start);
-    for (;;) {
-        clearUpperHalves(); // events have run
-        run.linearise();    // sum of squares, normal matrix, right-hand side
-        if (run.faulty() || run.roundingMatters() || run.converged() || run.solverFailed() || run.faulty())
-            return run.outcome();
-        run.update();
-        run.keepInRange();
-        if (run.faulty())
-            return run.outcome();
-        run.countUpdate();
-        observer.letEventsRun();
-        if (run.stopRequested() || run.limitExceeded() || run.stoppedBy(observer))
-            return run.outcome();
+    GaussNewton run(problem, options, start);
+    while (run.iterate(observer)) {
     }
+    return run.outcome();
 }
 
 } // namespace fit

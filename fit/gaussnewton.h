@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <span>
 
 namespace fit
@@ -92,5 +93,21 @@ struct Outcome {
 /// Minimises the sum of squared residuals from `start`. Each step deliberately solves only the upper triangle of the
 /// normal equations.
 Outcome gaussNewton(Problem& problem, const Options& options, const Parameters& start, Observer& observer);
+
+/// The same in single iterations, for a caller that does other things between them. The problem must outlive it.
+class GaussNewton
+{
+public:
+    GaussNewton(Problem& problem, const Options& options, const Parameters& start);
+    ~GaussNewton();
+
+    /// False: the run has ended.
+    bool iterate(Observer& observer);
+    const Outcome& outcome() const; // so far
+
+private:
+    class Run;
+    std::unique_ptr<Run> m_run;
+};
 
 } // namespace fit

@@ -37,7 +37,8 @@ public:
     }
 
     Eigen::Index inputs() const { return static_cast<Eigen::Index>(m_free.size()); }
-    Eigen::Index values() const { return m_problem.pointCount(); }
+    /// The method needs as many residuals as parameters; residuals beyond the last point are 0.
+    Eigen::Index values() const { return std::max<Eigen::Index>(m_problem.pointCount(), inputs()); }
 
     Eigen::VectorXd logarithms() const
     {
@@ -60,7 +61,8 @@ public:
     int operator()(const Eigen::VectorXd& u, Eigen::VectorXd& r) const
     {
         const fit::Parameters p = parameters(u);
-        for (Eigen::Index i = 0; i < values(); ++i)
+        r.setZero();
+        for (Eigen::Index i = 0; i < m_problem.pointCount(); ++i)
             r[i] = finite(m_problem.residual(static_cast<int>(i) + 1, p));
         return 0;
     }
@@ -69,10 +71,14 @@ public:
     {
         const fit::Parameters p = parameters(u);
         const auto columns = relativeDerivatives(m_problem, p, m_free);
+        J.setZero();
         for (Eigen::Index j = 0; j < inputs(); ++j)
-            J.col(j) = Eigen::Map<const Eigen::VectorXd>(columns[static_cast<std::size_t>(j)].data(), values());
+            J.col(j).head(m_problem.pointCount()) =
+                Eigen::Map<const Eigen::VectorXd>(columns[static_cast<std::size_t>(j)].data(), m_problem.pointCount());
         return 0;
     }
+
+    fit::Problem& problem() const { return m_problem; }
 
 private:
     std::size_t slot(Eigen::Index j) const { return m_free[static_cast<std::size_t>(j)]; }
@@ -119,25 +125,53 @@ std::vector<std::vector<double>> relativeDerivatives(fit::Problem& problem, cons
     return derivatives;
 }
 
-Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free, const Ranges& ranges)
-{
-    LogResiduals residuals(problem, start, free, ranges);
-    Eigen::VectorXd u = residuals.logarithms();
-    if (u.size() > 0 && residuals.values() >= u.size()) {
-        Eigen::LevenbergMarquardt<LogResiduals> method(residuals);
+struct Descent::Method {
+    Method(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free, const Ranges& ranges)
+        : residuals(problem, start, free, ranges), method(residuals), u(residuals.logarithms())
+    {
         // All logarithms are scaled equally, and the first step is about a decade, so that a direction with little
         // effect does not diverge and slow down the others.
         method.useExternalScaling = true;
         method.diag.setOnes(u.size());
         method.parameters.factor = kFirstStep / std::max(1.0, u.norm());
         method.parameters.ftol = method.parameters.xtol = method.parameters.gtol = kTolerance;
-        method.minimizeInit(u);
-        for (int step = 0; step < kMaxSteps; ++step)
-            if (method.minimizeOneStep(u) != Eigen::LevenbergMarquardtSpace::Running)
-                break;
+        if (u.size() > 0)
+            method.minimizeInit(u);
     }
-    const fit::Parameters reached = residuals.parameters(u);
-    return {reached, sumOfSquares(problem, reached)};
+
+    LogResiduals residuals;
+    Eigen::LevenbergMarquardt<LogResiduals> method;
+    Eigen::VectorXd u;
+    int steps = 0;
+};
+
+Descent::Descent(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free, const Ranges& ranges)
+    : m_method(std::make_unique<Method>(problem, start, free, ranges))
+{
+}
+
+Descent::Descent(Descent&&) noexcept = default;
+Descent& Descent::operator=(Descent&&) noexcept = default;
+Descent::~Descent() = default;
+
+bool Descent::step()
+{
+    return m_method->u.size() > 0 && m_method->steps++ < kMaxSteps &&
+           m_method->method.minimizeOneStep(m_method->u) == Eigen::LevenbergMarquardtSpace::Running;
+}
+
+Minimum Descent::reached() const
+{
+    const fit::Parameters values = m_method->residuals.parameters(m_method->u);
+    return {values, sumOfSquares(m_method->residuals.problem(), values)};
+}
+
+Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free, const Ranges& ranges)
+{
+    Descent descent(problem, start, free, ranges);
+    while (descent.step()) {
+    }
+    return descent.reached();
 }
 
 bool equallyGood(double sum, double best, int pointCount)

@@ -3,6 +3,7 @@
 #include "fit/gaussnewton.h"
 
 #include <array>
+#include <memory>
 #include <vector>
 
 /// Minima and uncertainties of any problem. Parameters are in their real units here, never logarithms; slots as in
@@ -37,6 +38,25 @@ struct Minimum {
 /// Method: J. J. More, Lecture Notes in Mathematics 630 (1978) 105, as in MINPACK; Eigen's translation.
 Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free,
                 const Ranges& ranges = kAnySizes);
+
+/// The same in single steps, for a caller that does other things between them. The problem must outlive it.
+class Descent
+{
+public:
+    Descent(fit::Problem& problem, const fit::Parameters& start, const FreeSlots& free,
+            const Ranges& ranges = kAnySizes);
+    Descent(Descent&&) noexcept;
+    Descent& operator=(Descent&&) noexcept;
+    ~Descent();
+
+    /// False: no further step lowers the sum of squares.
+    bool step();
+    Minimum reached() const; // so far
+
+private:
+    struct Method;
+    std::unique_ptr<Method> m_method;
+};
 
 /// Central differences of the residuals for relative changes of the free parameters: element [column][point - 1] is the
 /// derivative with respect to the logarithm of the size of parameter free[column].

@@ -1,31 +1,17 @@
 #include "leastsquares/solutions.h"
 
+#include "leastsquares/spread.h"
 #include "leastsquares/uncertainty.h"
 
 #include <algorithm>
 #include <cmath>
 
+#include <boost/math/distributions/fisher_f.hpp>
+
 namespace leastsquares
 {
 namespace
 {
-
-/// A parameter that the data do not determine is moved into its usual range if the fit stays equally good.
-Solution solutionOf(const SolvedProblem& solved, const Minimum& minimum)
-{
-    Solution solution{minimum.values, minimum.sumOfSquares,
-                      uncertaintyOf(solved.problem, minimum.values, solved.free, solved.countedPoints).undetermined};
-    for (const std::size_t slot : solution.undetermined) {
-        fit::Parameters held = solution.values;
-        held[slot] = std::clamp(held[slot], solved.usual[slot].low, solved.usual[slot].high);
-        const double sum = sumOfSquares(solved.problem, held);
-        if (equallyGood(sum, minimum.sumOfSquares, solved.problem.pointCount())) {
-            solution.values = held;
-            solution.sumOfSquares = sum;
-        }
-    }
-    return solution;
-}
 
 bool contains(const FreeSlots& slots, std::size_t slot)
 {
@@ -49,28 +35,126 @@ double distance(const FreeSlots& free, const fit::Parameters& a, const fit::Para
     return sum;
 }
 
+/// Builds the list of solutions, whose minima come in ascending order of their sums.
+class SolutionList
+{
+public:
+    SolutionList(const SolvedProblem& solved, double leastSum)
+        : m_solved(solved), m_limit(std::max(leastSum, limitOf(solved, leastSum)))
+    {
+    }
+
+    bool accepts(const Minimum& minimum) const;
+    void add(const Minimum& minimum);
+    std::vector<Solution> solutions; // so far
+
+private:
+    static double limitOf(const SolvedProblem& solved, double leastSum);
+    bool equallyDeep(double sum, double least) const { return equallyGood(sum, least, m_solved.problem.pointCount()); }
+    Solution solutionOf(const Minimum& minimum) const;
+    bool same(const Solution& a, const Solution& b) const;
+    bool inOneRegion(const fit::Parameters& a, const fit::Parameters& b) const;
+    bool sameWhenExchanged(const Solution& a, const Solution& b) const;
+
+    const SolvedProblem& m_solved;
+    double m_limit; // of the sums that the data cannot tell from the least
+};
+
+double SolutionList::limitOf(const SolvedProblem& solved, double leastSum)
+{
+    const double tight = leastSum * (1 + kEquallyGood);
+    return solved.hasNoise
+               ? std::max(tight, regionLimit(leastSum, solved.countedPoints, static_cast<int>(solved.free.size())))
+               : tight;
+}
+
+bool SolutionList::accepts(const Minimum& minimum) const
+{
+    return std::isfinite(minimum.sumOfSquares) &&
+           (minimum.sumOfSquares <= m_limit || equallyDeep(minimum.sumOfSquares, 0));
+}
+
+void SolutionList::add(const Minimum& minimum)
+{
+    const Solution solution = solutionOf(minimum);
+    const auto known =
+        std::find_if(solutions.begin(), solutions.end(), [&](const Solution& other) { return same(other, solution); });
+    if (known == solutions.end())
+        solutions.push_back(solution);
+    else if (equallyDeep(solution.sumOfSquares, known->sumOfSquares) &&
+             distance(m_solved.free, solution.values, m_solved.nearest) <
+                 distance(m_solved.free, known->values, m_solved.nearest))
+        *known = solution;
+}
+
+/// A parameter that the data do not determine is moved into its usual range if the fit stays equally good.
+Solution SolutionList::solutionOf(const Minimum& minimum) const
+{
+    Solution solution{
+        minimum.values, minimum.sumOfSquares,
+        uncertaintyOf(m_solved.problem, minimum.values, m_solved.free, m_solved.countedPoints).undetermined};
+    for (const std::size_t slot : solution.undetermined) {
+        fit::Parameters held = solution.values;
+        held[slot] = std::clamp(held[slot], m_solved.usual[slot].low, m_solved.usual[slot].high);
+        const double sum = sumOfSquares(m_solved.problem, held);
+        if (equallyDeep(sum, minimum.sumOfSquares)) {
+            solution.values = held;
+            solution.sumOfSquares = sum;
+        }
+    }
+    return solution;
+}
+
+bool SolutionList::same(const Solution& a, const Solution& b) const
+{
+    return sameWhereDetermined(m_solved.free, a, b) || inOneRegion(a.values, b.values) || sameWhenExchanged(a, b);
+}
+
+/// True if no ridge rises out of the region between two minima.
+bool SolutionList::inOneRegion(const fit::Parameters& a, const fit::Parameters& b) const
+{
+    for (const double share : {0.1, 0.25, 0.4, 0.5, 0.6, 0.75, 0.9}) {
+        fit::Parameters middle = a;
+        for (const std::size_t slot : m_solved.free)
+            middle[slot] = between({a[slot], b[slot]}, share);
+        const double sum = sumOfSquares(m_solved.problem, middle);
+        if (!(sum <= m_limit || equallyDeep(sum, 0)))
+            return false;
+    }
+    return true;
+}
+
+bool SolutionList::sameWhenExchanged(const Solution& a, const Solution& b) const
+{
+    if (!m_solved.exchanged)
+        return false;
+    Solution exchanged = b;
+    exchanged.values = m_solved.exchanged(b.values);
+    return equallyDeep(sumOfSquares(m_solved.problem, exchanged.values), b.sumOfSquares) &&
+           (sameWhereDetermined(m_solved.free, a, exchanged) || inOneRegion(a.values, exchanged.values));
+}
+
 } // namespace
+
+double regionLimit(double leastSum, int n, int p)
+{
+    if (p < 1 || n <= p)
+        return leastSum;
+    const double F = boost::math::quantile(boost::math::fisher_f(p, n - p), 0.95);
+    return leastSum * (1 + static_cast<double>(p) / (n - p) * F);
+}
 
 std::vector<Solution> equallyGoodSolutions(const SolvedProblem& solved, std::vector<Minimum> minima)
 {
-    const FreeSlots& free = solved.free;
+    if (minima.empty())
+        return {};
     std::sort(minima.begin(), minima.end(),
               [](const Minimum& a, const Minimum& b) { return a.sumOfSquares < b.sumOfSquares; });
-    std::vector<Solution> solutions;
-    for (const Minimum& minimum : minima) {
-        if (!std::isfinite(minimum.sumOfSquares) ||
-            !equallyGood(minimum.sumOfSquares, minima.front().sumOfSquares, solved.problem.pointCount()))
-            break;
-        const Solution solution = solutionOf(solved, minimum);
-        const auto known = std::find_if(solutions.begin(), solutions.end(), [&](const Solution& other) {
-            return sameWhereDetermined(free, other, solution);
-        });
-        if (known == solutions.end())
-            solutions.push_back(solution);
-        else if (distance(free, solution.values, solved.nearest) < distance(free, known->values, solved.nearest))
-            *known = solution;
-    }
-    return solutions;
+    SolutionList list(solved, minima.front().sumOfSquares);
+    for (const Minimum& minimum : minima)
+        if (list.accepts(minimum))
+            list.add(minimum);
+    return list.solutions;
 }
 
 } // namespace leastsquares

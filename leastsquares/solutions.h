@@ -12,17 +12,28 @@ struct Solution {
     FreeSlots undetermined;
 };
 
+/// Other parameters with the same curve; nullptr if there are none.
+using Exchange = fit::Parameters (*)(const fit::Parameters&);
+
 /// A problem and its preferences among equally good minima.
 struct SolvedProblem {
     fit::Problem& problem;
     FreeSlots free;
     int countedPoints = 0;     // points that can deviate
+    bool hasNoise = true;      // false: the data can tell any two sums apart
     Ranges usual = kAnySizes;  // preferred if the data do not determine a parameter
     fit::Parameters nearest{}; // positive values; solutions close to them are preferred, likewise
+    Exchange exchanged = nullptr;
 };
 
-/// The deepest minimum and every different minimum that is equally good, best first. Of solutions that differ only in
-/// parameters that the data do not determine, only the one nearest to the preferred values is kept.
+/// The largest sum of squares in the 95 % region of p parameters that are fitted to n points with equal errors of
+/// unknown size: S (1 + p / (n - p) F(0.95; p, n - p)) for the least sum S. S itself without a degree of freedom.
+/// Source: E. M. L. Beale, J. Roy. Statist. Soc. B 22 (1960) 41.
+double regionLimit(double leastSum, int n, int p);
+
+/// The deepest minimum and every different minimum that the data cannot tell from it, best first. Minima are the same
+/// if no ridge parts them, or if they differ only in parameters that the data do not determine, or by an exchange; the
+/// deepest is kept and, of equally deep ones, the nearest to the preferred values.
 std::vector<Solution> equallyGoodSolutions(const SolvedProblem& solved, std::vector<Minimum> minima);
 
 } // namespace leastsquares

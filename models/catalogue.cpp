@@ -150,7 +150,10 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q)·(1 + kq2·τ0·Q) / (1 + (F·kq1 + kq2)·τ0·Q/(1 + F))",
                everywhere<[](const Mixture& mix, const P& p) { return twoSiteRatio(mix, p[1], p[2], p[3]); }>},
      .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−(1/τ2 + kq2·Q)·t)) / (1 + F)", kTwoSiteDecay,
-               Composition::Sites}},
+               Composition::Sites},
+     .exchanged = [](const fit::Parameters& p) -> fit::Parameters {
+         return {0, 1 / p[1], p[3], p[2]};
+     }},
     {.group = kTwoSites,
      .name = "two sites, the second out of reach",
      .parameters = {kSecondPopulation, kFirstSite},

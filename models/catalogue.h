@@ -74,6 +74,9 @@ struct Model {
     RatioDescription ratio{};
     DecayDescription decay{};
     bool hasRadius = false; // the law implies an interaction radius
+    /// The same law with its two sites exchanged: other parameters for the same curve of a probe with one lifetime;
+    /// nullptr if there are no such sites.
+    fit::Parameters (*exchanged)(const fit::Parameters&) = nullptr;
 
     /// 0: no such model.
     constexpr int parameterCount() const

@@ -57,14 +57,6 @@ std::string remarksText(const ComparedModel& compared)
     return text;
 }
 
-std::string verdictOf(const ComparedModel& compared)
-{
-    std::vector<std::string> names;
-    for (const std::size_t slot : compared.details.uncertainty.undetermined)
-        names.push_back(models::parameter(compared.model, slot).name());
-    return verdictText(compared.details.verdict, names);
-}
-
 } // namespace
 
 const std::vector<std::string>& comparisonTitles()
@@ -84,7 +76,7 @@ std::vector<ComparisonCell> comparisonRow(const ComparedModel& compared)
             {figure(compared.details.sumOfSquares), compared.details.sumOfSquares},
             criterionCell(compared.details.AICc),
             criterionCell(compared.differenceToBest),
-            {verdictOf(compared)},
+            {sentence(compared.details.judgement, compared.model)},
             {remarksText(compared)}};
 }
 

@@ -28,7 +28,7 @@ public:
     DetailsText text() const
     {
         return {.heading = heading(),
-                .verdict = verdictText(m_details.verdict, names(m_details.uncertainty.undetermined)),
+                .verdict = sentence(m_details.judgement, m_labels.model),
                 .remarks = remarks(),
                 .constants = constants(),
                 .figures = figures(),
@@ -79,8 +79,10 @@ std::string Writer::remarks() const
         add(kNoErrorsForDecays);
     if (hasErrors() && m_details.uncertainty.degreesOfFreedom < 1)
         add("There are too few samples for standard errors of so many constants.");
-    const bool atMinimum = m_details.verdict == Verdict::AtMinimum || m_details.verdict == Verdict::Undetermined;
-    if (hasErrors() && !atMinimum && m_details.verdict != Verdict::NotDefined)
+    const Verdict verdict = m_details.judgement.verdict;
+    const bool notThere =
+        verdict == Verdict::NotAMinimum || verdict == Verdict::StillMoving || verdict == Verdict::Stopped;
+    if (hasErrors() && notThere)
         add("Standard errors are valid only at a minimum; the errors below are a rough guide.");
     constexpr double kRare = 0.05;
     if (hasErrors() && m_details.runs.probability < kRare)

@@ -1,9 +1,8 @@
 #include "trust/enginestart.h"
 
 #include "fit/numbertext.h"
-#include "fit/vectorregisters.h"
 
-#include <limits>
+#include <algorithm>
 
 namespace trust
 {
@@ -11,100 +10,103 @@ namespace
 {
 
 constexpr const char* kAllDigits = "0.000######e+0";
+constexpr double kFirstStride = 0.5, kLastStride = 1e-3;
 
-/// Lets a run continue as long as its caller wants, but not beyond a limit.
-class IterationLimit final : public fit::Observer
+} // namespace
+
+StartFinder::StartFinder(const RequestedFit& requested, const leastsquares::Minimum& minimum)
+    : m_requested(requested), m_free(requested.free()), m_minimum(minimum), m_tried(requested.request),
+      m_stride(kFirstStride)
 {
-public:
-    IterationLimit(double maxIterations, const KeepGoing& keepGoing)
-        : m_maxIterations(maxIterations), m_keepGoing(keepGoing)
-    {
-    }
-    void letEventsRun() override {}
-    bool keepGoing(double iterations) override
-    {
-        return iterations < m_maxIterations && (!m_keepGoing || m_keepGoing());
-    }
-
-private:
-    double m_maxIterations;
-    const KeepGoing& m_keepGoing;
-};
-
-double evaluationsPerIteration(const RequestedFit& requested)
-{
-    return static_cast<double>(requested.problem.pointCount()) * (requested.request.options.parameterCount + 1);
+    tryFrom(briefly(minimum.values));
 }
 
-analysis::Request startingFrom(analysis::Request request, const fit::Parameters& values)
+void StartFinder::tryFrom(const fit::Parameters& values)
 {
-    request.values = values;
-    return request;
+    m_tried.values = values;
+    m_run.emplace(m_tried, m_evaluationsLeft);
 }
 
-class StartFinder
+bool StartFinder::step()
 {
-public:
-    StartFinder(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
-        : m_requested(requested), m_free(requested.free()), m_minimum(minimum), m_keepGoing(keepGoing)
-    {
+    if (m_stage == Stage::Done)
+        return false;
+    if (m_run->step())
+        return true;
+    m_evaluationsLeft -= m_run->evaluations();
+    goOn(ended());
+    return m_stage != Stage::Done;
+}
+
+EngineStart StartFinder::ended() const
+{
+    const double reached = sumAtEnd(m_requested.problem, m_run->result());
+    return {.values = m_tried.values,
+            .sumOfSquares = leastsquares::sumOfSquares(m_requested.problem, m_tried.values),
+            .reached = reached,
+            .leadsToMinimum =
+                leastsquares::equallyGood(reached, m_minimum.sumOfSquares, m_requested.problem.pointCount())};
+}
+
+/// Decides on the next run after the present one has ended.
+void StartFinder::goOn(const EngineStart& end)
+{
+    if (m_stage == Stage::OtherMode) {
+        m_best.leadsInOtherMode = end.leadsToMinimum;
+        m_stage = Stage::Done;
+    } else if (m_stage == Stage::Around) {
+        moveOn(end);
+    } else {
+        m_best = end;
+        if (end.leadsToMinimum) {
+            m_stage = Stage::Done;
+        } else if (m_stage == Stage::Briefly) {
+            m_atMinimum = end;
+            m_stage = Stage::Exactly;
+            tryFrom(rounded(m_minimum.values, kAllDigits));
+        } else {
+            m_centre = end;
+            m_stage = Stage::Around;
+            tryMoved();
+        }
     }
-
-    EngineStart result();
-
-private:
-    EngineStart tried(const fit::Parameters& values);
-    fit::Parameters rounded(fit::Parameters values, const char* pattern) const;
-    fit::Parameters briefly(const fit::Parameters& exact);
-    bool improve(EngineStart& best, double step);
-    bool mayTry() const { return m_evaluationsLeft > 0 && (!m_keepGoing || m_keepGoing()); }
-
-    const RequestedFit& m_requested;
-    const leastsquares::FreeSlots m_free;
-    const leastsquares::Minimum& m_minimum;
-    double m_evaluationsLeft = kEvaluations;
-    const KeepGoing& m_keepGoing;
-};
+}
 
 /// Looks around the minimum for a start that ends lower: at first 50 % away, then closer.
-EngineStart StartFinder::result()
+void StartFinder::moveOn(const EngineStart& end)
 {
-    const EngineStart atMinimum = tried(briefly(m_minimum.values));
-    EngineStart best = atMinimum;
-    if (!best.leadsToMinimum)
-        best = tried(rounded(m_minimum.values, kAllDigits));
-    for (double step = 0.5; !best.leadsToMinimum && step > 1e-3 && mayTry();)
-        if (!improve(best, step))
-            step /= 2;
-    return best.leadsToMinimum ? best : atMinimum;
+    if (end.reached < m_best.reached)
+        m_best = end;
+    if (m_evaluationsLeft > 0 && ++m_move < 2 * m_free.size())
+        return tryMoved();
+    if (m_best.leadsToMinimum) {
+        m_stage = Stage::Done;
+        return;
+    }
+    m_stride = m_best.reached < m_centre.reached ? m_stride : m_stride / 2;
+    m_centre = m_best;
+    m_move = 0;
+    if (m_evaluationsLeft > 0 && m_stride > kLastStride)
+        tryMoved();
+    else
+        tryOtherMode();
 }
 
-bool StartFinder::improve(EngineStart& best, double step)
+void StartFinder::tryMoved()
 {
-    const EngineStart centre = best;
-    for (const std::size_t slot : m_free)
-        for (const double factor : {1 + step, 1 / (1 + step)}) {
-            if (!mayTry())
-                return false;
-            fit::Parameters moved = centre.values;
-            moved[slot] *= factor;
-            const EngineStart trial = tried(rounded(moved, kAllDigits));
-            if (trial.reached < best.reached)
-                best = trial;
-        }
-    return best.reached < centre.reached;
+    fit::Parameters moved = m_centre.values;
+    const double factor = 1 + m_stride;
+    moved[m_free[m_move / 2]] *= m_move % 2 == 0 ? factor : 1 / factor;
+    tryFrom(rounded(moved, kAllDigits));
 }
 
-EngineStart StartFinder::tried(const fit::Parameters& values)
+void StartFinder::tryOtherMode()
 {
-    const analysis::Request request = startingFrom(m_requested.request, values);
-    const EngineRun run = runEngine({m_requested.problem, request}, m_evaluationsLeft, m_keepGoing);
-    m_evaluationsLeft -= (run.result.iterations + 1) * evaluationsPerIteration(m_requested);
-    return {.values = values,
-            .sumOfSquares = leastsquares::sumOfSquares(m_requested.problem, values),
-            .reached = run.sumOfSquares,
-            .leadsToMinimum =
-                leastsquares::equallyGood(run.sumOfSquares, m_minimum.sumOfSquares, m_requested.problem.pointCount())};
+    m_best = m_atMinimum;
+    m_stage = Stage::OtherMode;
+    m_tried.options.logMode = m_tried.options.logMode == 1 ? 0 : 1;
+    m_evaluationsLeft = kEvaluations;
+    tryFrom(m_atMinimum.values);
 }
 
 fit::Parameters StartFinder::rounded(fit::Parameters values, const char* pattern) const
@@ -115,7 +117,7 @@ fit::Parameters StartFinder::rounded(fit::Parameters values, const char* pattern
 }
 
 /// Uses as few digits as the sum of squares allows, because the boxes are narrow.
-fit::Parameters StartFinder::briefly(const fit::Parameters& exact)
+fit::Parameters StartFinder::briefly(const fit::Parameters& exact) const
 {
     constexpr double kShare = 0.1; // of what counts as equally good
     const double sum = leastsquares::sumOfSquares(m_requested.problem, exact);
@@ -128,30 +130,12 @@ fit::Parameters StartFinder::briefly(const fit::Parameters& exact)
     return rounded(exact, kAllDigits);
 }
 
-} // namespace
-
-EngineRun runEngine(const RequestedFit& requested, double maxEvaluations, const KeepGoing& keepGoing)
-{
-    analysis::Request request = requested.request;
-    request.quick = true; // a start need not be exact
-    IterationLimit limit(maxEvaluations / evaluationsPerIteration(requested), keepGoing);
-    EngineRun run{analysis::run(request, limit)};
-    fit::clearUpperHalves(); // keepGoing has let events run
-    run.sumOfSquares = run.result.ending == fit::Ending::ArithmeticFault
-                           ? std::numeric_limits<double>::infinity()
-                           : leastsquares::sumOfSquares(requested.problem, run.result.values);
-    return run;
-}
-
-bool leadsToMinimum(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
-{
-    const double reached = runEngine(requested, kEvaluations, keepGoing).sumOfSquares;
-    return leastsquares::equallyGood(reached, minimum.sumOfSquares, requested.problem.pointCount());
-}
-
 EngineStart engineStart(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
 {
-    return StartFinder(requested, minimum, keepGoing).result();
+    StartFinder finder(requested, minimum);
+    while (finder.step() && (!keepGoing || keepGoing())) {
+    }
+    return finder.found();
 }
 
 std::string startText(double value) { return fit::formatNumber(value, kAllDigits); }

@@ -48,9 +48,11 @@ double determination(double residualSum, std::span<const double> observed)
 
 } // namespace
 
-FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& result)
+FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result, LeastSums& known)
 {
     fit::clearUpperHalves();
+    const std::unique_ptr<fit::Problem> problem = realProblem(request);
+    const RequestedFit requested{*problem, request};
     const leastsquares::FreeSlots free = requested.free();
     FitDetails details{.options = requested.request.options, .values = result.values, .fitted = result.fitted};
     details.pointCount = requested.problem.pointCount();
@@ -65,14 +67,10 @@ FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& res
     const int fittedConstants = static_cast<int>(free.size()) + 1; // and the variance
     details.AICc = leastsquares::correctedAkaike(details.sumOfSquares, requested.countedPoints(), fittedConstants);
     details.runs = leastsquares::runsTest(details.residuals);
-    details.verdict = judge(requested, result, details.uncertainty.undetermined);
+    details.judgement = judged(request, result, known);
+    if (details.judgement.atLeastSum()) // a fit may end where the same constants look a little better or worse known
+        details.uncertainty.undetermined = details.judgement.undetermined;
     return details;
-}
-
-FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result)
-{
-    const std::unique_ptr<fit::Problem> problem = realProblem(request);
-    return fitDetails({*problem, request}, result);
 }
 
 } // namespace trust

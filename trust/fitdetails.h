@@ -2,7 +2,7 @@
 
 #include "leastsquares/runstest.h"
 #include "leastsquares/uncertainty.h"
-#include "trust/verdict.h"
+#include "trust/judging.h"
 
 #include <optional>
 #include <vector>
@@ -24,11 +24,10 @@ struct FitDetails {
     std::optional<double> AICc{};    // with the variance as one more constant; none with too few points
     std::vector<double> residuals{}; // observed minus model, in the order of the points
     leastsquares::RunsTest runs{};   // of the residuals
-    Verdict verdict = Verdict::NotDefined;
+    Judgement judgement{};
 };
 
-/// result: what came out of the request.
-FitDetails fitDetails(const RequestedFit& requested, const analysis::Result& result);
-FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result);
+/// result: what came out of the request. known: learns from the judging.
+FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result, LeastSums& known);
 
 } // namespace trust

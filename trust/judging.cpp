@@ -1,69 +1,189 @@
 #include "trust/judging.h"
 
-#include "fit/numbertext.h"
 #include "fit/vectorregisters.h"
 #include "leastsquares/uncertainty.h"
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace trust
 {
 namespace
 {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kMoreIterations = 1000, kToleranceDivisor = 1000,
+                 kMostEvaluations = 4 * kEvaluations; // of the longer run
 
-std::string timesText(double ratio)
+/// 1 to 9 times a power of ten, or a little more than asked.
+double roundedUp(double iterations)
 {
-    if (ratio < 2)
-        return fit::formatNumber(100 * (ratio - 1), "0.0#") + " % above the least";
-    return fit::formatNumber(ratio, ratio < 10 ? "0.0#" : ratio < 1e5 ? "0" : "0.0e+0") + " times the least";
-}
-
-std::string sumText(const Judgement& judgement)
-{
-    if (!std::isfinite(judgement.sumOfSquares) || !std::isfinite(judgement.leastSum))
-        return "";
-    return "the sum is " + timesText(judgement.sumOfSquares / judgement.leastSum) + ". ";
+    const double decade = std::pow(10, std::floor(std::log10(std::max(iterations, 1.0))));
+    return std::ceil(iterations / decade) * decade;
 }
 
 } // namespace
 
-std::string sentence(const Judgement& judgement, int model)
-{
-    std::vector<std::string> names;
-    for (const std::size_t slot : judgement.undetermined)
-        names.push_back(models::parameter(model, slot).name());
-    if (judgement.verdict == Verdict::NotAMinimum)
-        return "not a minimum: " + sumText(judgement) + "Find Start Values";
-    return verdictText(judgement.verdict, names);
-}
-
 Judging::Judging(analysis::Request request, analysis::Result result, LeastSums& known)
-    : m_request(std::move(request)), m_result(std::move(result)), m_known(known)
+    : m_request(std::move(request)), m_result(std::move(result)), m_known(known),
+      m_problem(realProblem(m_request)), m_requested{*m_problem, m_request}
 {
+    m_judgement.options = m_request.options;
+    m_judgement.sumOfSquares = sumAtEnd(*m_problem, m_result);
+    m_judgement.leastSum = m_judgement.sumOfSquares;
+    if (m_requested.free().empty()) {
+        m_stage = Stage::Done;
+        m_judgement.verdict = std::isfinite(m_judgement.sumOfSquares) ? Verdict::NothingFree : Verdict::NotDefined;
+    } else {
+        m_search.emplace(m_requested, m_known);
+    }
 }
 
-bool Judging::advance(std::chrono::milliseconds)
+bool Judging::advance(std::chrono::milliseconds budget)
 {
-    fit::clearUpperHalves();
-    const std::unique_ptr<fit::Problem> problem = realProblem(m_request);
-    const RequestedFit requested{*problem, m_request};
-    m_judgement.sumOfSquares = leastsquares::sumOfSquares(*problem, m_result.values);
-    if (!m_known.found(m_request))
-        m_known.keep(m_request, searchStart(requested));
-    const SearchResult found = *m_known.found(m_request);
-    m_judgement.leastSum = found.solutions.empty() ? kInfinity : found.solutions.front().sumOfSquares;
-    m_judgement.undetermined =
-        leastsquares::uncertaintyOf(*problem, m_result.values, requested.free(), requested.countedPoints())
-            .undetermined;
-    m_judgement.verdict = judge(requested, m_result, m_judgement.undetermined);
-    if (m_judgement.verdict == Verdict::StillMoving)
-        m_judgement.advice = Advice::GoOn;
-    if (m_judgement.verdict == Verdict::NotAMinimum || m_judgement.verdict == Verdict::NotDefined)
-        m_judgement.advice = Advice::FindStartValues;
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + budget;
+    fit::clearUpperHalves(); // events have run
+    while (step())
+        if (Clock::now() >= end)
+            return false;
     return true;
+}
+
+bool Judging::step()
+{
+    switch (m_stage) {
+    case Stage::Search:
+        if (!m_search->step())
+            endSearch();
+        break;
+    case Stage::Descend:
+        if (!m_descent->step())
+            endDescent();
+        break;
+    case Stage::GoOn:
+        if (!m_longerRun->step())
+            endLongerRun();
+        break;
+    case Stage::FindStart:
+        if (!m_startFinder->step())
+            endFindStart();
+        break;
+    case Stage::Done:
+        break;
+    }
+    return m_stage != Stage::Done;
+}
+
+void Judging::endSearch()
+{
+    m_known.keep(m_request, m_search->minima());
+    m_descent.emplace(*m_problem, m_result.values, m_requested.free());
+    m_stage = Stage::Descend;
+    if (!std::isfinite(m_judgement.sumOfSquares))
+        findStart();
+}
+
+bool Judging::atLeast(double sum) const
+{
+    return leastsquares::equallyGood(sum, m_judgement.leastSum, m_problem->pointCount());
+}
+
+void Judging::endDescent()
+{
+    const leastsquares::Minimum downhill = m_descent->reached();
+    m_known.offer(m_request, downhill);
+    Judgement& judgement = m_judgement;
+    judgement.leastSum = std::min(downhill.sumOfSquares, m_known.leastSum(m_request));
+    judgement.leastIsExact = leastsquares::equallyGood(judgement.leastSum, 0, m_problem->pointCount());
+    const bool stopped = m_result.fitted && m_result.ending == fit::Ending::Stopped;
+    if (atLeast(judgement.sumOfSquares)) {
+        judgement.verdict = verdictAtLeast();
+        m_stage = Stage::Done;
+    } else {
+        const bool atBottom =
+            leastsquares::equallyGood(judgement.sumOfSquares, downhill.sumOfSquares, m_problem->pointCount());
+        const bool flat =
+            !leastsquares::uncertaintyOf(*m_problem, m_result.values, m_requested.free(), m_requested.countedPoints())
+                 .undetermined.empty();
+        judgement.verdict = atBottom && !flat ? Verdict::LocalMinimum : Verdict::NotAMinimum;
+        judgement.likely =
+            analysis::methodOf(m_request) == models::Analysis::SternVolmer &&
+            judgement.sumOfSquares <= leastsquares::regionLimit(judgement.leastSum, m_requested.countedPoints(),
+                                                                static_cast<int>(m_requested.free().size()));
+        if (m_result.fitted && !stopped)
+            goOn(m_result.ending == fit::Ending::LimitExceeded, m_result.ending != fit::Ending::LimitExceeded);
+        else
+            findStart();
+    }
+    if (stopped)
+        judgement.verdict = Verdict::Stopped;
+}
+
+/// What the data determine is looked up at the nearest of the solutions, not where the fit happened to end.
+Verdict Judging::verdictAtLeast()
+{
+    double nearest = std::numeric_limits<double>::infinity();
+    for (const leastsquares::Solution& solution : knownSolutions(m_requested, m_known)) {
+        double distance = 0;
+        for (const std::size_t slot : m_requested.free())
+            distance += std::abs(std::log(std::abs(solution.values[slot] / m_result.values[slot])));
+        if (atLeast(solution.sumOfSquares) && !(distance >= nearest)) {
+            nearest = distance;
+            m_judgement.undetermined = solution.undetermined;
+        }
+    }
+    return m_judgement.undetermined.empty() ? Verdict::AtMinimum : Verdict::Undetermined;
+}
+
+/// Runs the same analysis with a higher limit, a lower tolerance, or both.
+void Judging::goOn(bool raiseLimit, bool lowerTolerance)
+{
+    m_judgement.raiseLimit = raiseLimit;
+    m_judgement.lowerTolerance = lowerTolerance;
+    analysis::Request longer = m_request;
+    longer.options.iterationLimit += kMoreIterations;
+    if (lowerTolerance)
+        longer.options.tolerance /= kToleranceDivisor;
+    m_longerRun.emplace(longer, kMostEvaluations);
+    m_stage = Stage::GoOn;
+}
+
+void Judging::endLongerRun()
+{
+    const analysis::Result longer = m_longerRun->result();
+    if (atLeast(sumAtEnd(*m_problem, longer))) {
+        m_judgement.verdict = Verdict::StillMoving;
+        m_judgement.advice = Advice::GoOn;
+        m_judgement.raiseLimit = longer.iterations > m_request.options.iterationLimit;
+        if (m_judgement.raiseLimit)
+            m_judgement.options.iterationLimit = roundedUp(longer.iterations);
+        if (m_judgement.lowerTolerance)
+            m_judgement.options.tolerance /= kToleranceDivisor;
+        m_stage = Stage::Done;
+    } else if (!m_judgement.lowerTolerance) {
+        goOn(true, true);
+    } else {
+        findStart();
+    }
+}
+
+void Judging::findStart()
+{
+    const std::vector<leastsquares::Solution> solutions = knownSolutions(m_requested, m_known);
+    m_stage = solutions.empty() ? Stage::Done : Stage::FindStart;
+    if (solutions.empty())
+        return;
+    m_judgement.leastValues = solutions.front().values;
+    m_startFinder.emplace(m_requested, leastsquares::Minimum{solutions.front().values, solutions.front().sumOfSquares});
+}
+
+void Judging::endFindStart()
+{
+    const EngineStart& found = m_startFinder->found();
+    m_judgement.advice = found.leadsToMinimum     ? Advice::FindStartValues
+                         : found.leadsInOtherMode ? Advice::OtherMode
+                                                  : Advice::Calculate;
+    m_stage = Stage::Done;
 }
 
 Judgement judged(const analysis::Request& request, const analysis::Result& result, LeastSums& known)

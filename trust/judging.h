@@ -1,36 +1,14 @@
 #pragma once
 
-#include "trust/leastsums.h"
-#include "trust/verdict.h"
+#include "trust/enginestart.h"
+#include "trust/judgement.h"
+#include "trust/startsearch.h"
 
 #include <chrono>
 #include <optional>
-#include <string>
 
 namespace trust
 {
-
-/// What brings a fit to the least sum.
-enum class Advice {
-    None,            // it is there
-    GoOn,            // the same analysis with a higher iteration limit or a lower tolerance
-    FindStartValues, // an analysis from the start values found
-    OtherMode,       // the same in the other mode, because the engine leaves the minimum in the present mode
-    Calculate,       // the engine leaves the minimum in both modes, but a calculation shows it
-};
-
-/// What is known of one fit or calculation.
-struct Judgement {
-    Verdict verdict = Verdict::NotDefined;
-    leastsquares::FreeSlots undetermined; // the constants that the data do not determine
-    double sumOfSquares = 0;              // infinity: not defined
-    double leastSum = 0;                  // the lowest sum found anywhere; infinity: none
-    Advice advice = Advice::None;
-};
-
-/// The judgement in one sentence, without a full stop: "at a minimum", "not a minimum: the sum is 1770 times the least.
-/// Find Start Values".
-std::string sentence(const Judgement& judgement, int model);
 
 /// Judges the end of an analysis or of a calculation in slices, so that a program can do other things meanwhile.
 class Judging
@@ -38,6 +16,8 @@ class Judging
 public:
     /// known: what is known of least sums; learns from the judging and must outlive it.
     Judging(analysis::Request request, analysis::Result result, LeastSums& known);
+    Judging(const Judging&) = delete;
+    Judging& operator=(const Judging&) = delete;
 
     /// Works for about the given time; true when the judgement is complete.
     bool advance(std::chrono::milliseconds budget);
@@ -47,9 +27,28 @@ public:
     const analysis::Result& result() const { return m_result; }
 
 private:
-    analysis::Request m_request;
-    analysis::Result m_result;
+    enum class Stage { Search, Descend, GoOn, FindStart, Done };
+
+    bool step();
+    void endSearch();
+    void endDescent();
+    bool atLeast(double sum) const;
+    Verdict verdictAtLeast();
+    void goOn(bool raiseLimit, bool lowerTolerance);
+    void endLongerRun();
+    void findStart();
+    void endFindStart();
+
+    const analysis::Request m_request;
+    const analysis::Result m_result;
     LeastSums& m_known;
+    const std::unique_ptr<fit::Problem> m_problem;
+    const RequestedFit m_requested;
+    Stage m_stage = Stage::Search;
+    std::optional<StartSearch> m_search;
+    std::optional<leastsquares::Descent> m_descent; // from the end of the fit
+    std::optional<EngineRun> m_longerRun;
+    std::optional<StartFinder> m_startFinder;
     Judgement m_judgement;
 };
 

@@ -1,6 +1,7 @@
 #include "trust/leastsums.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace trust
 {
@@ -42,21 +43,64 @@ LeastQuestion::LeastQuestion(const analysis::Request& request)
     std::visit([this](const auto& data) { append(m_numbers, data); }, request.data);
 }
 
-std::optional<SearchResult> LeastSums::found(const analysis::Request& request) const
+const LeastSums::Answer* LeastSums::answer(const analysis::Request& request) const
 {
     const LeastQuestion question(request);
-    const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [&](const Entry& known) { return known.question == question; });
-    return entry == m_entries.end() ? std::nullopt : std::optional(entry->found);
+    const auto known = std::find_if(m_answers.begin(), m_answers.end(),
+                                    [&](const Answer& answer) { return answer.question == question; });
+    return known == m_answers.end() ? nullptr : &*known;
 }
 
-void LeastSums::keep(const analysis::Request& request, const SearchResult& found)
+LeastSums::Answer& LeastSums::newestAnswer(const analysis::Request& request)
 {
-    const LeastQuestion question(request);
-    std::erase_if(m_entries, [&](const Entry& known) { return known.question == question; });
-    m_entries.push_front({question, found});
-    if (m_entries.size() > kQuestionsKept)
-        m_entries.pop_back();
+    const Answer* known = answer(request);
+    const Answer newest = known ? *known : Answer{.question = LeastQuestion(request), .minima = {}};
+    std::erase_if(m_answers, [&](const Answer& other) { return other.question == newest.question; });
+    m_answers.push_front(newest);
+    if (m_answers.size() > kQuestionsKept)
+        m_answers.pop_back();
+    return m_answers.front();
+}
+
+bool LeastSums::searched(const analysis::Request& request) const
+{
+    const Answer* known = answer(request);
+    return known && known->searched;
+}
+
+std::vector<leastsquares::Minimum> LeastSums::minima(const analysis::Request& request) const
+{
+    const Answer* known = answer(request);
+    return known ? known->minima : std::vector<leastsquares::Minimum>{};
+}
+
+double LeastSums::leastSum(const analysis::Request& request) const
+{
+    double least = std::numeric_limits<double>::infinity();
+    for (const leastsquares::Minimum& minimum : minima(request))
+        least = std::min(least, minimum.sumOfSquares);
+    return least;
+}
+
+void LeastSums::keep(const analysis::Request& request, const std::vector<leastsquares::Minimum>& minima)
+{
+    Answer& newest = newestAnswer(request);
+    if (newest.searched)
+        for (const leastsquares::Minimum& minimum : minima)
+            offer(request, minimum);
+    else
+        newest.minima.insert(newest.minima.end(), minima.begin(), minima.end());
+    newestAnswer(request).searched = true;
+}
+
+void LeastSums::offer(const analysis::Request& request, const leastsquares::Minimum& minimum)
+{
+    constexpr double kLower = 1 - 1e-9; // a change above rounding
+    const leastsquares::FreeSlots free = leastsquares::freeSlots(request.options.parameterCount, request.options.fix);
+    const bool positive =
+        std::all_of(free.begin(), free.end(), [&](std::size_t slot) { return minimum.values[slot] > 0; });
+    if (positive && minimum.sumOfSquares < leastSum(request) * kLower)
+        newestAnswer(request).minima.push_back(minimum);
 }
 
 } // namespace trust

@@ -1,15 +1,17 @@
 #pragma once
 
-#include "trust/startsearch.h"
+#include "trust/requestedfit.h"
 
 #include <deque>
-#include <optional>
+#include <vector>
 
 namespace trust
 {
 
 /// What decides the least sum of squares of a fit: data, model, probe and fixed constants, but neither start nor mode.
-struct LeastQuestion {
+class LeastQuestion
+{
+public:
     explicit LeastQuestion(const analysis::Request& request);
     bool operator==(const LeastQuestion&) const = default;
 
@@ -17,21 +19,33 @@ private:
     std::vector<double> m_numbers;
 };
 
-/// The lowest sums of squares that were found for the last few questions. Every search and every fit offers what it
-/// found, so that a lower sum found anywhere becomes the least everywhere.
+/// The lowest sums of squares that were found for the last few questions. Every search and every judging offers what
+/// it has found, so that a lower sum found anywhere becomes the least everywhere.
 class LeastSums
 {
 public:
-    /// What a search has found; nothing if there was no search.
-    std::optional<SearchResult> found(const analysis::Request& request) const;
-    void keep(const analysis::Request& request, const SearchResult& found);
+    /// True after a complete search.
+    bool searched(const analysis::Request& request) const;
+    /// The minima of the search, and every lower minimum that was offered.
+    std::vector<leastsquares::Minimum> minima(const analysis::Request& request) const;
+    /// Infinity if nothing is known.
+    double leastSum(const analysis::Request& request) const;
+
+    /// Keeps the minima of a complete search.
+    void keep(const analysis::Request& request, const std::vector<leastsquares::Minimum>& minima);
+    /// Keeps a minimum if it is lower than all known ones. Negative constants do not count: they have no meaning.
+    void offer(const analysis::Request& request, const leastsquares::Minimum& minimum);
 
 private:
-    struct Entry {
+    struct Answer {
         LeastQuestion question;
-        SearchResult found;
+        bool searched = false;
+        std::vector<leastsquares::Minimum> minima;
     };
-    std::deque<Entry> m_entries; // the last one first
+    const Answer* answer(const analysis::Request& request) const;
+    Answer& newestAnswer(const analysis::Request& request);
+
+    std::deque<Answer> m_answers; // the newest first
 };
 
 } // namespace trust

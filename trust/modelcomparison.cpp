@@ -20,25 +20,25 @@ Doubt doubtOf(const ComparedModel& compared, std::size_t slot)
     return isCollisional && value > kDiffusionLimit ? Doubt::AboveDiffusionLimit : Doubt::None;
 }
 
-std::optional<ComparedModel> compared(const analysis::Request& request, const SearchProgress& progress)
+std::optional<ComparedModel> compared(const analysis::Request& request, LeastSums& known,
+                                      const SearchProgress& progress)
 {
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
     const RequestedFit requested{*problem, request};
-    const SearchResult found = searchStart(requested, progress);
+    const SearchResult found = searchStart(requested, known, progress);
     if (found.solutions.empty())
         return std::nullopt;
     const leastsquares::Solution& best = found.solutions.front();
     const EngineStart start = engineStart(requested, {best.values, best.sumOfSquares});
     analysis::Request fromThere = request;
     fromThere.values = start.values;
-    const RequestedFit fit{*problem, fromThere};
     const analysis::Result atMinimum{.values = best.values};
 
     ComparedModel result;
     result.model = request.model;
     result.start = start.values;
     result.engineStays = start.leadsToMinimum;
-    result.details = fitDetails(fit, start.leadsToMinimum ? runEngine(fit).result : atMinimum);
+    result.details = fitDetails(fromThere, start.leadsToMinimum ? runEngine(fromThere) : atMinimum, known);
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(request.options.parameterCount); ++slot)
         result.doubts[slot] = doubtOf(result, slot);
     return result;
@@ -57,7 +57,8 @@ void setDifferences(std::vector<ComparedModel>& models)
 
 } // namespace
 
-std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requests, const SearchProgress& progress)
+std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requests, LeastSums& known,
+                                         const SearchProgress& progress)
 {
     std::vector<ComparedModel> models;
     bool cancelled = false;
@@ -68,7 +69,7 @@ std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requ
             cancelled = progress && !progress((before + done) / count);
             return !cancelled;
         };
-        if (auto result = compared(request, overall))
+        if (auto result = compared(request, known, overall))
             models.push_back(*std::move(result));
         if (cancelled)
             return {};

@@ -33,8 +33,8 @@ struct ComparedModel {
 
 /// Fits every request from the start values found for it, in the same order; empty if cancelled. A model that cannot be
 /// evaluated at any start tried is omitted. Fixed parameters keep their typed values. requests: the same ratios with
-/// different models.
-std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requests,
+/// different models. known: learns from the searches.
+std::vector<ComparedModel> compareModels(std::span<const analysis::Request> requests, LeastSums& known,
                                          const SearchProgress& progress = {});
 
 } // namespace trust

@@ -1,22 +1,16 @@
 #include "trust/requestedfit.h"
 
-#include "decay/decayproblem.h"
 #include "leastsquares/spread.h"
 #include "models/catalogue.h"
-#include "sternvolmer/ratioproblem.h"
 
 namespace trust
 {
 
-std::unique_ptr<fit::Problem> realProblem(const analysis::Request& request)
+std::unique_ptr<fit::Problem> realProblem(analysis::Request request)
 {
-    constexpr int kRealUnits = 0; // no logarithms
-    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data))
-        return std::make_unique<sternvolmer::RatioProblem>(*points, request.model, kRealUnits, request.Cp);
-    auto problem = std::make_unique<decay::DecayProblem>(std::get<decay::SampleTable>(request.data), request.model,
-                                                         kRealUnits, request.Cp);
-    problem->setEvaluation(models::Evaluation::Fast);
-    return problem;
+    request.options.logMode = 0;
+    request.quick = true;
+    return analysis::engineProblem(request);
 }
 
 leastsquares::Ranges sensibleRanges(int model)

@@ -23,7 +23,7 @@ struct RequestedFit {
 };
 
 /// The problem of a request, taking values in their real units. Decay curves may differ by roundings.
-std::unique_ptr<fit::Problem> realProblem(const analysis::Request& request);
+std::unique_ptr<fit::Problem> realProblem(analysis::Request request);
 
 /// A search may leave the sizes that the parameters of a model usually have by this factor.
 inline constexpr double kSearchMargin = 1000;

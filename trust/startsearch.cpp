@@ -2,7 +2,6 @@
 
 #include "fit/vectorregisters.h"
 #include "leastsquares/spread.h"
-#include "leastsquares/thinnedproblem.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,96 +14,92 @@ namespace
 constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is calculated, by number of free parameters
 constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best starts, from which a fit descends
 
-constexpr double kSearchShare = 0.4; // of the progress, if minima of the thinned data are continued with all points
+// Shares of the progress; descents in thinned data are refined with all points.
+constexpr double kLookShare = 0.2, kThinnedShare = 0.4;
 
 bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
-/// The state of a running search.
-class StartSearch
+} // namespace
+
+StartSearch::StartSearch(const RequestedFit& requested, const LeastSums& known)
+    : m_requested(requested), m_free(requested.free()), m_sensible(sensibleRanges(requested.request.model)),
+      m_thinned(requested.problem)
 {
-public:
-    StartSearch(const RequestedFit& requested, const SearchProgress& progress)
-        : m_requested(requested), m_free(requested.free()), m_sensible(sensibleRanges(requested.request.model)),
-          m_thinned(requested.problem), m_progress(progress)
-    {
-    }
-
-    SearchResult result();
-
-private:
-    std::vector<fit::Parameters> starts();
-    leastsquares::Ranges wideRanges() const;
-    void descendFrom(const std::vector<fit::Parameters>& starts);
-    void add(const leastsquares::Minimum& minimum);
-    bool sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b);
-    void refine();
-    void stepDone();
-    void report(double done);
-
-    const RequestedFit& m_requested;
-    const leastsquares::FreeSlots m_free;
-    const leastsquares::Ranges m_sensible;
-    leastsquares::ThinnedProblem m_thinned; // all points if there are few
-    const SearchProgress& m_progress;
-    std::vector<leastsquares::Minimum> m_minima;
-    int m_stepsDone = 0;
-    bool m_cancelled = false;
-};
-
-SearchResult StartSearch::result()
-{
-    fit::clearUpperHalves();
-    SearchResult result;
-    result.typedSum = leastsquares::sumOfSquares(m_requested.problem, m_requested.request.values);
-    descendFrom(starts());
-    refine();
-    result.cancelled = m_cancelled;
-    if (!m_cancelled)
-        result.solutions = leastsquares::equallyGoodSolutions({.problem = m_requested.problem,
-                                                               .free = m_free,
-                                                               .countedPoints = m_requested.countedPoints(),
-                                                               .usual = m_sensible,
-                                                               .nearest = positiveStart(m_requested)},
-                                                              m_minima);
-    return result;
+    if (known.searched(requested.request))
+        beginDescents({});
 }
 
-/// The typed values, then the best of the spread starts.
-std::vector<fit::Parameters> StartSearch::starts()
+bool StartSearch::step()
 {
-    std::vector<leastsquares::Minimum> tried;
-    for (int n = 1; n <= kLookedAt[m_free.size()] && !m_cancelled; ++n) {
-        fit::Parameters values = m_requested.request.values;
-        leastsquares::spread(values, m_free, m_sensible, n);
-        tried.push_back({values, leastsquares::sumOfSquares(m_thinned, values)});
-        stepDone();
+    switch (m_stage) {
+    case Stage::Look:
+        look();
+        break;
+    case Stage::Descend:
+        descend();
+        break;
+    case Stage::Refine:
+        refine();
+        break;
+    case Stage::Done:
+        break;
     }
-    std::sort(tried.begin(), tried.end(), isLower);
-    tried.resize(std::min(tried.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
-    std::vector<fit::Parameters> starts{positiveStart(m_requested)};
-    for (const leastsquares::Minimum& start : tried)
-        starts.push_back(start.values);
-    return starts;
+    return m_stage != Stage::Done;
 }
 
-leastsquares::Ranges StartSearch::wideRanges() const
+double StartSearch::done() const
 {
-    leastsquares::Ranges wide = m_sensible;
-    for (const std::size_t slot : m_free) {
-        wide[slot].low = m_sensible[slot].low / kSearchMargin;
-        wide[slot].high = m_sensible[slot].high * kSearchMargin;
+    const auto share = [](std::size_t part, std::size_t whole) {
+        return static_cast<double>(part) / static_cast<double>(std::max<std::size_t>(whole, 1));
+    };
+    const double descentsEnd = m_thinned.leavesOut() ? kThinnedShare : 1;
+    switch (m_stage) {
+    case Stage::Look:
+        return kLookShare * share(m_looked.size(), static_cast<std::size_t>(kLookedAt[m_free.size()]));
+    case Stage::Descend:
+        return kLookShare + (descentsEnd - kLookShare) * share(m_next, m_starts.size());
+    case Stage::Refine:
+        return kThinnedShare + (1 - kThinnedShare) * share(m_next, m_starts.size());
+    case Stage::Done:
+        break;
     }
-    return wide;
+    return 1;
 }
 
-void StartSearch::descendFrom(const std::vector<fit::Parameters>& starts)
+void StartSearch::look()
 {
-    for (const fit::Parameters& start : starts) {
-        if (m_cancelled)
-            return;
-        add(leastsquares::descend(m_thinned, start, m_free, wideRanges()));
-        stepDone();
-    }
+    fit::Parameters values = m_requested.request.values;
+    leastsquares::spread(values, m_free, m_sensible, static_cast<int>(m_looked.size()) + 1);
+    m_looked.push_back({values, leastsquares::sumOfSquares(m_thinned, values)});
+    if (m_looked.size() < static_cast<std::size_t>(kLookedAt[m_free.size()]))
+        return;
+    std::sort(m_looked.begin(), m_looked.end(), isLower);
+    m_looked.resize(std::min(m_looked.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
+    std::vector<fit::Parameters> best;
+    for (const leastsquares::Minimum& start : m_looked)
+        best.push_back(start.values);
+    beginDescents(std::move(best));
+}
+
+/// The typed values come first.
+void StartSearch::beginDescents(std::vector<fit::Parameters> starts)
+{
+    m_starts = std::move(starts);
+    m_starts.insert(m_starts.begin(), positiveStart(m_requested));
+    m_next = 0;
+    m_stage = Stage::Descend;
+}
+
+void StartSearch::descend()
+{
+    if (!m_descent)
+        m_descent.emplace(m_thinned, m_starts[m_next], m_free, wideRanges());
+    if (m_descent->step())
+        return;
+    add(m_descent->reached());
+    m_descent.reset();
+    if (++m_next == m_starts.size())
+        beginRefining();
 }
 
 /// Keeps the deepest minimum of each valley.
@@ -132,40 +127,77 @@ bool StartSearch::sameValley(const leastsquares::Minimum& a, const leastsquares:
     return true;
 }
 
-/// Continues minima of the thinned data with all points.
-void StartSearch::refine()
+/// Minima of thinned data are continued with all points.
+void StartSearch::beginRefining()
 {
     constexpr double kWorthFollowing = 2; // times the lowest sum
-    if (!m_thinned.leavesOut() || m_minima.empty())
+    m_stage = Stage::Done;
+    if (!m_thinned.leavesOut())
         return;
     const double lowest = std::min_element(m_minima.begin(), m_minima.end(), isLower)->sumOfSquares;
-    std::erase_if(m_minima, [=](const leastsquares::Minimum& minimum) {
-        return minimum.sumOfSquares > lowest * kWorthFollowing;
-    });
-    const auto count = static_cast<double>(m_minima.size());
-    for (std::size_t i = 0; i < m_minima.size() && !m_cancelled; ++i) {
-        m_minima[i] = leastsquares::descend(m_requested.problem, m_minima[i].values, m_free, wideRanges());
-        report(kSearchShare + (1 - kSearchShare) * static_cast<double>(i + 1) / count);
+    m_starts.clear();
+    for (const leastsquares::Minimum& minimum : m_minima)
+        if (minimum.sumOfSquares <= lowest * kWorthFollowing)
+            m_starts.push_back(minimum.values);
+    m_minima.clear();
+    m_next = 0;
+    m_stage = m_starts.empty() ? Stage::Done : Stage::Refine;
+}
+
+void StartSearch::refine()
+{
+    if (!m_descent)
+        m_descent.emplace(m_requested.problem, m_starts[m_next], m_free, wideRanges());
+    if (m_descent->step())
+        return;
+    m_minima.push_back(m_descent->reached());
+    m_descent.reset();
+    if (++m_next == m_starts.size())
+        m_stage = Stage::Done;
+}
+
+leastsquares::Ranges StartSearch::wideRanges() const
+{
+    leastsquares::Ranges wide = m_sensible;
+    for (const std::size_t slot : m_free) {
+        wide[slot].low = m_sensible[slot].low / kSearchMargin;
+        wide[slot].high = m_sensible[slot].high * kSearchMargin;
     }
+    return wide;
 }
 
-void StartSearch::stepDone()
+SearchResult searchStart(const RequestedFit& requested, LeastSums& known, const SearchProgress& progress)
 {
-    const double steps = kLookedAt[m_free.size()] + kDescents[m_free.size()] + 1;
-    report((m_thinned.leavesOut() ? kSearchShare : 1) * ++m_stepsDone / steps);
+    fit::clearUpperHalves();
+    SearchResult result{.typedSum = leastsquares::sumOfSquares(requested.problem, requested.request.values),
+                        .solutions = {}};
+    StartSearch search(requested, known);
+    while (search.step()) {
+        if (progress && !progress(search.done())) {
+            result.cancelled = true;
+            return result;
+        }
+        fit::clearUpperHalves(); // events have run
+    }
+    known.keep(requested.request, search.minima());
+    result.solutions = knownSolutions(requested, known);
+    return result;
 }
 
-void StartSearch::report(double done)
+std::vector<leastsquares::Solution> knownSolutions(const RequestedFit& requested, const LeastSums& known)
 {
-    m_cancelled = m_progress && !m_progress(std::min(1.0, done));
-    fit::clearUpperHalves(); // events have run
-}
-
-} // namespace
-
-SearchResult searchStart(const RequestedFit& requested, const SearchProgress& progress)
-{
-    return StartSearch(requested, progress).result();
+    const models::Model& model = models::row(requested.request.model);
+    const leastsquares::FreeSlots free = requested.free();
+    const bool allFree = free.size() == model.fitted().size();
+    return leastsquares::equallyGoodSolutions(
+        {.problem = requested.problem,
+         .free = free,
+         .countedPoints = requested.countedPoints(),
+         .hasNoise = analysis::methodOf(requested.request) == models::Analysis::SternVolmer,
+         .usual = sensibleRanges(requested.request.model),
+         .nearest = positiveStart(requested),
+         .exchanged = allFree ? model.exchanged : nullptr},
+        known.minima(requested.request));
 }
 
 } // namespace trust

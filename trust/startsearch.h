@@ -1,9 +1,11 @@
 #pragma once
 
 #include "leastsquares/solutions.h"
-#include "trust/requestedfit.h"
+#include "leastsquares/thinnedproblem.h"
+#include "trust/leastsums.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace trust
@@ -13,16 +15,57 @@ namespace trust
 struct SearchResult {
     double typedSum = 0; // sum of squares at the typed values; infinity when it is not defined there
     std::vector<leastsquares::Solution>
-        solutions;          // the best solution and every different solution that is equally good, best first
+        solutions;          // the best solution and every different solution that the data cannot tell from it
     bool cancelled = false; // then there are no solutions
+};
+
+/// Searches for the least-squares minimum of a model with Levenberg-Marquardt fits from the typed values and from the
+/// best of many starts, which are spread evenly over the logarithms of the sensible ranges. Fixed parameters keep their
+/// typed values. The same input always gives the same result. What an earlier search has found is not searched again.
+class StartSearch
+{
+public:
+    /// requested must outlive it.
+    StartSearch(const RequestedFit& requested, const LeastSums& known);
+
+    /// A piece of work: at most one step of a fit. False: the search is complete.
+    bool step();
+    double done() const; // 0..1
+    /// After the last step.
+    const std::vector<leastsquares::Minimum>& minima() const { return m_minima; }
+
+private:
+    enum class Stage { Look, Descend, Refine, Done };
+
+    void look();
+    void descend();
+    void refine();
+    void beginDescents(std::vector<fit::Parameters> starts);
+    void beginRefining();
+    leastsquares::Ranges wideRanges() const;
+    void add(const leastsquares::Minimum& minimum);
+    bool sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b);
+
+    const RequestedFit& m_requested;
+    const leastsquares::FreeSlots m_free;
+    const leastsquares::Ranges m_sensible;
+    leastsquares::ThinnedProblem m_thinned; // all points if there are few
+    Stage m_stage = Stage::Look;
+    std::vector<leastsquares::Minimum> m_looked;
+    std::vector<fit::Parameters> m_starts; // of the descents; of the refining, minima of the thinned data
+    std::size_t m_next = 0;                // of the starts
+    std::optional<leastsquares::Descent> m_descent;
+    std::vector<leastsquares::Minimum> m_minima;
 };
 
 /// Receives the progress of the search, 0..1; returning false cancels it.
 using SearchProgress = std::function<bool(double done)>;
 
-/// Searches for the least-squares minimum of a model with Levenberg-Marquardt fits from the typed values and from the
-/// best of many starts, which are spread evenly over the logarithms of the sensible ranges. Fixed parameters keep their
-/// typed values. The same input always gives the same result.
-SearchResult searchStart(const RequestedFit& requested, const SearchProgress& progress = {});
+/// The search without pauses, and what it found. known: learns from the search.
+SearchResult searchStart(const RequestedFit& requested, LeastSums& known, const SearchProgress& progress = {});
+
+/// The solutions among all minima that are known, the best one first; the nearest to the typed values, if there is a
+/// choice.
+std::vector<leastsquares::Solution> knownSolutions(const RequestedFit& requested, const LeastSums& known);
 
 } // namespace trust

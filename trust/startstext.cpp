@@ -1,7 +1,7 @@
 #include "trust/startstext.h"
 
+#include "trust/judgement.h"
 #include "trust/titledrows.h"
-#include "trust/verdict.h"
 
 #include <cmath>
 
@@ -23,7 +23,7 @@ std::string endText(const FoundStart& found, int logMode)
     if (std::isfinite(found.start.reached))
         text += ", " + figure(100 * (found.start.reached / found.solution.sumOfSquares - 1)) + " % above the least";
     text += ".";
-    if (found.staysInOtherMode)
+    if (found.start.leadsInOtherMode)
         text += std::string(" With \"") + (logMode == 1 ? "normal" : "log mode") +
                 "\" in the output settings it ends at this minimum.";
     return text + " The \"Calc\" command with input parameters shows the minimum itself.";
@@ -52,10 +52,8 @@ std::string foundText(const FoundStarts& found, std::size_t chosen)
                 " different solutions are equally good; the data alone cannot tell them apart. Use other knowledge, "
                 "such as lifetimes, to choose one above.\n\n";
     if (!start.solution.undetermined.empty()) {
-        std::vector<std::string> names;
-        for (const std::size_t slot : start.solution.undetermined)
-            names.push_back(models::parameter(found.model, slot).name());
-        text += "But " + verdictText(Verdict::Undetermined, names) + ": other values fit equally well.\n\n";
+        text += "But " + undeterminedText(start.solution.undetermined, found.model) +
+                ": other values fit equally well.\n\n";
     }
     return text + endText(start, found.logMode);
 }

@@ -12,7 +12,6 @@ namespace trust
 struct FoundStart {
     leastsquares::Solution solution;
     EngineStart start;
-    bool staysInOtherMode = false; // the analysis leaves the minimum in the present mode only
 };
 
 /// The result of a search.

@@ -37,6 +37,14 @@ struct Line {
     trust::RequestedFit requested{problem, request};
 };
 
+analysis::Request threeRatios()
+{
+    return {.data = support::ratioPoints({0, 1, 2}, {1, 2.1, 2.9}, 1),
+            .model = 1,
+            .options = {.parameterCount = 1},
+            .values = {0, 1}};
+}
+
 bool paintAndGoOn()
 {
     paint();
@@ -59,30 +67,35 @@ bool fitUnclean()
 bool searchUnclean()
 {
     Line line;
-    trust::searchStart(line.requested, [](double) { return paintAndGoOn(); });
+    trust::LeastSums known;
+    trust::searchStart(line.requested, known, [](double) { return paintAndGoOn(); });
     return line.askedUnclean;
 }
 
 bool trialUnclean()
 {
-    Line line;
-    line.request.data = support::ratioPoints({0, 1, 2}, {1, 2.1, 2.9}, 1);
-    trust::runEngine(line.requested, 1000, paintAndGoOn);
-    return line.askedUnclean;
+    bool unclean = false, begun = false;
+    trust::runEngine(threeRatios(), [&] {
+        unclean = unclean || (begun && inUse());
+        begun = true;
+        return paintAndGoOn();
+    });
+    return unclean || !begun;
 }
 
 bool detailsUnclean()
 {
-    Line line;
-    trust::fitDetails(line.requested, {.values = {0, 2}});
-    return line.askedUnclean;
+    trust::LeastSums known;
+    trust::fitDetails(threeRatios(), {.values = {0, 2}}, known);
+    return inUse();
 }
 
 /// Each report of progress sees the state that the calculation before it left.
 bool comparisonUnclean()
 {
     bool unclean = false, begun = false;
-    trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), [&](double) {
+    trust::LeastSums known;
+    trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), known, [&](double) {
         unclean = unclean || (begun && inUse());
         begun = true;
         return paintAndGoOn();

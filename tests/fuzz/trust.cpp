@@ -29,7 +29,8 @@ app::PanelState takePanel(fuzz::Input& input)
 trust::SearchResult checkSearch(const trust::RequestedFit& requested)
 {
     double last = 0;
-    trust::SearchResult found = trust::searchStart(requested, [&](double done) {
+    trust::LeastSums known;
+    trust::SearchResult found = trust::searchStart(requested, known, [&](double done) {
         check(done >= last && done <= 1);
         last = done;
         return true;
@@ -47,7 +48,8 @@ trust::SearchResult checkSearch(const trust::RequestedFit& requested)
 
 void checkDetails(const trust::RequestedFit& requested, const analysis::Result& result)
 {
-    const trust::FitDetails details = trust::fitDetails(requested, result);
+    trust::LeastSums known;
+    const trust::FitDetails details = trust::fitDetails(requested.request, result, known);
     check(details.residuals.size() == static_cast<std::size_t>(requested.problem.pointCount()));
     for (const double error : details.uncertainty.standardError)
         check(error >= 0);
@@ -55,7 +57,7 @@ void checkDetails(const trust::RequestedFit& requested, const analysis::Result& 
         for (const double correlation : row)
             check(std::abs(correlation) <= 1 + 1e-6);
     const bool defined = std::isfinite(details.sumOfSquares);
-    check(defined == (details.verdict != trust::Verdict::NotDefined));
+    check(defined == (details.judgement.verdict != trust::Verdict::NotDefined));
 }
 
 } // namespace
@@ -79,9 +81,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
 
     if (!found.solutions.empty())
         request.values = found.solutions.front().values;
-    const trust::EngineRun run = trust::runEngine(requested);
-    fuzz::fits += run.result.iterations > 0;
-    checkDetails(requested, run.result);
+    const analysis::Result result = trust::runEngine(request);
+    fuzz::fits += result.iterations > 0;
+    if (!result.fault) // a command shows nothing after a fault
+        checkDetails(requested, result);
     request.values = typed;
     checkDetails(requested, {.values = typed});
     return 0;

@@ -18,7 +18,8 @@ constexpr double kPublishedDigits = 2e-4; // the independent optima have about f
 SearchResult searched(const analysis::Request& request)
 {
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
-    return searchStart({*problem, request});
+    LeastSums unknown;
+    return searchStart({*problem, request}, unknown);
 }
 
 EngineStart startFor(const analysis::Request& request, const leastsquares::Solution& solution)
@@ -113,17 +114,13 @@ void TestStartSearch::saysWhereTheEngineCannotStay()
     QVERIFY(std::abs(start.values[1] / best.values[1] - 1) < kPublishedDigits); // the values are the optimum
 }
 
-// The law of two sites is the same with the sites exchanged: F and 1/F, kq2 and kq22. With a dilute probe, the law of a
+// The law of two sites is the same with the sites exchanged, which is one solution. With a dilute probe, the law of a
 // dark complex with collisions is nearly the same with K and kq2 tau0 exchanged.
 void TestStartSearch::givesEverySolutionThatIsEquallyGood()
 {
     const SearchResult sites =
         searched(support::ratioRequest(support::panelOf(12), support::simulatedRatios(12, 1, 8, 0.01).points));
-    QCOMPARE(sites.solutions.size(), std::size_t{2});
-    const fit::Parameters &a = sites.solutions[0].values, &b = sites.solutions[1].values;
-    QVERIFY(std::abs(a[1] * b[1] - 1) < kPublishedDigits);
-    QVERIFY(std::abs(a[2] / b[3] - 1) < kPublishedDigits);
-    QVERIFY(std::abs(a[3] / b[2] - 1) < kPublishedDigits);
+    QCOMPARE(sites.solutions.size(), std::size_t{1});
 
     const analysis::Request iodide = support::acridone(3);
     const SearchResult complex = searched(iodide);
