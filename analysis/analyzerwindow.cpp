@@ -151,7 +151,7 @@ void AnalyzerWindow::reportArithmeticFault() { m_prompter.message(kArithmeticFau
 
 void AnalyzerWindow::SetSize(int top, int left, int height, int width)
 {
-    ui::placeAndShow(*this, top, left, height, width);
+    ui::placeAndShow(*this, {top, left, height, width});
 }
 
 void AnalyzerWindow::letEventsRun()

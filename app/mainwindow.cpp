@@ -202,7 +202,7 @@ void frmVorloMain::dropEvent(QDropEvent* event)
 
 void frmVorloMain::SetSize(int top, int left, int height, int width)
 {
-    ui::placeAndShow(*this, top, left, height, width);
+    ui::placeAndShow(*this, {top, left, height, width});
 }
 
 void frmVorloMain::paintEvent(QPaintEvent*) { emit painted(); }

@@ -146,14 +146,14 @@ QLayout* ParameterPanel::makeParameterBoxes()
     grid->setHorizontalSpacing(4);
     grid->setVerticalSpacing(2);
     m_kq1Label = label(rateCaption("kq1", models::kPerSecond), "lblkq1", this);
-    m_kq1 = addBox(*grid, 0, 0, m_kq1Label, "txtkq1");
-    m_kq2 = addBox(*grid, 1, 0, label(rateCaption("kq2", models::kPerMolarSecond), "lblkq2", this), "txtkq2");
-    m_K = addBox(*grid, 2, 0, label(tr("K"), "lblK", this), "txtK");
-    m_F = addBox(*grid, 3, 0, label(tr("F"), "lblF", this), "txtF");
-    m_s = addBox(*grid, 0, 2, label(tr("s /nm"), "lblS", this), "txtS");
-    m_Cp = addBox(*grid, 1, 2, label(tr("Probe /M"), "lblConcProbe", this), "txtConcProbe");
-    m_tolerance = addBox(*grid, 2, 2, label(tr("Tolerance"), "lblTolerance", this), "txtTolerance");
-    m_iteration = addBox(*grid, 3, 2, label(tr("Iteration"), "lblItalation", this), "txtIteration");
+    m_kq1 = addBox(*grid, {0, 0}, m_kq1Label, "txtkq1");
+    m_kq2 = addBox(*grid, {1, 0}, label(rateCaption("kq2", models::kPerMolarSecond), "lblkq2", this), "txtkq2");
+    m_K = addBox(*grid, {2, 0}, label(tr("K"), "lblK", this), "txtK");
+    m_F = addBox(*grid, {3, 0}, label(tr("F"), "lblF", this), "txtF");
+    m_s = addBox(*grid, {0, 2}, label(tr("s /nm"), "lblS", this), "txtS");
+    m_Cp = addBox(*grid, {1, 2}, label(tr("Probe /M"), "lblConcProbe", this), "txtConcProbe");
+    m_tolerance = addBox(*grid, {2, 2}, label(tr("Tolerance"), "lblTolerance", this), "txtTolerance");
+    m_iteration = addBox(*grid, {3, 2}, label(tr("Iteration"), "lblItalation", this), "txtIteration");
     // The caption of the first label changes with the model, and the boxes must not move with it.
     m_kq1Label->setMinimumWidth(
         m_kq1Label->fontMetrics().horizontalAdvance(rateCaption("kq1", models::kPerMolarSecond)));
@@ -164,7 +164,7 @@ QLayout* ParameterPanel::makeParameterBoxes()
     return grid;
 }
 
-QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name)
+QLineEdit* ParameterPanel::addBox(QGridLayout& grid, Cell cell, QLabel* label, const char* name)
 {
     auto* edit = named(new ui::TextBox(this), QString::fromLatin1(name));
     // Wide enough for a restored rate constant.
@@ -174,8 +174,8 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, int row, int column, QLabel
         edit->setFont(ui::fittingFont(font(), text, edit->width() - kBoxPadding));
     });
     label->setBuddy(edit);
-    grid.addWidget(label, row, column);
-    grid.addWidget(edit, row, column + 1);
+    grid.addWidget(label, cell.row, cell.column);
+    grid.addWidget(edit, cell.row, cell.column + 1);
     return edit;
 }
 

@@ -45,7 +45,11 @@ private:
     QRadioButton* makeModelOption(int model, QWidget* parent);
     QGroupBox* makeFitRegionFrame();
     QLayout* makeParameterBoxes();
-    QLineEdit* addBox(QGridLayout& grid, int row, int column, QLabel* label, const char* name);
+    struct Cell {
+        int row, column;
+    };
+    /// A box with its label left of it; the cell is that of the label.
+    QLineEdit* addBox(QGridLayout& grid, Cell cell, QLabel* label, const char* name);
     QLineEdit* box(models::Box box) const;
     void modelToggled(int model, bool chosen);
     void fitRegionToggled(int option, bool chosen);

@@ -103,7 +103,7 @@ void frmSettingWindow::showSettings()
 
 void frmSettingWindow::SetSize(int top, int left, int height, int width)
 {
-    ui::placeAndShow(*this, top, left, height, width);
+    ui::placeAndShow(*this, {top, left, height, width});
 }
 
 void frmSettingWindow::showEvent(QShowEvent* event)

@@ -40,8 +40,8 @@ void showInFront(QWidget& window, const Place& place)
     const int height = std::min(static_cast<int>(growth * place.height), roomHigh);
     const bool wide = place.left + width <= roomWide;
     if (!window.isVisible())
-        ui::placeAndShow(window, std::min(wide ? place.top : place.crampedTop, roomHigh - height),
-                         std::min(wide ? place.left : place.crampedLeft, roomWide - width), height, width);
+        ui::placeAndShow(window, {std::min(wide ? place.top : place.crampedTop, roomHigh - height),
+                                  std::min(wide ? place.left : place.crampedLeft, roomWide - width), height, width});
     ui::bringToFront(window);
 }
 

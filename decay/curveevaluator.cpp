@@ -49,10 +49,8 @@ std::size_t mostRates(models::Evaluation evaluation, models::Composition composi
 
 } // namespace
 
-CurveEvaluator::CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference,
-                               models::Evaluation evaluation)
-    : m_model(model), m_logMode(logMode), m_Cp(Cp), m_evaluation(evaluation), m_reference(referenceOf(reference)),
-      m_t(reference.T)
+CurveEvaluator::CurveEvaluator(const FittedLaw& law, const SampleRecord& reference, models::Evaluation evaluation)
+    : m_law(law), m_evaluation(evaluation), m_reference(referenceOf(reference)), m_t(reference.T)
 {
     if (evaluation == models::Evaluation::AsWritten)
         return;
@@ -75,8 +73,8 @@ const Grid& CurveEvaluator::calculated(std::size_t sample, const fit::Parameters
     Grid& sum = curve.intensity;
     std::fill_n(sum.begin(), count, 0.0);
     const models::Populations populations =
-        models::populationsOf(m_model, {Q, m_Cp, fit::realParameters(m_logMode, a), m_evaluation});
-    const models::Composition composition = models::compositionOf(m_model);
+        models::populationsOf(m_law.model, {Q, m_law.Cp, fit::realParameters(m_law.logMode, a), m_evaluation});
+    const models::Composition composition = models::compositionOf(m_law.model);
     if (m_evaluation == models::Evaluation::Fast && composition != models::Composition::Sites)
         addFactored(sum, count, populations);
     else
@@ -99,7 +97,7 @@ void CurveEvaluator::addFactored(Grid& sum, std::size_t count, const models::Pop
 {
     const std::vector<models::Population>& members = populations.members;
     // Powers of a factor above 1 could overflow although the exponentials do not.
-    if (models::compositionOf(m_model) == models::Composition::PoissonSeries && members[1].addedRate >= 0) {
+    if (models::compositionOf(m_law.model) == models::Composition::PoissonSeries && members[1].addedRate >= 0) {
         addPopulation(sum, count, members[0], populations.total);
         addPoissonTerms(sum, count, members);
     } else {
@@ -125,7 +123,7 @@ void CurveEvaluator::addPoissonTerms(Grid& sum, std::size_t count, const std::ve
     m_weights.clear();
     for (std::size_t j = 1; j < populations.size(); ++j)
         m_weights.push_back(populations[j].weight);
-    addSeries(sum, count, first, factor, m_weights);
+    addSeries(sum, count, {first, factor, m_weights});
 }
 
 const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
@@ -145,7 +143,7 @@ const Grid& CurveEvaluator::exponentials(double rate, std::size_t count)
 /// these are not replaced.
 std::vector<CurveEvaluator::Kept>::iterator CurveEvaluator::placeFor(double rate)
 {
-    const std::size_t most = mostRates(m_evaluation, models::compositionOf(m_model));
+    const std::size_t most = mostRates(m_evaluation, models::compositionOf(m_law.model));
     if (m_kept.size() < most) {
         m_exponentials.reserve(most);
         m_exponentials.emplace_back();

@@ -13,6 +13,13 @@ namespace decay
 /// that is smaller, to exp(-50). It comes from some hundreds of roundings in products of exponentials.
 inline constexpr double kFastRounding = 1e-13;
 
+/// The law of a fit, and what it needs besides parameters and quencher.
+struct FittedLaw {
+    int model = 0;
+    int logMode = 0; // 1: the engine holds parameters as natural logarithms
+    double Cp = 0;   // total probe, M
+};
+
 /// Quenched decays of one model on the reference's time grid, kept for the last few parameter vectors. A fit evaluates
 /// the points of a sample with the same few vectors in turn. Therefore a whole curve is calculated at a time, and
 /// exponentials are kept by their rate for later samples and vectors with the same rate.
@@ -25,7 +32,7 @@ class CurveEvaluator
 public:
     CurveEvaluator() = default;
     /// reference: the sample without quencher, with its components and its time grid.
-    CurveEvaluator(int model, int logMode, double Cp, const SampleRecord& reference, models::Evaluation evaluation);
+    CurveEvaluator(const FittedLaw& law, const SampleRecord& reference, models::Evaluation evaluation);
 
     /// The kept decay of a sample for parameters as the engine holds them; nullptr if there is none. The key is the
     /// exact vector, because the engine restores a parameter by subtraction, which may change it by a rounding.
@@ -54,9 +61,7 @@ private:
     void addPopulation(Grid& sum, std::size_t count, const models::Population& population, double total);
     void addPoissonTerms(Grid& sum, std::size_t count, const std::vector<models::Population>& populations);
 
-    int m_model = 0;
-    int m_logMode = 0;
-    double m_Cp = 0;
+    FittedLaw m_law;
     models::Evaluation m_evaluation = models::Evaluation::AsWritten;
     Reference m_reference;
     Grid m_t{};

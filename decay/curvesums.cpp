@@ -48,17 +48,18 @@ VORLO_ALSO_WIDE void subtract(std::span<double> difference, const double* left, 
 }
 
 /// Each step of a series waits for the previous step; four pairs of points fill this time.
-void addSeries(Grid& sum, std::size_t count, const Grid& first, const Grid& factor, std::span<const double> weights)
+void addSeries(Grid& sum, std::size_t count, const Series& series)
 {
+    const auto& [first, factor, weights] = series;
     constexpr std::size_t kPairs = 4, kPoints = 2 * kPairs;
     static_assert(kGridSize % kPoints == 0);
     for (std::size_t i = 0; i < count; i += kPoints) {
-        Pair series[kPairs] = {};
+        Pair values[kPairs] = {};
         for (std::size_t j = weights.size(); j-- > 0;)
             for (std::size_t p = 0; p < kPairs; ++p)
-                series[p] = series[p] * pairAt(&factor[i + 2 * p]) + weights[j];
+                values[p] = values[p] * pairAt(&factor[i + 2 * p]) + weights[j];
         for (std::size_t p = 0, k = i; p < kPairs; ++p, k += 2)
-            store(pairAt(&sum[k]) + pairAt(&first[k]) * series[p], &sum[k]);
+            store(pairAt(&sum[k]) + pairAt(&first[k]) * values[p], &sum[k]);
     }
 }
 

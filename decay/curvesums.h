@@ -21,8 +21,14 @@ void multiply(std::span<double> product, const double* factor);
 /// difference = left - right
 void subtract(std::span<double> difference, const double* left, const double* right);
 
-/// sum += first * (weights[0] + factor * (weights[1] + factor * (...))) at count points. Afterwards, slots up to the
-/// next multiple of 8 are undefined.
-void addSeries(Grid& sum, std::size_t count, const Grid& first, const Grid& factor, std::span<const double> weights);
+/// first * (weights[0] + factor * (weights[1] + factor * (...))) at every point.
+struct Series {
+    const Grid& first;
+    const Grid& factor;
+    std::span<const double> weights;
+};
+
+/// sum += series at count points. Afterwards, slots up to the next multiple of 8 are undefined.
+void addSeries(Grid& sum, std::size_t count, const Series& series);
 
 } // namespace decay

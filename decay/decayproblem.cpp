@@ -33,45 +33,19 @@ double totalSum(const SampleTable& table)
 } // namespace
 
 DecayProblem::DecayProblem(const SampleTable& samples, int model, int logMode, double Cp)
+    : m_samples(samples), m_law{model, logMode, Cp}
 {
-    setSampleData(samples);
-    setLaw(model, logMode, Cp);
-}
-
-void DecayProblem::setSampleData(const SampleTable& samples)
-{
-    m_samples = samples;
-    m_points.clear();
     for (std::size_t s = 2; s <= slot(m_samples.SampleCount); ++s)
         for (std::size_t i = 0; i <= slot(m_samples.SampleData[s].LastFitIndex); ++i)
             m_points.push_back({s, i});
-    forgetCurves();
-}
-
-void DecayProblem::setLaw(int model, int logMode, double Cp)
-{
-    if (model == m_model && logMode == m_logMode && Cp == m_Cp)
-        return; // the kept curves stay valid
-    m_model = model;
-    m_logMode = logMode;
-    m_Cp = Cp;
-    forgetCurves();
+    for (const models::Evaluation evaluation : {models::Evaluation::AsWritten, models::Evaluation::Fast})
+        m_evaluators[static_cast<std::size_t>(evaluation)] = CurveEvaluator(m_law, m_samples.SampleData[1], evaluation);
 }
 
 void DecayProblem::setEvaluation(models::Evaluation evaluation)
 {
     m_evaluation = evaluation;
     m_fittedWith.reset();
-}
-
-void DecayProblem::forgetCurves()
-{
-    m_fittedWith.reset();
-    m_decay.reset();
-    const SampleRecord& reference = m_samples.SampleData[1];
-    for (const models::Evaluation evaluation : {models::Evaluation::AsWritten, models::Evaluation::Fast})
-        m_evaluators[static_cast<std::size_t>(evaluation)] =
-            CurveEvaluator(m_model, m_logMode, m_Cp, reference, evaluation);
 }
 
 double DecayProblem::residual(int point, const fit::Parameters& a)
@@ -103,7 +77,7 @@ const Grid& DecayProblem::curve(std::size_t sample, const fit::Parameters& a)
 const Grid& DecayProblem::newCurve(std::size_t sample, const fit::Parameters& a)
 {
     const Grid& result = calculated(sample, a);
-    if (models::row(m_model).decay.yields && modelEvaluated) {
+    if (models::row(m_law.model).decay.yields && modelEvaluated) {
         modelEvaluated();
         fit::clearUpperHalves();
     }
@@ -114,9 +88,9 @@ double DecayProblem::value(double t, double Q, const fit::Parameters& a)
 {
     if (!m_decay || m_decay->Q != Q || !fit::sameBits(m_decay->a, a)) {
         fit::clearUpperHalves();
-        m_decay = {
-            Q, a,
-            bracketsOf(m_model, {Q, m_Cp, fit::realParameters(m_logMode, a)}, referenceOf(m_samples.SampleData[1]))};
+        m_decay = {Q, a,
+                   bracketsOf(m_law.model, {Q, m_law.Cp, fit::realParameters(m_law.logMode, a)},
+                              referenceOf(m_samples.SampleData[1]))};
     }
     return intensityAt(m_decay->brackets, t);
 }

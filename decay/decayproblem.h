@@ -15,12 +15,9 @@ namespace decay
 class DecayProblem final : public fit::Problem
 {
 public:
-    DecayProblem() = default;
+    /// Cp: total probe, M.
     DecayProblem(const SampleTable& samples, int model, int logMode, double Cp);
 
-    void setSampleData(const SampleTable& samples);
-    /// Cp: probe concentration, M.
-    void setLaw(int model, int logMode, double Cp);
     /// As written from the beginning.
     void setEvaluation(models::Evaluation evaluation);
 
@@ -45,7 +42,6 @@ public:
     fit::Statistics statistics(const fit::Parameters& a);
 
     const SampleTable& samples() const { return m_samples; }
-    int model() const { return m_model; }
 
 private:
     struct Point {
@@ -60,7 +56,6 @@ private:
         Brackets brackets;
     };
 
-    void forgetCurves();
     CurveEvaluator& evaluator() { return m_evaluators[static_cast<std::size_t>(m_evaluation)]; }
     const Grid& curve(std::size_t sample, const fit::Parameters& a);    // for a fit: lets events run if it takes long
     const Grid& newCurve(std::size_t sample, const fit::Parameters& a); // of curve(), when none is kept
@@ -68,9 +63,7 @@ private:
     const Grid& calculated(std::size_t sample, const fit::Parameters& a);
 
     SampleTable m_samples;
-    int m_model = 0;
-    int m_logMode = 0;
-    double m_Cp = 0; // M
+    FittedLaw m_law;
     models::Evaluation m_evaluation = models::Evaluation::AsWritten;
     std::array<CurveEvaluator, 2> m_evaluators;  // one for each evaluation
     std::vector<Point> m_points;                 // point i stands at i - 1

@@ -1,5 +1,6 @@
 #include "fit/gausselimination.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cmath>
 #include <utility>
@@ -17,13 +18,6 @@ int pivotRow(const Matrix7& A, int k, int n)
         if (std::abs(A[m][k]) > std::abs(A[row][k]))
             row = m;
     return row;
-}
-
-void exchangeRows(Matrix7& A, Vector7& B, int k, int p, int n)
-{
-    for (int m = k; m <= n; ++m)
-        std::swap(A[k][m], A[p][m]);
-    std::swap(B[k], B[p]);
 }
 
 void eliminateBelow(Matrix7& A, Vector7& B, int k, int n)
@@ -60,7 +54,8 @@ void GaussianElimination(Matrix7& A, Vector7& B, int n, int& info)
             return;
         }
         if (p != k)
-            exchangeRows(A, B, k, p, n);
+            std::swap_ranges(&A[k][k], &A[k][n] + 1, &A[p][k]);
+        std::swap(B[k], B[p]);
         eliminateBelow(A, B, k, n);
     }
     if (A[n][n] == 0) {

@@ -38,28 +38,32 @@ double Factorial(double x)
 namespace
 {
 
-/// Poisson populations with mean m up to a cumulative probability; the fraction p0 = exp(-m) has no quencher. The
-/// series ends before m^j reaches 1e200, so that m^j does not overflow; a mean that is NaN ends it after its second
-/// term.
-Populations poissonPopulations(double m, double p0, double kq1, double rateWithoutQuencher,
-                               double cumulativeProbability, Evaluation evaluation)
+/// Where a Poisson series stops, and how its powers are calculated.
+struct SeriesEnd {
+    double cumulativeProbability;
+    Evaluation evaluation;
+};
+
+/// Poisson populations with mean m, of which the first has no quencher. The series ends before m^j reaches 1e200, so
+/// that m^j does not overflow; a mean that is NaN ends it after its second term.
+Populations poissonPopulations(double m, const Population& first, double kq1, const SeriesEnd& end)
 {
     constexpr double kLargestPower = 1e200;
     Populations populations;
     populations.members.reserve(32);
-    populations.members.push_back({p0, rateWithoutQuencher});
-    double sum = p0;
+    populations.members.push_back(first);
+    double sum = first.weight;
     double j = 1.0;
     double power = m; // m^j
     double factorial = 1.0;
     do {
-        const double pj = power * p0 / factorial;
+        const double pj = power * first.weight / factorial;
         populations.members.push_back({pj, j * kq1});
         sum += pj;
         j += 1.0;
         factorial *= j;
-        power = evaluation == Evaluation::Fast ? power * m : std::pow(m, j);
-    } while (power < kLargestPower && sum < cumulativeProbability);
+        power = end.evaluation == Evaluation::Fast ? power * m : std::pow(m, j);
+    } while (power < kLargestPower && sum < end.cumulativeProbability);
     return populations;
 }
 
@@ -68,13 +72,13 @@ Populations poissonPopulations(double m, double p0, double kq1, double rateWitho
 Populations poissonAndDynamicDecay(double Q, double K, double kq1, double kq2, Evaluation evaluation)
 {
     const double p0 = std::exp(-K * Q);
-    return poissonPopulations(K * Q, p0, kq1, kq2 * (p0 * Q), 0.99, evaluation);
+    return poissonPopulations(K * Q, {p0, kq2 * (p0 * Q)}, kq1, {0.99, evaluation});
 }
 
 Populations poissonDecay(double Q, double K, double kq1, Evaluation evaluation)
 {
     constexpr double kShare = 0.95; // lower than with collisions, on purpose
-    return poissonPopulations(K * Q, std::exp(-K * Q), kq1, 0.0, kShare, evaluation);
+    return poissonPopulations(K * Q, {std::exp(-K * Q), 0.0}, kq1, {kShare, evaluation});
 }
 
 Populations twoSiteDecay(double Q, double F, double kq2, double kq22)

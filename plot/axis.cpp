@@ -24,20 +24,18 @@ constexpr std::string_view kTickFormat = "#.#e+#";
 struct AxisDrawing {
     Surface& surface;
     const ViewMap& map;
-    std::string_view yFormat;
-    int islog;
+    YLabels yLabels;
 
-    /// Text that ends about `pixels` per character of `estimate` left of the vertical axis.
-    void labelLeft(double y, std::string_view estimate, double pixels, double raise, std::string_view text) const
+    /// Text that begins so many pixels left of the vertical axis and so many above the place of y.
+    void labelLeft(double y, double left, double raise, std::string_view text) const
     {
         const double perPixel = surface.twipsPerPixel();
-        surface.text(map.VtoWX(0) - static_cast<double>(estimate.size()) * pixels * perPixel,
-                     map.VtoWY(y) - raise * perPixel, text);
+        surface.text(map.VtoWX(0) - left * perPixel, map.VtoWY(y) - raise * perPixel, text);
     }
 
     void xTick(double x) const
     {
-        surface.line(map.VtoWX(x), 0, map.VtoWX(x), surface.height(), kLightGrey);
+        surface.line({map.VtoWX(x), 0, map.VtoWX(x), surface.height()}, kLightGrey);
         const auto characters = static_cast<double>(fit::signedText(x).size());
         surface.text(map.VtoWX(x) - characters * kTwipsPerCharacter, map.VtoWY(0) + kLabelGap,
                      fit::formatNumber(x, kTickFormat));
@@ -45,36 +43,35 @@ struct AxisDrawing {
 
     void powerLabel(double y) const
     {
-        const std::string estimate = fit::formatNumber(y, kTickFormat);
-        labelLeft(y, estimate, kPixelsBeforeTen, 0, y == 0 ? "1" : "10");
+        const auto characters = static_cast<double>(fit::formatNumber(y, kTickFormat).size()); // an estimate
+        labelLeft(y, characters * kPixelsBeforeTen, 0, y == 0 ? "1" : "10");
         if (y != 0)
-            labelLeft(y, estimate, kPixelsBeforeExponent, kExponentRaise, fit::formatNumber(y, "#"));
+            labelLeft(y, characters * kPixelsBeforeExponent, kExponentRaise, fit::formatNumber(y, "#"));
     }
 
     void yTick(double y) const
     {
-        surface.line(0, map.VtoWY(y), surface.width(), map.VtoWY(y), kLightGrey);
-        if (islog == kLinearLabels) {
-            const std::string label = fit::formatNumber(y, yFormat);
-            labelLeft(y, label, kPixelsPerCharacter, 0, label);
-        } else if (islog == kPowerLabels) {
+        surface.line({0, map.VtoWY(y), surface.width(), map.VtoWY(y)}, kLightGrey);
+        if (yLabels.islog == kLinearLabels) {
+            const std::string label = fit::formatNumber(y, yLabels.format);
+            labelLeft(y, static_cast<double>(label.size()) * kPixelsPerCharacter, 0, label);
+        } else if (yLabels.islog == kPowerLabels) {
             powerLabel(y);
         }
     }
 
     void axes() const
     {
-        surface.line(0, map.VtoWY(0), surface.width(), map.VtoWY(0), kBlack);
-        surface.line(map.VtoWX(0), 0, map.VtoWX(0), surface.height(), kBlack);
+        surface.line({0, map.VtoWY(0), surface.width(), map.VtoWY(0)}, kBlack);
+        surface.line({map.VtoWX(0), 0, map.VtoWX(0), surface.height()}, kBlack);
     }
 };
 
 double firstTick(double edge, double spacing) { return std::floor(edge / spacing) * spacing; }
 
-void turnTowards(double far, double first, double& spacing)
+double turnedTowards(double far, double first, double spacing)
 {
-    if (spacing > 0 && first > far)
-        spacing = -spacing;
+    return spacing > 0 && first > far ? -spacing : spacing;
 }
 
 } // namespace
@@ -86,21 +83,21 @@ double AxisStep(double a, double b)
     return span / step > 5 ? 2 * step : step;
 }
 
-void drawAxis(Surface& surface, const ViewMap& map, std::string_view yFormat, double& xt, double& yt, int islog)
+TickSpacing drawAxis(Surface& surface, const ViewMap& map, YLabels yLabels, TickSpacing spacing)
 {
     const WorldRect& world = map.world();
-    const AxisDrawing drawing{surface, map, yFormat, islog};
+    const AxisDrawing drawing{surface, map, yLabels};
     surface.clear();
     surface.setFontSize(kLabelPoints);
-    const double xs = firstTick(world.x1, xt);
-    const double ys = firstTick(world.y1, yt);
-    turnTowards(world.x2, xs, xt);
-    for (const double x : evenSteps(xs, world.x2, xt))
+    const double xs = firstTick(world.x1, spacing.x);
+    const double ys = firstTick(world.y1, spacing.y);
+    const TickSpacing turned{turnedTowards(world.x2, xs, spacing.x), turnedTowards(world.y2, ys, spacing.y)};
+    for (const double x : evenSteps(xs, world.x2, turned.x))
         drawing.xTick(x);
-    turnTowards(world.y2, ys, yt);
-    for (const double y : evenSteps(ys, world.y2, yt))
+    for (const double y : evenSteps(ys, world.y2, turned.y))
         drawing.yTick(y);
     drawing.axes();
+    return turned;
 }
 
 } // namespace plot

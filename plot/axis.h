@@ -15,8 +15,18 @@ inline constexpr int kPowerLabels = 1;  // y is a base-10 logarithm and is label
 /// A span of exactly 10 or more powers of ten gets the smaller spacing, since SafeLog10 stays just below them.
 double AxisStep(double a, double b);
 
+struct YLabels {
+    std::string_view format; // of linear labels
+    int islog = kLinearLabels;
+};
+
+/// In world units.
+struct TickSpacing {
+    double x = 0, y = 0;
+};
+
 /// Clears the surface and draws grid, labels and the axes through the world's origin. A positive spacing whose
 /// first tick lies beyond the far edge comes back negated. Any other islog than the two above: no y labels.
-void drawAxis(Surface& surface, const ViewMap& map, std::string_view yFormat, double& xt, double& yt, int islog);
+TickSpacing drawAxis(Surface& surface, const ViewMap& map, YLabels yLabels, TickSpacing spacing);
 
 } // namespace plot

@@ -40,6 +40,11 @@ public:
     virtual void VFill(double x1, double y1, double x2, double y2, Color c) = 0;
 };
 
+struct Segment {
+    double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    bool operator==(const Segment&) const = default;
+};
+
 /// The interface for the drawing primitives of axes and charts, in twips from the top-left corner.
 class Surface
 {
@@ -50,7 +55,7 @@ public:
     virtual double twipsPerPixel() const = 0;
     virtual void clear() = 0;
     virtual void setFontSize(int points) = 0;
-    virtual void line(double x1, double y1, double x2, double y2, Color c) = 0;
+    virtual void line(const Segment& segment, Color c) = 0;
     /// Black text with its top-left corner at (x, y).
     virtual void text(double x, double y, std::string_view text) = 0;
 };

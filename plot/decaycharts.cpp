@@ -30,28 +30,33 @@ std::size_t fittedPoints(const decay::SampleTable& samples)
     return slot(std::clamp(reference(samples).LastFitIndex, 1, decay::kGridSize));
 }
 
+struct VerticalAxis {
+    double top, bottom, step;
+    int islog;
+};
+
 /// The time axis begins a tenth of its range before zero.
-void timeAxis(Canvas& canvas, const decay::SampleTable& samples, double top, double bottom, double yt, int islog)
+void timeAxis(Canvas& canvas, const decay::SampleTable& samples, VerticalAxis y)
 {
     const double start = -samples.TimeMax / 10;
-    canvas.View(start, top, samples.TimeMax, bottom);
+    canvas.View(start, y.top, samples.TimeMax, y.bottom);
     double xt = AxisStep(start, samples.TimeMax);
-    canvas.Axis(xt, yt, islog);
+    canvas.Axis(xt, y.step, y.islog);
 }
 
-void writeCell(TableSink& table, int column, int row, double value, std::string_view format)
+void writeCell(TableSink& table, int column, int row, std::string_view text)
 {
     table.Locate(column, row);
-    table.Value(fit::formatNumber(value, format));
+    table.Value(text);
 }
 
 void writeTimes(TableSink& table, const decay::Grid& times, DecayTableUnits units)
 {
     for (int j = 0; j < kTableTimes; ++j) {
         if (units.seconds)
-            writeCell(table, 0, j + 1, times[slot(j)], "0.00e+00");
+            writeCell(table, 0, j + 1, fit::formatNumber(times[slot(j)], "0.00e+00"));
         else
-            writeCell(table, 0, j + 1, times[slot(j)] * kNsPerS, "####0.##");
+            writeCell(table, 0, j + 1, fit::formatNumber(times[slot(j)] * kNsPerS, "####0.##"));
     }
 }
 
@@ -59,9 +64,9 @@ void writeDecay(TableSink& table, int column, const decay::Grid& logs, DecayTabl
 {
     for (int j = 0; j < kTableTimes; ++j) {
         if (units.logarithms)
-            writeCell(table, column, j + 1, logs[slot(j)], "#0.###");
+            writeCell(table, column, j + 1, fit::formatNumber(logs[slot(j)], "#0.###"));
         else
-            writeCell(table, column, j + 1, std::pow(10.0, logs[slot(j)]), "0.###e+#");
+            writeCell(table, column, j + 1, fit::formatNumber(std::pow(10.0, logs[slot(j)]), "0.###e+#"));
     }
 }
 
@@ -73,7 +78,7 @@ void writeDecayTable(TableSink& table, const decay::SampleTable& samples, DecayT
     writeTimes(table, reference(samples).T, units);
     for (int i = 1; i <= samples.SampleCount; ++i) {
         const decay::SampleRecord& sample = samples.SampleData[slot(i)];
-        writeCell(table, i, 0, sample.Conc, "0.#####");
+        writeCell(table, i, 0, fit::formatNumber(sample.Conc, "0.#####"));
         writeDecay(table, i, sample.*logs, units);
     }
 }
@@ -102,7 +107,7 @@ std::optional<FittedCurves> evaluateFitted(const decay::SampleTable& samples, co
 void PlotDecayCurves(Canvas& canvas, const decay::SampleTable& samples)
 {
     canvas.SetTitle("Decay Curves");
-    timeAxis(canvas, samples, 0, fit::SafeLog10(samples.FitRegionLevel).value_or(0), 1, kPowerLabels);
+    timeAxis(canvas, samples, {0, fit::SafeLog10(samples.FitRegionLevel).value_or(0), 1, kPowerLabels});
     for (int i = 1; i <= samples.SampleCount; ++i) {
         const decay::SampleRecord& sample = samples.SampleData[slot(i)];
         canvas.beginSample(i, sample.Conc);
@@ -128,7 +133,7 @@ void PlotFittedDecayCurves(Canvas& canvas, decay::SampleTable& samples, const Fi
 void PlotDecayDeviation(Canvas& canvas, decay::SampleTable& samples, const FittedCurves& fitted)
 {
     canvas.SetTitle("Deviation from fitting curves(%)");
-    timeAxis(canvas, samples, kPercentRange, -kPercentRange, kPercentStep, kLinearLabels);
+    timeAxis(canvas, samples, {kPercentRange, -kPercentRange, kPercentStep, kLinearLabels});
     for (int i = 1; i <= samples.SampleCount; ++i) {
         decay::SampleRecord& sample = samples.SampleData[slot(i)];
         const std::vector<double>& logs = fitted[slot(i)];

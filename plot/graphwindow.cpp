@@ -32,11 +32,14 @@ public:
     double twipsPerPixel() const override { return ui::twipsPerPixel(); }
     void clear() override { m_picture.clear(); }
     void setFontSize(int points) override { m_picture.setFontPoints(points); }
-    void line(double x1, double y1, double x2, double y2, Color c) override
+    void line(const Segment& segment, Color c) override
     {
-        m_picture.drawLine(x1, y1, x2, y2, color(c));
+        m_picture.drawLine({segment.x1, segment.y1}, {segment.x2, segment.y2}, color(c));
     }
-    void text(double x, double y, std::string_view text) override { m_picture.drawText(x, y, QString::fromUtf8(text)); }
+    void text(double x, double y, std::string_view text) override
+    {
+        m_picture.drawText({x, y}, QString::fromUtf8(text));
+    }
 
 private:
     ui::PictureSurface& m_picture;
@@ -83,7 +86,9 @@ void Graph::Axis(double& xt, double& yt, int islog)
     m_legend.clear();
     m_samples->removeSamples();
     AxisSurface surface(*m_surface);
-    drawAxis(surface, m_map, m_yFormat, xt, yt, islog);
+    const TickSpacing spacing = drawAxis(surface, m_map, {m_yFormat, islog}, {xt, yt});
+    xt = spacing.x;
+    yt = spacing.y;
 }
 
 float Graph::VtoWX(double x) const { return m_map.VtoWX(x); }
@@ -92,10 +97,10 @@ float Graph::VtoWY(double y) const { return m_map.VtoWY(y); }
 
 void Graph::VLine(double x1, double y1, double x2, double y2, Color c)
 {
-    m_surface->drawLine(VtoWX(x1), VtoWY(y1), VtoWX(x2), VtoWY(y2), color(c));
+    m_surface->drawLine({VtoWX(x1), VtoWY(y1)}, {VtoWX(x2), VtoWY(y2)}, color(c));
 }
 
-void Graph::VPset(double x, double y, Color c) { m_surface->drawPoint(VtoWX(x), VtoWY(y), color(c)); }
+void Graph::VPset(double x, double y, Color c) { m_surface->drawPoint({VtoWX(x), VtoWY(y)}, color(c)); }
 
 void Graph::beginSample(int number, double Conc) { m_legend.beginSample(number, Conc); }
 
@@ -104,17 +109,17 @@ void Graph::VCircle(double x, double y, double R, Color c, Fill f)
     m_legend.addMarker({VtoWX(x), VtoWY(y)}, c);
     if (!m_legend.entries().empty() && m_legend.entries().back().markers.size() == 1)
         m_samples->addSample(m_legend.entries().back());
-    m_surface->drawCircle(VtoWX(x), VtoWY(y), R, color(c), f == Fill::Solid ? QBrush(color(c)) : QBrush(Qt::NoBrush));
+    m_surface->drawCircle({VtoWX(x), VtoWY(y)}, R, color(c), f == Fill::Solid ? QBrush(color(c)) : QBrush(Qt::NoBrush));
 }
 
 void Graph::VBox(double x1, double y1, double x2, double y2, Color c)
 {
-    m_surface->drawBox(VtoWX(x1), VtoWY(y1), VtoWX(x2), VtoWY(y2), color(c));
+    m_surface->drawBox({VtoWX(x1), VtoWY(y1)}, {VtoWX(x2), VtoWY(y2)}, color(c));
 }
 
 void Graph::VFill(double x1, double y1, double x2, double y2, Color c)
 {
-    m_surface->fillBox(VtoWX(x1), VtoWY(y1), VtoWX(x2), VtoWY(y2), color(c));
+    m_surface->fillBox({VtoWX(x1), VtoWY(y1)}, {VtoWX(x2), VtoWY(y2)}, color(c));
 }
 
 bool Graph::event(QEvent* event)

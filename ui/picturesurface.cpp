@@ -28,11 +28,11 @@ QAccessibleInterface* accessibleSurface(const QString&, QObject* object)
     return surface ? new QAccessibleWidget(surface, QAccessible::Graphic) : nullptr;
 }
 
-QPointF pixels(double x, double y) { return QPointF(x, y) / twipsPerPixel(); }
+QPointF pixels(const QPointF& twips) { return twips / twipsPerPixel(); }
 
-QRectF pixelBox(double x1, double y1, double x2, double y2)
+QRectF pixelBox(const QPointF& corner, const QPointF& opposite)
 {
-    return QRectF(pixels(std::min(x1, x2), std::min(y1, y2)), pixels(std::max(x1, x2), std::max(y1, y2)));
+    return QRectF(pixels(corner), pixels(opposite)).normalized();
 }
 
 } // namespace
@@ -95,55 +95,56 @@ void PictureSurface::setFontPoints(int points)
     m_labelFont = fittingFont(natural, "0", kDigitWidth * natural.pixelSize());
 }
 
-void PictureSurface::drawLine(double x1, double y1, double x2, double y2, const QColor& color)
+void PictureSurface::drawLine(const QPointF& from, const QPointF& to, const QColor& color)
 {
     draw([&](QPainter& painter) {
-        painter.setRenderHint(QPainter::Antialiasing, x1 != x2 && y1 != y2); // upright lines stay sharp
+        painter.setRenderHint(QPainter::Antialiasing,
+                              from.x() != to.x() && from.y() != to.y()); // upright lines stay sharp
         painter.setPen(color);
-        painter.drawLine(pixels(x1, y1), pixels(x2, y2));
+        painter.drawLine(pixels(from), pixels(to));
     });
 }
 
-void PictureSurface::drawPoint(double x, double y, const QColor& color)
+void PictureSurface::drawPoint(const QPointF& point, const QColor& color)
 {
     draw([&](QPainter& painter) {
         painter.setPen(color);
-        painter.drawPoint(pixels(x, y));
+        painter.drawPoint(pixels(point));
     });
 }
 
-void PictureSurface::drawCircle(double x, double y, double radius, const QColor& color, const QBrush& fill)
+void PictureSurface::drawCircle(const QPointF& centre, double radius, const QColor& color, const QBrush& fill)
 {
     draw([&](QPainter& painter) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(color);
         painter.setBrush(fill);
-        painter.drawEllipse(pixels(x, y), radius / twipsPerPixel(), radius / twipsPerPixel());
+        painter.drawEllipse(pixels(centre), radius / twipsPerPixel(), radius / twipsPerPixel());
     });
 }
 
-void PictureSurface::drawBox(double x1, double y1, double x2, double y2, const QColor& color)
+void PictureSurface::drawBox(const QPointF& corner, const QPointF& opposite, const QColor& color)
 {
     draw([&](QPainter& painter) {
         painter.setPen(color);
-        painter.drawRect(pixelBox(x1, y1, x2, y2));
+        painter.drawRect(pixelBox(corner, opposite));
     });
 }
 
-void PictureSurface::fillBox(double x1, double y1, double x2, double y2, const QColor& color)
+void PictureSurface::fillBox(const QPointF& corner, const QPointF& opposite, const QColor& color)
 {
-    draw([&](QPainter& painter) { painter.fillRect(pixelBox(x1, y1, x2, y2), color); });
+    draw([&](QPainter& painter) { painter.fillRect(pixelBox(corner, opposite), color); });
 }
 
-void PictureSurface::drawText(double x, double y, const QString& text)
+void PictureSurface::drawText(const QPointF& corner, const QString& text)
 {
     draw([&](QPainter& painter) {
         painter.setFont(m_labelFont);
         painter.setPen(Qt::black);
-        QPointF corner = pixels(x, y);
-        if (corner.x() < width()) // a label that starts on the surface also ends on it
-            corner.setX(std::min(corner.x(), width() - painter.fontMetrics().horizontalAdvance(text) - 1.0));
-        painter.drawText(corner + QPointF(0, painter.fontMetrics().ascent()), text);
+        QPointF place = pixels(corner);
+        if (place.x() < width()) // a label that starts on the surface also ends on it
+            place.setX(std::min(place.x(), width() - painter.fontMetrics().horizontalAdvance(text) - 1.0));
+        painter.drawText(place + QPointF(0, painter.fontMetrics().ascent()), text);
     });
 }
 

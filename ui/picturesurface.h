@@ -29,15 +29,15 @@ public:
     void clear();
     void setFontPoints(int points);
 
-    void drawLine(double x1, double y1, double x2, double y2, const QColor& color);
-    void drawPoint(double x, double y, const QColor& color);
+    void drawLine(const QPointF& from, const QPointF& to, const QColor& color);
+    void drawPoint(const QPointF& point, const QColor& color);
     /// fill: Qt::NoBrush leaves the inside as it is.
-    void drawCircle(double x, double y, double radius, const QColor& color, const QBrush& fill);
-    /// The points are opposite corners in any order.
-    void drawBox(double x1, double y1, double x2, double y2, const QColor& color);
-    void fillBox(double x1, double y1, double x2, double y2, const QColor& color);
+    void drawCircle(const QPointF& centre, double radius, const QColor& color, const QBrush& fill);
+    /// Between opposite corners in any order.
+    void drawBox(const QPointF& corner, const QPointF& opposite, const QColor& color);
+    void fillBox(const QPointF& corner, const QPointF& opposite, const QColor& color);
     /// Black text with its top-left corner at the point.
-    void drawText(double x, double y, const QString& text);
+    void drawText(const QPointF& corner, const QString& text);
 
     /// Shows rings around these places. They lie over the picture and are not part of it.
     void setRings(const QList<QPointF>& twips);

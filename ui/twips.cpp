@@ -29,12 +29,12 @@ void placeFrame(QWidget& window, int top, int left)
     window.windowHandle()->setFramePosition(corner);
 }
 
-void placeAndShow(QWidget& window, int top, int left, int height, int width)
+void placeAndShow(QWidget& window, const Place& place)
 {
     if (window.isMinimized())
         return;
-    window.resize(toPixels(width), toPixels(height)); // first: a later resize would move the frame
-    placeFrame(window, top, left);
+    window.resize(toPixels(place.width), toPixels(place.height)); // first: a later resize would move the frame
+    placeFrame(window, place.top, place.left);
     window.show();
 }
 

@@ -13,8 +13,13 @@ int toTwips(int pixels);
 /// Moves the top-left corner of the window's frame, in twips; a window not yet shown appears there.
 void placeFrame(QWidget& window, int top, int left);
 
-/// Sets top, left, height and width in twips and shows the window. Does nothing while the window is minimised.
-void placeAndShow(QWidget& window, int top, int left, int height, int width);
+/// Twips.
+struct Place {
+    int top, left, height, width;
+};
+
+/// Places and shows a window. Does nothing while the window is minimised.
+void placeAndShow(QWidget& window, const Place& place);
 
 /// Shows the window in front of all others, even if it was minimised, and gives it the focus.
 void bringToFront(QWidget& window);

@@ -50,7 +50,7 @@ void ratioFit(benchmark::State& state, int number)
 void literalRatioFit(benchmark::State& state, int number)
 {
     const bench::RatioJob& job = bench::ratioJob(number);
-    literal::RatioProblem problem(job.x, job.y, job.model, job.tau0, kProbe);
+    literal::RatioProblem problem(job.x, job.y, job.model, {.Cp = kProbe, .tau0 = job.tau0});
     fit(state, problem, job, fit::gaussNewton);
 }
 

@@ -26,17 +26,23 @@ double freeQuencher(double Q, double K, double Cp)
     return (-b + std::sqrt(b * b + 4 * K * Q)) / (2 * K);
 }
 
+struct PoissonEnds {
+    double addedWithoutQuencher; // s^-1
+    double untilShare;
+};
+
 /// The two Poisson laws differ in the decay of probes without a quencher and in the end of the series.
-double poissonTerms(double K, double kq1, double addedWithoutQuencher, double untilShare, double t, double Q,
-                    const decay::SampleRecord& reference)
+double poissonTerms(const decay::SampleRecord& reference, Place place, const fit::Parameters& p, PoissonEnds ends)
 {
+    const auto [t, Q] = place;
+    const double K = p[1], kq1 = p[2];
     const double m = K * Q;
     double sum = 0;
     for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.NComp); ++k) {
         const double A = reference.A[k];
         const double Rate = reference.Rate[k];
         const double p0 = std::exp(-m);
-        sum += p0 * A * std::exp(-(Rate + addedWithoutQuencher) * t);
+        sum += p0 * A * std::exp(-(Rate + ends.addedWithoutQuencher) * t);
         double S = p0;
         double j = 1;
         do {
@@ -44,16 +50,18 @@ double poissonTerms(double K, double kq1, double addedWithoutQuencher, double un
             sum += pj * A * std::exp(-(Rate + j * kq1) * t);
             S += pj;
             j += 1;
-        } while (std::pow(m, j) < 1e200 && S < untilShare);
+        } while (std::pow(m, j) < 1e200 && S < ends.untilShare);
     }
     return sum;
 }
 
 /// One component of the decay, for models that quench all components equally.
-double component(int model, double t, double Q, double A, double Rate, double Cp, const fit::Parameters& p)
+double component(const Law& law, std::size_t k, Place place, const fit::Parameters& p)
 {
-    const auto e = [Rate, t](double r) { return std::exp(-(Rate + r) * t); };
-    switch (model) {
+    const auto [t, Q] = place;
+    const double A = law.reference.A[k], Rate = law.reference.Rate[k], Cp = law.Cp;
+    const auto e = [Rate, t = t](double r) { return std::exp(-(Rate + r) * t); };
+    switch (law.model) {
     case 1:
         return A * e(p[1] * Q);
     case 2: {
@@ -89,8 +97,10 @@ double component(int model, double t, double Q, double A, double Rate, double Cp
     }
 }
 
-double twoSites(double t, double Q, const decay::SampleRecord& reference, double F, double k1, double k2)
+double twoSites(const decay::SampleRecord& reference, Place place, const fit::Parameters& p, double k2)
 {
+    const auto [t, Q] = place;
+    const double F = p[1], k1 = p[2];
     if (reference.NComp != 1 && reference.NComp != 2)
         return 0;
     const double secondRate = reference.NComp == 1 ? reference.Rate[1] : reference.Rate[2];
@@ -101,25 +111,26 @@ double twoSites(double t, double Q, const decay::SampleRecord& reference, double
 
 } // namespace
 
-double decayIntensity(int model, double t, double Q, const decay::SampleRecord& reference, double Cp,
-                      const fit::Parameters& p)
+double decayIntensity(const Law& law, Place place, const fit::Parameters& p)
 {
-    if (model == 12)
-        return twoSites(t, Q, reference, p[1], p[2], p[3]);
-    if (model == 13)
-        return twoSites(t, Q, reference, p[1], p[2], 0);
-    if (model == 10)
-        return poissonTerms(p[1], p[2], p[3] * (std::exp(-p[1] * Q) * Q), 0.99, t, Q, reference);
-    if (model == 11)
-        return poissonTerms(p[1], p[2], 0, 0.95, t, Q, reference);
+    const decay::SampleRecord& reference = law.reference;
+    if (law.model == 12)
+        return twoSites(reference, place, p, p[3]);
+    if (law.model == 13)
+        return twoSites(reference, place, p, 0);
+    if (law.model == 10)
+        return poissonTerms(reference, place, p, {p[3] * (std::exp(-p[1] * place.Q) * place.Q), 0.99});
+    if (law.model == 11)
+        return poissonTerms(reference, place, p, {0, 0.95});
     double sum = 0;
     for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.NComp); ++k)
-        sum += component(model, t, Q, reference.A[k], reference.Rate[k], Cp, p);
+        sum += component(law, k, place, p);
     return sum;
 }
 
-double ratio(int model, double x, double tau0, double Cp, const fit::Parameters& p)
+double ratio(int model, const models::Mixture& mix, const fit::Parameters& p)
 {
+    const auto [x, Cp, tau0] = mix;
     const double D = Cp * p[1] + 1;
     switch (model) {
     case 1:
@@ -146,7 +157,9 @@ double DecayProblem::value(int point, const fit::Parameters& a) const
     const decay::SampleRecord& reference = m_samples.SampleData[1];
     const double t = reference.T[data.index];
     const double Q = m_samples.SampleData[data.sample].Conc;
-    const auto intensity = [&](const fit::Parameters& p) { return decayIntensity(m_model, t, Q, reference, m_Cp, p); };
+    const auto intensity = [&](const fit::Parameters& p) {
+        return decayIntensity({m_model, reference, m_Cp}, {t, Q}, p);
+    };
     // Not copied in normal mode, because reading all values right after writing one would stall.
     return m_logMode == 1 ? intensity(fit::realParameters(m_logMode, a)) : intensity(a);
 }

@@ -2,6 +2,7 @@
 
 #include "decay/sampletable.h"
 #include "fit/gaussnewton.h"
+#include "models/mixture.h"
 
 #include <array>
 
@@ -11,13 +12,22 @@
 namespace literal
 {
 
-/// Quenched decay at time t, s, and total quencher Q, M. reference: the sample without quencher. Cp: total probe, M.
-/// p: real values in fitting order, slots 1..3.
-double decayIntensity(int model, double t, double Q, const decay::SampleRecord& reference, double Cp,
-                      const fit::Parameters& p);
+struct Law {
+    int model;
+    const decay::SampleRecord& reference; // the sample without quencher
+    double Cp;                            // total probe, M
+};
 
-/// Ratio F0/F at total quencher x, M. tau0: lifetime without quencher, s.
-double ratio(int model, double x, double tau0, double Cp, const fit::Parameters& p);
+struct Place {
+    double t; // s
+    double Q; // total quencher, M
+};
+
+/// Quenched decay. p: real values in fitting order, slots 1..3.
+double decayIntensity(const Law& law, Place place, const fit::Parameters& p);
+
+/// Ratio F0/F.
+double ratio(int model, const models::Mixture& mix, const fit::Parameters& p);
 
 /// The decay curves of all samples but the reference, as decay::DecayProblem has them.
 class DecayProblem final : public fit::Problem
@@ -47,22 +57,22 @@ class RatioProblem final : public fit::Problem
 {
 public:
     using Slots = std::array<double, 21>;
-    RatioProblem(const Slots& x, const Slots& y, int model, double tau0, double Cp)
-        : m_x(x), m_y(y), m_model(model), m_tau0(tau0), m_Cp(Cp)
+    /// The probe's Q is not used.
+    RatioProblem(const Slots& Q, const Slots& y, int model, const models::Mixture& probe)
+        : m_Q(Q), m_y(y), m_model(model), m_probe(probe)
     {
     }
     int pointCount() const override { return 20; }
     double residual(int point, const fit::Parameters& a) override
     {
         const auto i = static_cast<std::size_t>(point);
-        return ratio(m_model, m_x[i], m_tau0, m_Cp, a) - m_y[i];
+        return ratio(m_model, {m_Q[i], m_probe.Cp, m_probe.tau0}, a) - m_y[i];
     }
 
 private:
-    const Slots m_x, m_y;
+    const Slots m_Q, m_y;
     int m_model;
-    double m_tau0;
-    double m_Cp;
+    models::Mixture m_probe;
 };
 
 } // namespace literal

@@ -49,7 +49,7 @@ QByteArray printed(const fit::Outcome& outcome, const Fit& fit, DecayProblem& pr
     const fit::Parameters real = fit::realParameters(fit.options.logMode, outcome.parameters);
     for (std::size_t j = 1; j <= static_cast<std::size_t>(fit.options.parameterCount); ++j)
         lines.push_back({"p :", real[j]});
-    const std::string report = fit::reportText({.model = problem.model(),
+    const std::string report = fit::reportText({.model = 0,
                                                 .parameters = lines,
                                                 .iterations = outcome.iterations,
                                                 .statistics = problem.statistics(outcome.parameters),
@@ -116,7 +116,7 @@ void TestCurveEvaluator::agreesWithTheFormulas()
     QFETCH(Reference, reference);
     QFETCH(bool, evenGrid);
     SampleTable table =
-        support::tableFrom(support::simulatedSession(1, reference, 0, {0, 1e8}, support::kWideRange), 1);
+        support::tableFrom(support::simulatedSession(1, reference, {.p = {0, 1e8}}, support::kWideRange), 1);
     if (!evenGrid)
         for (double& t : table.SampleData[1].T)
             t *= t / table.TimeMax;
@@ -134,7 +134,7 @@ void TestCurveEvaluator::agreesWithTheFormulas()
                 for (std::size_t s = 1; s <= support::kWideRange.size(); ++s)
                     for (std::size_t i = 0; i < 50; ++i) {
                         const double Q = written.samples().SampleData[s].Conc;
-                        const double law = literal::decayIntensity(model, first.T[i], Q, first, support::kProbe, a);
+                        const double law = literal::decayIntensity({model, first, support::kProbe}, {first.T[i], Q}, a);
                         QVERIFY(written.samples().SampleData[s].IFit[i] == law); // QCOMPARE would allow for rounding
                         if (law < std::exp(-kDeepestExponent))
                             continue;
@@ -170,7 +170,7 @@ void TestCurveEvaluator::hasTheSameBitsInWideRegisters()
             expected[i] += weights[0] * factor[i];
             expected[i] *= first[i];
         }
-        addSeries(sum, n, first, factor, weights);
+        addSeries(sum, n, {first, factor, weights});
         addWeighted(std::span(sum).first(n), weights[0], factor.data());
         multiply(std::span(sum).first(n), first.data());
         QVERIFY(sameBits(sum, expected, n));
@@ -208,7 +208,7 @@ void TestCurveEvaluator::endsFitsAsTheFormulasDo_data()
                         double kq1, double kq2) {
         const fit::Parameters p = engineParameters(parametersOf(model, K, kq1, kq2));
         QTest::newRow(name) << support::tableFrom(
-                                   support::simulatedSession(model, reference, support::kProbe, p, range))
+                                   support::simulatedSession(model, reference, {.Cp = support::kProbe, .p = p}, range))
                             << K << kq1 << kq2;
     };
     row("three exponentials", 1, support::kAlbumin, support::kWideRange, 10, 1e8, 1.6e9);

@@ -25,10 +25,10 @@ namespace
 {
 constexpr double kTypedDigits = 1e-3; // precision of the constants with five digits in the sheet
 
-FitRun fitted(const SampleTable& table, int model, int logMode, const Values& start, support::StopRule stop)
+FitRun fitted(const SampleTable& table, int model, int logMode, const Values& start)
 {
     DecayProblem problem(table, model, logMode, kProbe);
-    return support::runFit(problem, logMode, start, stop);
+    return support::runFit(problem, logMode, start, support::kPatientRule);
 }
 
 } // namespace
@@ -66,9 +66,9 @@ void TestRecovery::getsKnownConstantsBack()
     const Reference& reference = components == 1 ? kPyrene : components == 2 ? kRuRe : kAlbumin;
     const Values& range = components == 1 ? kMicelleRange : kWideRange;
     const SampleTable table =
-        tableFrom(support::simulatedSession(model, reference, kProbe, engineParameters(constants), range));
+        tableFrom(support::simulatedSession(model, reference, {.Cp = kProbe, .p = engineParameters(constants)}, range));
     for (int logMode : {0, 1}) {
-        const FitRun run = fitted(table, model, logMode, scaled(constants, 0.8), support::kPatientRule);
+        const FitRun run = fitted(table, model, logMode, scaled(constants, 0.8));
         QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
         QVERIFY2(allNear(run.values, constants, kTypedDigits), text(run));
     }

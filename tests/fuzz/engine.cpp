@@ -78,7 +78,7 @@ public:
     void Axis(double& xt, double& yt, int islog) override
     {
         m_surface.lines.clear();
-        plot::drawAxis(m_surface, m_map, "##0", xt, yt, islog);
+        plot::drawAxis(m_surface, m_map, {"##0", islog}, {xt, yt});
         check(m_surface.lines.size() < 10000);
     }
     void beginSample(int, double) override {}

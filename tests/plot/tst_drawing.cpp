@@ -96,8 +96,7 @@ void TestDrawing::linearAxes()
 {
     support::RecordingSurface surface;
     const plot::ViewMap map({-5, 1.0, 235, -0.25}, {6000, 5000});
-    double xt = 100, yt = 0.5;
-    plot::drawAxis(surface, map, "##0", xt, yt, plot::kLinearLabels);
+    const auto [xt, yt] = plot::drawAxis(surface, map, {"##0", plot::kLinearLabels}, {100, 0.5});
     QCOMPARE(xt, 100.0);
     QCOMPARE(yt, -0.5); // y steps downwards
     QCOMPARE(surface.clears, 1);
@@ -108,11 +107,11 @@ void TestDrawing::linearAxes()
         {125 - 90, 0, "1"},           {125 - 90, 2000, "1"},    {125 - 90, 4000, "0"}};
     QVERIFY(surface.labels == expected);
     using plot::kBlack, plot::kLightGrey;
-    const std::vector<support::Line> lines{{-2375, 0, -2375, 5000, kLightGrey}, {125, 0, 125, 5000, kLightGrey},
-                                           {2625, 0, 2625, 5000, kLightGrey},   {5125, 0, 5125, 5000, kLightGrey},
-                                           {0, 0, 6000, 0, kLightGrey},         {0, 2000, 6000, 2000, kLightGrey},
-                                           {0, 4000, 6000, 4000, kLightGrey},   {0, 4000, 6000, 4000, kBlack},
-                                           {125, 0, 125, 5000, kBlack}}; // the axes last, over the grid
+    const std::vector<support::Line> lines{{{-2375, 0, -2375, 5000}, kLightGrey}, {{125, 0, 125, 5000}, kLightGrey},
+                                           {{2625, 0, 2625, 5000}, kLightGrey},   {{5125, 0, 5125, 5000}, kLightGrey},
+                                           {{0, 0, 6000, 0}, kLightGrey},         {{0, 2000, 6000, 2000}, kLightGrey},
+                                           {{0, 4000, 6000, 4000}, kLightGrey},   {{0, 4000, 6000, 4000}, kBlack},
+                                           {{125, 0, 125, 5000}, kBlack}}; // the axes last, over the grid
     QVERIFY(surface.lines == lines);
 }
 
@@ -120,8 +119,7 @@ void TestDrawing::powersOfTen()
 {
     support::RecordingSurface surface;
     const plot::ViewMap map({0, 0, 100, -2.5}, {5000, 5000});
-    double xt = 200, yt = 1;
-    plot::drawAxis(surface, map, "##0", xt, yt, plot::kPowerLabels);
+    plot::drawAxis(surface, map, {"##0", plot::kPowerLabels}, {200, 1});
     // "0.e+0" is 5 characters wide, "-1.e+0" 6: 4 pixels each to the "10", 2 to the exponent, raised by 8 pixels
     const std::vector<Label> expected{{-8, 2, "0.e+0"},   {-300, 0, "1"},     {-360, 2000, "10"},
                                       {-180, 1880, "-1"}, {-360, 4000, "10"}, {-180, 3880, "-2"}};
@@ -131,21 +129,18 @@ void TestDrawing::powersOfTen()
 void TestDrawing::ticksRunToTheFarEdge()
 {
     support::RecordingSurface surface;
-    double xt = 20, yt = 0.2;
-    plot::drawAxis(surface, plot::ViewMap({-5, 1.05, 100, -0.05}, {5000, 5000}), "##0", xt, yt, 0);
+    plot::drawAxis(surface, plot::ViewMap({-5, 1.05, 100, -0.05}, {5000, 5000}), {"##0", 0}, {20, 0.2});
     QCOMPARE(surface.lines.size(), 7u + 6u + 2u); // -20, 0 .. 100; 1.0, 0.8 .. 0.0; axes
 
     QCOMPARE(plot::evenSteps(0, 1e-8, 1e-9).size(), 11u); // a time axis in seconds
 
     support::RecordingSurface mirrored;
-    yt = 0.2;
-    plot::drawAxis(mirrored, plot::ViewMap({100, 1.05, -5, -0.05}, {5000, 5000}), "##0", xt, yt, 0);
-    QCOMPARE(xt, -20.0);
+    const plot::ViewMap mirror({100, 1.05, -5, -0.05}, {5000, 5000});
+    QCOMPARE(plot::drawAxis(mirrored, mirror, {"##0", 0}, {20, 0.2}).x, -20.0);
     QCOMPARE(mirrored.lines.size(), 6u + 6u + 2u); // 100, 80 .. 0
 
     support::RecordingSurface unlabelled;
-    xt = 200, yt = 1;
-    plot::drawAxis(unlabelled, plot::ViewMap({0, 0, 100, -2.5}, {5000, 5000}), "##0", xt, yt, 2);
+    plot::drawAxis(unlabelled, plot::ViewMap({0, 0, 100, -2.5}, {5000, 5000}), {"##0", 2}, {200, 1});
     QCOMPARE(unlabelled.labels.size(), 1u); // other modes have no y labels
     QCOMPARE(unlabelled.lines.size(), 6u);
 }
@@ -157,8 +152,8 @@ void TestDrawing::noInputRunsAway()
         for (const double far : hostile)
             for (const double spacing : hostile) {
                 support::RecordingSurface surface;
-                double xt = spacing, yt = spacing;
-                plot::drawAxis(surface, plot::ViewMap({edge, edge, far, far}, {5000, 5000}), "##0", xt, yt, 1);
+                const plot::ViewMap map({edge, edge, far, far}, {5000, 5000});
+                plot::drawAxis(surface, map, {"##0", 1}, {spacing, spacing});
                 QVERIFY(surface.lines.size() <= 2002);
             }
 }

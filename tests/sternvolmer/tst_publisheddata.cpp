@@ -22,9 +22,8 @@ struct Run : support::FitRun {
     double residualSum = 0;
 };
 
-Run fitted(const PublishedRatios& set, int model, int logMode, const Values& start, support::StopRule stop)
+Run fitted(sternvolmer::RatioProblem problem, int logMode, const Values& start, support::StopRule stop)
 {
-    sternvolmer::RatioProblem problem(support::ratioPoints(set), model, logMode, fit::numberFrom(set.Cp));
     const support::FitRun run = support::runFit(problem, logMode, start, stop);
     return {run, problem.statistics(run.outcome.parameters).residualSum};
 }
@@ -54,13 +53,14 @@ void TestPublishedData::reachesTheLeastSquares()
             optimum.push_back(KD / set.tau0);
         }
         for (int logMode : {0, 1}) {
-            const Run run = fitted(set, model, logMode, start, support::kPatientRule);
+            const sternvolmer::RatioProblem problem(support::ratioPoints(set), model, logMode, fit::numberFrom(set.Cp));
+            const Run run = fitted(problem, logMode, start, support::kPatientRule);
             QVERIFY2(run.outcome.ending == fit::Ending::Converged, text(run));
             QVERIFY2(allNear(run.values, optimum, kDifferenceBias), text(run));
             QVERIFY2(std::abs(run.residualSum / residualSum - 1) < kDifferenceBias, text(run));
             if (row.size() == 5)
                 continue;
-            const Run early = fitted(set, model, logMode, start, support::kPanelRule);
+            const Run early = fitted(problem, logMode, start, support::kPanelRule);
             QVERIFY2(early.outcome.ending == fit::Ending::LimitExceeded, text(early));
             QVERIFY2(allNear(early.values, optimum, row[5].toDouble()), text(early));
             QVERIFY2(!allNear(early.values, optimum, kDifferenceBias), text(early));

@@ -13,7 +13,7 @@ namespace support
 {
 
 struct Line {
-    double x1, y1, x2, y2;
+    plot::Segment segment;
     plot::Color c;
     bool operator==(const Line&) const = default;
 };
@@ -35,10 +35,7 @@ struct RecordingSurface final : plot::Surface {
     double twipsPerPixel() const override { return 15; }
     void clear() override { ++clears; }
     void setFontSize(int points) override { fontPoints = points; }
-    void line(double x1, double y1, double x2, double y2, plot::Color c) override
-    {
-        lines.push_back({x1, y1, x2, y2, c});
-    }
+    void line(const plot::Segment& segment, plot::Color c) override { lines.push_back({segment, c}); }
     void text(double x, double y, std::string_view text) override { labels.push_back({x, y, std::string(text)}); }
 };
 

@@ -53,11 +53,11 @@ public:
         if (s.trueModel >= 12)
             s.kq1 = s.kq2 * logUniform(0.5, 10); // of the other site
         const int samples = whole(4, 12), digits = whole(2, 4);
-        const double noise = logUniform(1e-3, 3e-2);
+        const Typing typing{logUniform(1e-3, 3e-2), digits};
         const bool halved = whole(0, 1) == 1; // from sample to sample; otherwise in even steps
         for (int i = 0; i < samples; ++i) {
             const double share = halved ? std::exp2(i - samples + 1) : i / (samples - 1.0);
-            s.sheet.push_back(column(s, reference, i == 0 ? 0 : strongest * share, noise, digits));
+            s.sheet.push_back(column(s, reference, i == 0 ? 0 : strongest * share, typing));
         }
         return s;
     }
@@ -76,9 +76,13 @@ private:
         return reference;
     }
 
+    struct Typing {
+        double noise; // standard deviation, relative
+        int digits;
+    };
+
     /// One sample in five is typed with its mean lifetime alone.
-    std::vector<std::string> column(const Session& s, const decay::Reference& reference, double Q, double noise,
-                                    int digits)
+    std::vector<std::string> column(const Session& s, const decay::Reference& reference, double Q, Typing typing)
     {
         const std::string concentration = typed(Q, 3);
         decay::MultiExponential decay =
@@ -89,10 +93,10 @@ private:
             decay = {meanOf(decay)};
         std::vector<std::string> texts{concentration, std::to_string(decay.size())};
         for (const decay::Exponential& term : decay) {
-            std::normal_distribution<double> factor(1, noise);
+            std::normal_distribution<double> factor(1, typing.noise);
             const double amplitude = std::max(1e-3, std::abs(term.amplitude) * factor(m_random));
             texts.push_back(typed(amplitude, 3));
-            texts.push_back(typed(1e9 / term.rate * factor(m_random), digits));
+            texts.push_back(typed(1e9 / term.rate * factor(m_random), typing.digits));
         }
         return texts;
     }

@@ -26,13 +26,14 @@ inline decay::MultiExponential asTyped(decay::MultiExponential decay)
 }
 
 /// The sheet that a chemist would type for samples that follow a decay law: five digits, lifetimes in ns.
-inline TypedSheet simulatedSession(int model, const decay::Reference& reference, double Cp, const fit::Parameters& p,
+inline TypedSheet simulatedSession(int model, const decay::Reference& reference, models::DecayArguments arguments,
                                    const std::vector<double>& concentrations)
 {
     const auto typed = [](double value) { return fit::formatNumber(value, "0.0000e+00"); };
     TypedSheet sheet;
     for (double Q : concentrations) {
-        const decay::MultiExponential decay = asTyped(decay::quenchedDecay(model, {Q, Cp, p}, reference));
+        arguments.Q = Q;
+        const decay::MultiExponential decay = asTyped(decay::quenchedDecay(model, arguments, reference));
         std::vector<std::string> column{typed(Q), std::to_string(decay.size())};
         for (const decay::Exponential& term : decay) {
             column.push_back(typed(term.amplitude));

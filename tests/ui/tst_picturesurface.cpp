@@ -44,18 +44,18 @@ void TestPictureSurface::init()
 
 void TestPictureSurface::textHangsFromItsCorner()
 {
-    m_surface->drawText(150, 300, "10");
+    m_surface->drawText({150, 300}, "10");
     const QRectF ink = inkOf(m_surface->picture());
     QVERIFY2(ink.left() >= 10 && ink.left() < 15, qPrintable(QString::number(ink.left())));
     QVERIFY2(ink.top() >= 20, qPrintable(QString::number(ink.top())));
     QVERIFY2(ink.bottom() <= 37, qPrintable(QString::number(ink.bottom())));
     m_surface->clear();
-    m_surface->drawText(1350, 300, "1.e-2");
+    m_surface->drawText({1350, 300}, "1.e-2");
     const QRectF moved = inkOf(m_surface->picture());
     QVERIFY2(moved.left() < 90, "a label at the right edge moves left until it fits");
     QVERIFY2(moved.right() <= 99, "a label at the right edge moves left until it fits");
     m_surface->clear();
-    m_surface->drawText(32767, 300, "off the surface");
+    m_surface->drawText({32767, 300}, "off the surface");
     QVERIFY(inkOf(m_surface->picture()).isNull());
 }
 
