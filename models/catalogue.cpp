@@ -45,6 +45,10 @@ constexpr Parameter neverRestored(Parameter parameter)
     return parameter;
 }
 
+constexpr Limit without(Box constant, int model) { return {model, constant, true, false}; }
+constexpr Limit testedWithout(Box constant, int model) { return {model, constant, true, true}; }
+constexpr Limit growing(Box constant, int model) { return {model, constant, false, false}; }
+
 using P = fit::Parameters;
 using D = DecayArguments;
 
@@ -70,7 +74,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                [](const D& v) {
                    return complexAndDynamicDecay({v.Q, v.Cp}, v.p[1], v.p[2], v.p[3]);
                },
-               Composition::Shared}},
+               Composition::Shared},
+     .limits = {growing(Box::kq1, 3), without(Box::kq2, 4)}},
     {.group = kOneStep,
      .name = "a dark complex, and collisions",
      .parameters = {kComplex, neverRestored(kCollisions)},
@@ -80,7 +85,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                [](const D& v) {
                    return darkComplexDecay({v.Q, v.Cp}, v.p[1], v.p[2]);
                },
-               Composition::Shared}},
+               Composition::Shared},
+     .limits = {testedWithout(Box::K, 1), testedWithout(Box::kq2, 5)}},
     {.group = kOneStep,
      .name = "a complex that decays faster",
      .parameters = {kComplex, kBeside},
@@ -90,7 +96,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                [](const D& v) {
                    return complexDecay({v.Q, v.Cp}, v.p[1], v.p[2]);
                },
-               Composition::Shared}},
+               Composition::Shared},
+     .limits = {growing(Box::kq1, 5)}},
     {.group = kOneStep,
      .name = "a dark complex",
      .parameters = {kComplex},
@@ -103,7 +110,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                everywhere<[](const Mixture& mix, const P& p) { return sphereAndDynamicRatio(mix, p[1], p[2], p[3]); }>},
      .decay = {"I(t) = p0·S(kq2·p0·Q) + (1 − p0)·S(kq1)",
                [](const D& v) { return sphereAndDynamicDecay(v.Q, v.p[1], v.p[2], v.p[3]); }, Composition::Shared},
-     .hasRadius = true},
+     .hasRadius = true,
+     .limits = {growing(Box::kq1, 7), without(Box::kq2, 8)}},
     {.group = kMultiStep,
      .name = "a dark sphere, and collisions",
      .parameters = {kSphere, kCollisions},
@@ -111,7 +119,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                everywhere<[](const Mixture& mix, const P& p) { return darkSphereAndDynamicRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = S(kq2·p0·Q)", [](const D& v) { return darkSphereDecay(v.Q, v.p[1], v.p[2]); },
                Composition::Shared},
-     .hasRadius = true},
+     .hasRadius = true,
+     .limits = {testedWithout(Box::K, 1), testedWithout(Box::kq2, 9)}},
     {.group = kMultiStep,
      .name = "a sphere in which the probe decays faster",
      .parameters = {kSphere, kBeside},
@@ -119,7 +128,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                everywhere<[](const Mixture& mix, const P& p) { return sphereRatio(mix, p[1], p[2]); }>},
      .decay = {"I(t) = p0·S(0) + (1 − p0)·S(kq1)", [](const D& v) { return sphereDecay(v.Q, v.p[1], v.p[2]); },
                Composition::Shared},
-     .hasRadius = true},
+     .hasRadius = true,
+     .limits = {growing(Box::kq1, 9)}},
     {.group = kMultiStep,
      .name = "a dark sphere",
      .parameters = {kSphere},
@@ -135,7 +145,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .decay = {"I(t) = p0·S(kq2·p0·Q) + p1·S(kq1) + p2·S(2·kq1) + …",
                [](const D& v) { return poissonAndDynamicDecay(v.Q, v.p[1], v.p[2], v.p[3], v.evaluation); },
                Composition::PoissonSeries, true},
-     .hasRadius = true},
+     .hasRadius = true,
+     .limits = {without(Box::K, 1), without(Box::kq2, 11)}},
     {.group = kMultiStep,
      .name = "quenchers in Poisson numbers beside the probe",
      .parameters = {kNeighbours, kBeside},
@@ -153,13 +164,15 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
                Composition::Sites},
      .exchanged = [](const fit::Parameters& p) -> fit::Parameters {
          return {0, 1 / p[1], p[3], p[2]};
-     }},
+     },
+     .limits = {without(Box::kq2, 13)}},
     {.group = kTwoSites,
      .name = "two sites, the second out of reach",
      .parameters = {kSecondPopulation, kFirstSite},
      .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q) / (1 + F·kq1·τ0·Q/(1 + F))",
                everywhere<[](const Mixture& mix, const P& p) { return oneOfTwoSitesRatio(mix, p[1], p[2]); }>},
-     .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−t/τ2)) / (1 + F)", kOneOfTwoSitesDecay, Composition::Sites}},
+     .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−t/τ2)) / (1 + F)", kOneOfTwoSitesDecay, Composition::Sites},
+     .limits = {testedWithout(Box::F, 1)}},
 }};
 
 // Decay codes 14 and 15: Models 12 and 13 with all components in both sites. The codes are fixed names; no option
@@ -208,6 +221,14 @@ const Model& row(int model) { return kModels[index(model)]; }
 int reportedMask(int model, Analysis analysis)
 {
     return analysis == Analysis::Decay ? DecayParamMask[index(model)] : SVParamMask[index(model)];
+}
+
+const Limit* limitBetween(int model, int simpler)
+{
+    for (const Limit& limit : row(model).limits)
+        if (limit.model != 0 && (limit.model == simpler || limitBetween(limit.model, simpler)))
+            return &limit;
+    return nullptr;
 }
 
 double ratio(int model, double Q, const RatioArguments& arguments)

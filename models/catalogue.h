@@ -67,6 +67,14 @@ struct DecayDescription {
     bool yields = false; // events run after every curve of a fit, because a curve can take long
 };
 
+/// A simpler model to which the ratios of a model tend when one constant vanishes or grows without limit.
+struct Limit {
+    int model = 0; // 0: none
+    Box constant = Box::K;
+    bool vanishes = true; // false: the constant grows
+    bool tested = false;  // an F test can tell whether the data need the constant
+};
+
 struct Model {
     std::string_view group;                                  // heading on the panel, shared with neighbouring models
     std::string_view name;                                   // in words
@@ -77,6 +85,7 @@ struct Model {
     /// The same law with its two sites exchanged: other parameters for the same curve of a probe with one lifetime;
     /// nullptr if there are no such sites.
     fit::Parameters (*exchanged)(const fit::Parameters&) = nullptr;
+    std::array<Limit, 2> limits{};
 
     /// 0: no such model.
     constexpr int parameterCount() const
@@ -120,6 +129,10 @@ extern const std::array<int, kModelCount + 1> DecayParamMask;
 
 /// The same for any number.
 int reportedMask(int model, Analysis analysis);
+
+/// How a model tends to a simpler one, directly or through others; nullptr if it does not. Through others the first
+/// step is given.
+const Limit* limitBetween(int model, int simpler);
 
 /// The ratio F0/F of a model at total quencher Q, M; 0 if there is no model with this number.
 double ratio(int model, double Q, const RatioArguments& arguments);

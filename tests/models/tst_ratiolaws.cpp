@@ -23,6 +23,7 @@ class TestRatioLaws : public QObject
 private slots:
     void areOneWithoutQuencher();
     void areTheAreaUnderTheDecay();
+    void tendToTheirLimits();
 };
 
 void TestRatioLaws::areOneWithoutQuencher()
@@ -46,6 +47,34 @@ void TestRatioLaws::areTheAreaUnderTheDecay()
             area += term.amplitude / term.rate;
         QVERIFY2(near(kTau0 / area, ratio(model, kQuencher, {kTau0, Cp, p})), qPrintable(QString::number(model)));
     }
+}
+
+// The other constants keep their order; with K of the Poisson law kq1 loses its effect as well.
+void TestRatioLaws::tendToTheirLimits()
+{
+    constexpr double kFar = 1e5, kNear = 1e-4; // farther away, roundings in the free quencher show
+    for (int model = 1; model <= models::kModelCount; ++model)
+        for (const models::Limit& limit : models::row(model).limits) {
+            if (limit.model == 0)
+                continue;
+            fit::Parameters larger{};
+            std::vector<double> others;
+            for (std::size_t slot = 1; slot <= models::row(model).fitted().size(); ++slot) {
+                const models::Parameter& parameter = models::parameter(model, slot);
+                const double usual = parameter.unit == models::kPerMolarSecond ? 4e9
+                                     : parameter.unit == models::kPerSecond    ? 3e7
+                                                                               : 5.0;
+                larger[slot] = parameter.box != limit.constant ? usual : limit.vanishes ? usual / kFar : usual * kFar;
+                if (parameter.box != limit.constant)
+                    others.push_back(usual);
+            }
+            fit::Parameters simpler{};
+            const auto count = static_cast<std::ptrdiff_t>(models::row(limit.model).fitted().size());
+            std::copy(others.end() - count, others.end(), simpler.begin() + 1);
+            const double ratios = ratio(model, kQuencher, {kTau0, kProbe, larger}) /
+                                  ratio(limit.model, kQuencher, {kTau0, kProbe, simpler});
+            QVERIFY2(std::abs(ratios - 1) < kNear, qPrintable(QString("%1-%2").arg(model).arg(limit.model)));
+        }
 }
 
 QTEST_APPLESS_MAIN(TestRatioLaws)
