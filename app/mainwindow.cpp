@@ -74,7 +74,8 @@ const std::vector<Menu>& menus()
           {"Fit D&etails", "mnuFitDetails", &Main::fitDetailsChosen},
           {"Compare &Models", "mnuCompareModels", &Main::compareModelsChosen},
           {"Find and Fit Stern-Vo&lmer", "mnuFindAndFitSternVolmer", &Main::findAndFitSternVolmerChosen},
-          {"Find and Fit Decay C&urve", "mnuFindAndFitDecay", &Main::findAndFitDecayChosen}}},
+          {"Find and Fit Decay C&urve", "mnuFindAndFitDecay", &Main::findAndFitDecayChosen},
+          {"C&ompare Models of Decay Curves", "mnuCompareDecayModels", &Main::compareDecayModelsChosen}}},
         {"&Settings", {{"Set &Parameters", "mnuSetParameters", &Main::setParametersChosen}}},
         {"&Help", {{"&Help", "mnuHelpItem0", &Main::helpChosen}, {"&About Vorlo", "mnuHelpItem1", &Main::aboutChosen}}},
     };

@@ -58,6 +58,7 @@ signals:
     void findAndFitDecayChosen();
     void fitDetailsChosen();
     void compareModelsChosen();
+    void compareDecayModelsChosen();
     void setParametersChosen();
     void helpChosen();
     void aboutChosen();

@@ -132,7 +132,10 @@ void VorloMain::connectTrust()
             [this] { m_trustCommands.findAndFit(Analysis::Decay); });
     m_trustCommands.analyse = [this](Analysis analysis) { MainWindow.analyse(analysis); };
     connect(&MainWindow, &frmVorloMain::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
-    connect(&MainWindow, &frmVorloMain::compareModelsChosen, this, [this] { m_trustCommands.compareAllModels(); });
+    connect(&MainWindow, &frmVorloMain::compareModelsChosen, this,
+            [this] { m_trustCommands.compareAllModels(Analysis::SternVolmer); });
+    connect(&MainWindow, &frmVorloMain::compareDecayModelsChosen, this,
+            [this] { m_trustCommands.compareAllModels(Analysis::Decay); });
     const auto look = [this](const analysis::Request& request, const analysis::Result& result) {
         m_trustCommands.analysed(request, result);
     };

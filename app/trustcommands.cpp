@@ -26,7 +26,7 @@ struct Place {
 };
 constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9000, 7400};
 constexpr Place kStartsPlace{9450, 16350, 2000, 3000, 5400, 7400}; // below the details, beside the boxes
-constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 6600, 17250};
+constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
 
 /// Places a window that is not visible yet, and always brings it to the front.
 void showInFront(QWidget& window, const Place& place)
@@ -58,7 +58,9 @@ TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, cons
     QObject::connect(&starts, &trust::StartValuesWindow::fitChosen, &starts, [this] { fitFromBoxes(); });
     trust::ModelComparisonWindow& comparison = m_windows.comparison;
     QObject::connect(&comparison, &trust::ModelComparisonWindow::modelChosen, &comparison,
-                     [this](int model, const fit::Parameters& values) { chooseModel(model, values); });
+                     [this](models::Analysis analysis, int model, const fit::Parameters& values) {
+                         chooseModel(analysis, model, values);
+                     });
 }
 
 void TrustCommands::findStart(models::Analysis analysis) { search(analysis); }
@@ -194,34 +196,42 @@ void TrustCommands::typeBack()
     m_panel.setPanelState(panel);
 }
 
-void TrustCommands::chooseModel(int model, const fit::Parameters& values)
+void TrustCommands::chooseModel(models::Analysis analysis, int model, const fit::Parameters& values)
 {
     PanelState panel = m_panel.panelState();
     panel.Model = model;
-    const fit::Options options = requestOf(panelValues(panel), 0, {}).options;
+    analysis::Request of; // the analysis decides what a check mark fixes
+    if (analysis == models::Analysis::Decay)
+        of.data = decay::SampleTable{};
+    const fit::Options options = requestOf(panelValues(panel), 0, of).options;
     typeStart(panel, model, leastsquares::freeSlots(options.parameterCount, options.fix), values);
     m_panel.setPanelState(panel);
 }
 
-void TrustCommands::compareAllModels()
+void TrustCommands::compareAllModels(models::Analysis analysis)
 {
+    constexpr int kAnyModel = 1; // every model gets a place, so the chosen one need not have a law for decays
+    const bool isDecay = analysis == models::Analysis::Decay;
+    PanelValues panel = panelValues(m_panel.panelState());
+    panel.model = kAnyModel;
+    const std::optional<analysis::Request> any = isDecay ? decayRequest(panel) : ratioRequest(panel);
+    if (!any)
+        return;
+    const std::vector<analysis::Request> requests = requestsOfAllModels(panel, any->options.logMode, *any);
+    if (trust::realProblem(*any)->pointCount() == 0 || // nothing but the reference's decay
+        !std::all_of(requests.begin(), requests.end(), analysis::startsFinite))
+        return m_input.prompter.message(analysis::kArithmeticFault);
     if (m_searching)
         return ui::bringToFront(*m_searching);
-    const PanelValues panel = panelValues(m_panel.panelState());
-    const std::optional<analysis::Request> chosen = ratioRequest(panel);
-    if (!chosen)
-        return;
-    const std::vector<analysis::Request> requests = requestsOfAllModels(panel, chosen->options.logMode, *chosen);
-    if (!std::all_of(requests.begin(), requests.end(), analysis::startsFinite))
-        return m_input.prompter.message(analysis::kArithmeticFault);
     trust::ModelComparisonWindow& window = m_windows.comparison;
     const QScopedValueRollback<QWidget*> searching(m_searching, &window);
-    trust::ProgressBarProgress progress = window.begin();
+    trust::ProgressBarProgress progress =
+        window.begin(isDecay ? "Decay Curve Analysis, all models" : "Stern-Volmer Analysis, all models");
     showInFront(window, kComparisonPlace);
-    const std::vector<trust::ComparedModel> models =
+    const trust::Comparison comparison =
         trust::compareModels(requests, m_leastSums, [&](double share) { return progress(share); });
     if (!fit::StopRequested)
-        window.showModels(models);
+        window.showModels(comparison);
 }
 
 void TrustCommands::showFitDetails()

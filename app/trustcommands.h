@@ -33,7 +33,7 @@ public:
     /// Finds start values, types them and runs the analysis.
     void findAndFit(models::Analysis analysis);
     void showFitDetails();
-    void compareAllModels();
+    void compareAllModels(models::Analysis analysis);
 
     /// The owner runs an analysis as its menu item does.
     std::function<void(models::Analysis)> analyse = [](models::Analysis) {};
@@ -52,7 +52,7 @@ private:
                                  const trust::KeepGoing& keepGoing) const;
     void typeFound(const fit::Parameters& values);
     void typeBack();
-    void chooseModel(int model, const fit::Parameters& values);
+    void chooseModel(models::Analysis analysis, int model, const fit::Parameters& values);
     void refreshDetails();
 
     CommandInput m_input;

@@ -174,11 +174,15 @@ Minimum descend(fit::Problem& problem, const fit::Parameters& start, const FreeS
     return descent.reached();
 }
 
+double sumOfExactFit(int pointCount)
+{
+    constexpr double kExactPerPoint = 1e-12;
+    return kExactPerPoint * pointCount;
+}
+
 bool equallyGood(double sum, double best, int pointCount)
 {
-    // no instrument detects a deviation of a millionth
-    constexpr double kExactPerPoint = 1e-12;
-    return sum <= std::max(best * (1 + kEquallyGood), kExactPerPoint * pointCount);
+    return sum <= std::max(best * (1 + kEquallyGood), sumOfExactFit(pointCount));
 }
 
 } // namespace leastsquares

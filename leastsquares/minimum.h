@@ -63,6 +63,9 @@ private:
 std::vector<std::vector<double>> relativeDerivatives(fit::Problem& problem, const fit::Parameters& values,
                                                      const FreeSlots& free);
 
+/// The sum of squares below which a fit counts as exact: no instrument detects a deviation of a millionth.
+double sumOfExactFit(int pointCount);
+
 /// Two sums of squares are equally good if they agree within this fraction, or if both are sums of an exact fit.
 inline constexpr double kEquallyGood = 1e-3;
 bool equallyGood(double sum, double best, int pointCount);

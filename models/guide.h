@@ -16,6 +16,14 @@ inline constexpr std::array<std::string_view, 4> kLawSymbols{
     "S(r) = Σ A·exp(−(1/τ + r)·t) over the components of the reference",
 };
 
+/// Approximate rate constant of diffusion-limited collisions of small molecules at 25 degrees C.
+/// Source: J. R. Lakowicz, Principles of Fluorescence Spectroscopy, the Smoluchowski equation.
+struct DiffusionLimit {
+    double rateConstant; // M^-1 s^-1
+    std::string_view solvent;
+};
+inline constexpr DiffusionLimit kDiffusionLimit{1e10, "water"};
+
 /// "meaning [unit]"; without a unit "meaning [no unit]".
 std::string guideText(std::string_view meaning, std::string_view unit);
 

@@ -14,10 +14,13 @@ struct ComparisonCell {
     double key = 0;
 };
 
-/// Titles of the columns.
-const std::vector<std::string>& comparisonTitles();
+/// Titles of the columns. Decay curves have no AICc.
+std::vector<std::string> comparisonTitles(models::Analysis analysis);
 
-/// The row of a model, with one cell for each title.
-std::vector<ComparisonCell> comparisonRow(const ComparedModel& compared);
+/// The row of a place, 0.., with one cell for each title.
+std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::size_t place);
+
+/// What holds for all models, in sentences: the order, F tests, the probe concentration.
+std::string comparisonNotes(const Comparison& comparison);
 
 } // namespace trust

@@ -4,6 +4,7 @@
 #include "fit/vectorregisters.h"
 #include "leastsquares/akaike.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -64,8 +65,10 @@ FitDetails fitDetails(const analysis::Request& request, const analysis::Result& 
     details.rootMeanSquareError =
         dof > 0 ? std::sqrt(details.sumOfSquares / dof) : std::numeric_limits<double>::infinity();
     details.R2 = determination(details.sumOfSquares, observedRatios(requested.request));
+    const double sum = std::max(details.sumOfSquares, leastsquares::sumOfExactFit(details.pointCount));
     const int fittedConstants = static_cast<int>(free.size()) + 1; // and the variance
-    details.AICc = leastsquares::correctedAkaike(details.sumOfSquares, requested.countedPoints(), fittedConstants);
+    if (analysis::methodOf(requested.request) == models::Analysis::SternVolmer)
+        details.AICc = leastsquares::correctedAkaike(sum, requested.countedPoints(), fittedConstants);
     details.runs = leastsquares::runsTest(details.residuals);
     details.judgement = judged(request, result, known);
     if (details.judgement.atLeastSum()) // a fit may end where the same constants look a little better or worse known

@@ -19,9 +19,11 @@ struct FitDetails {
     int pointCount = 0;       // all points, including the reference
     leastsquares::Uncertainty uncertainty{};
     double sumOfSquares = 0;
-    double rootMeanSquareError = 0;  // sqrt(sum of squares / degrees of freedom); infinity without a degree of freedom
-    double R2 = 0;                   // over all points; NaN if all are equal
-    std::optional<double> AICc{};    // with the variance as one more constant; none with too few points
+    double rootMeanSquareError = 0; // sqrt(sum of squares / degrees of freedom); infinity without a degree of freedom
+    double R2 = 0;                  // over all points; NaN if all are equal
+    /// Of ratios, with the variance as one more constant; none with too few samples. An exact fit counts with the sum
+    /// of squares that no instrument tells from 0, so that roundings do not decide between models.
+    std::optional<double> AICc{};
     std::vector<double> residuals{}; // observed minus model, in the order of the points
     leastsquares::RunsTest runs{};   // of the residuals
     Judgement judgement{};

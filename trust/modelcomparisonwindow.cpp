@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
@@ -15,14 +16,16 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace trust
 {
 namespace
 {
 
 constexpr int kSortRole = Qt::UserRole;
-constexpr int kModelColumn = 0, kDifferenceColumn = 7;
-constexpr int kWidestColumn = 240; // pixels; longer texts take several lines
+constexpr int kPlaceColumn = 0;
+constexpr int kVerdictWidth = 24, kRemarksWidth = 38; // average characters; longer texts take several lines
 
 /// Columns of words sort by their text, columns of numbers by the number.
 class Cell final : public QStandardItem
@@ -43,11 +46,14 @@ public:
 } // namespace
 
 ModelComparisonWindow::ModelComparisonWindow()
-    : m_hint(new QLabel(tr("A double click or Enter puts a &model and its start values into the panel."), this)),
+    : m_heading(new QLabel(this)),
+      m_hint(new QLabel(tr("A double click or Enter puts a &model and its start values into the panel."), this)),
       m_progress(new QProgressBar(this)), m_table(new QTableView(this)), m_cells(new QStandardItemModel(this)),
-      m_cancel(new QPushButton(tr("C&ancel"), this)), m_copy(new QPushButton(tr("&Copy"), this))
+      m_notes(new QPlainTextEdit(this)), m_cancel(new QPushButton(tr("C&ancel"), this)),
+      m_copy(new QPushButton(tr("&Copy"), this))
 {
     setWindowTitle(tr("Compare Models"));
+    m_heading->setObjectName("lblComparison");
     m_hint->setBuddy(m_table);
     m_progress->setObjectName("barComparison");
     m_progress->setAccessibleName(tr("Progress of the comparison"));
@@ -58,7 +64,11 @@ ModelComparisonWindow::ModelComparisonWindow()
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setTabKeyNavigation(false);
     m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->setMaximumSectionSize(kWidestColumn);
+    m_table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its room does not change when rows appear
+    m_notes->setObjectName("txtNotes");
+    m_notes->setAccessibleName(tr("Notes on the comparison"));
+    m_notes->setReadOnly(true);
+    m_notes->setTabChangesFocus(true);
     m_cancel->setObjectName("cmdCancelComparison");
     m_copy->setObjectName("cmdCopyModels");
     layOut();
@@ -79,45 +89,70 @@ void ModelComparisonWindow::layOut()
     buttons->addWidget(m_cancel);
     buttons->addWidget(m_copy);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_heading);
     layout->addWidget(m_hint);
     layout->addWidget(m_progress);
-    layout->addWidget(m_table);
+    layout->addWidget(m_table, 1);
+    constexpr int kLines = 6;
+    m_notes->setMaximumHeight(kLines * m_notes->fontMetrics().lineSpacing());
+    layout->addWidget(m_notes);
     layout->addLayout(buttons);
 }
 
-ProgressBarProgress ModelComparisonWindow::begin()
+ProgressBarProgress ModelComparisonWindow::begin(const QString& heading)
 {
     m_cancelled = false;
+    m_heading->setText(heading);
     m_cells->clear();
+    m_notes->clear();
     m_cancel->setEnabled(true);
     m_copy->setEnabled(false);
     m_cancel->setFocus();
     return {*m_progress, m_cancelled};
 }
 
-void ModelComparisonWindow::showModels(const std::vector<ComparedModel>& models)
+void ModelComparisonWindow::showModels(const Comparison& comparison)
 {
-    m_models = models;
+    m_comparison = comparison;
     m_cancel->setEnabled(false);
-    m_copy->setEnabled(!models.empty());
-    if (!models.empty())
+    m_copy->setEnabled(!comparison.places.empty());
+    if (!comparison.places.empty())
         m_progress->setValue(m_progress->maximum());
+    fillRows();
+    m_notes->setPlainText(qtText(comparisonNotes(comparison)));
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(kPlaceColumn, Qt::AscendingOrder);
+    fitColumns();
+    m_table->setFocus();
+}
+
+/// The remarks take the room that the other columns leave.
+void ModelComparisonWindow::fitColumns()
+{
+    m_table->resizeColumnsToContents();
+    const int character = m_table->fontMetrics().averageCharWidth();
+    const int remarks = m_cells->columnCount() - 1, verdict = remarks - 1;
+    m_table->setColumnWidth(verdict, std::min(m_table->columnWidth(verdict), kVerdictWidth * character));
+    int room = m_table->viewport()->width();
+    for (int column = 0; column < remarks; ++column)
+        room -= m_table->columnWidth(column);
+    m_table->setColumnWidth(remarks, std::max(room, kRemarksWidth * character));
+    m_table->resizeRowsToContents();
+}
+
+void ModelComparisonWindow::fillRows()
+{
     m_cells->clear();
     QStringList titles;
-    for (const std::string& title : comparisonTitles())
-        titles << qtText(title);
+    for (const std::string& title : comparisonTitles(m_comparison.analysis))
+        titles << titleText(title);
     m_cells->setHorizontalHeaderLabels(titles);
-    for (const ComparedModel& compared : models) {
+    for (std::size_t place = 0; place < m_comparison.places.size(); ++place) {
         QList<QStandardItem*> row;
-        for (const ComparisonCell& cell : comparisonRow(compared))
+        for (const ComparisonCell& cell : comparisonRow(m_comparison, place))
             row << new Cell(cell);
         m_cells->appendRow(row);
     }
-    m_table->setSortingEnabled(true);
-    m_table->sortByColumn(kDifferenceColumn, Qt::AscendingOrder);
-    m_table->resizeColumnsToContents();
-    m_table->resizeRowsToContents();
-    m_table->setFocus();
 }
 
 void ModelComparisonWindow::closeEvent(QCloseEvent* event)
@@ -128,10 +163,10 @@ void ModelComparisonWindow::closeEvent(QCloseEvent* event)
 
 void ModelComparisonWindow::announceRow(const QModelIndex& index)
 {
-    const int model = m_cells->index(index.row(), kModelColumn).data(kSortRole).toInt();
-    for (const ComparedModel& compared : m_models)
-        if (compared.model == model)
-            emit modelChosen(model, compared.start);
+    const int place = m_cells->index(index.row(), kPlaceColumn).data(kSortRole).toInt();
+    const ComparedModel& compared = m_comparison.places[static_cast<std::size_t>(place - 1)];
+    if (compared.fitted)
+        emit modelChosen(m_comparison.analysis, compared.model, compared.start);
 }
 
 /// Sorts like a click on the column's title.
@@ -146,13 +181,13 @@ void ModelComparisonWindow::sortByCurrentColumn()
 
 void ModelComparisonWindow::copy()
 {
-    TitledRows rows{comparisonTitles()};
+    TitledRows rows{comparisonTitles(m_comparison.analysis)};
     for (int row = 0; row < m_cells->rowCount(); ++row) {
         rows.emplace_back();
         for (int column = 0; column < m_cells->columnCount(); ++column)
             rows.back().push_back(m_cells->index(row, column).data().toString().toStdString());
     }
-    ui::copyText(qtText(tabbedText(rows)));
+    ui::copyText(m_heading->text() + "\r\n" + qtText(tabbedText(rows)) + m_notes->toPlainText());
 }
 
 } // namespace trust

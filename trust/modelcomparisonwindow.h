@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPlainTextEdit;
 class QPushButton;
 class QStandardItemModel;
 class QTableView;
@@ -13,7 +14,7 @@ class QTableView;
 namespace trust
 {
 
-/// A table of all models on the same data, sortable by any column.
+/// A table of all models on the same data, sortable by any column, with notes below it.
 class ModelComparisonWindow : public QWidget
 {
     Q_OBJECT
@@ -22,28 +23,31 @@ public:
     ModelComparisonWindow();
 
     /// Shows the start of a comparison and returns its progress object.
-    ProgressBarProgress begin();
+    ProgressBarProgress begin(const QString& heading);
     /// Shows the models; none after a cancelled comparison.
-    void showModels(const std::vector<ComparedModel>& models);
+    void showModels(const Comparison& comparison);
 
 signals:
-    void modelChosen(int model, const fit::Parameters& start);
+    void modelChosen(models::Analysis analysis, int model, const fit::Parameters& start);
 
 protected:
     void closeEvent(QCloseEvent* event) override; // ends a comparison
 
 private:
     void layOut();
+    void fillRows();
+    void fitColumns();
     void announceRow(const QModelIndex& index);
     void sortByCurrentColumn();
     void copy();
 
-    QLabel* m_hint;
+    QLabel *m_heading, *m_hint;
     QProgressBar* m_progress;
     QTableView* m_table;
     QStandardItemModel* m_cells;
+    QPlainTextEdit* m_notes;
     QPushButton *m_cancel, *m_copy;
-    std::vector<ComparedModel> m_models;
+    Comparison m_comparison;
     bool m_cancelled = false;
 };
 

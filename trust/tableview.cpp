@@ -14,6 +14,8 @@ constexpr QChar kLeftToRightMark(0x200e);
 
 QString qtText(const std::string& text) { return QString::fromStdString(text); }
 
+QString titleText(const std::string& title) { return kLeftToRightMark + qtText(title); }
+
 QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent)
 {
     auto* table = new QTableWidget(parent);
@@ -35,11 +37,11 @@ void fillTable(QTableWidget& table, const TitledRows& rows)
         for (int column = 0; column < table.columnCount(); ++column) {
             const auto& cells = rows[static_cast<std::size_t>(row)];
             const auto index = static_cast<std::size_t>(column);
-            const QString text = index < cells.size() ? qtText(cells[index]) : QString();
+            const std::string text = index < cells.size() ? cells[index] : std::string();
             if (row == 0)
-                table.setHorizontalHeaderItem(column, new QTableWidgetItem(kLeftToRightMark + text));
+                table.setHorizontalHeaderItem(column, new QTableWidgetItem(titleText(text)));
             else
-                table.setItem(row - 1, column, new QTableWidgetItem(text));
+                table.setItem(row - 1, column, new QTableWidgetItem(qtText(text)));
         }
     table.resizeColumnsToContents();
     table.horizontalHeader()->setStretchLastSection(true); // again, because new columns are not stretched

@@ -17,4 +17,7 @@ void fillTable(QTableWidget& table, const TitledRows& rows);
 
 QString qtText(const std::string& text);
 
+/// The title of a column as every desktop shows it in the order of its words.
+QString titleText(const std::string& title);
+
 } // namespace trust

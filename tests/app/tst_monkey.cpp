@@ -40,8 +40,9 @@ const char* const kMenuItems[] = {
 };
 
 // Rare, because during a search only one event comes in 10 ms, and details take a second after each stopped fit.
-const char* const kSlowItems[] = {"mnuFindSternVolmerStart",  "mnuFindDecayStart",  "mnuCompareModels",
-                                  "mnuFindAndFitSternVolmer", "mnuFindAndFitDecay", "mnuFitDetails"};
+const char* const kSlowItems[] = {
+    "mnuFindSternVolmerStart", "mnuFindDecayStart",     "mnuCompareModels", "mnuFindAndFitSternVolmer",
+    "mnuFindAndFitDecay",      "mnuCompareDecayModels", "mnuFitDetails"};
 
 } // namespace
 

@@ -64,6 +64,7 @@ private slots:
     void detailsFollowEachAnalysis();
     void decayDetailsHaveNoErrors();
     void comparisonLeavesTheRestAlone();
+    void decayModelsAreRankedByTheirSum();
     void searchesCanBeEnded_data();
     void searchesCanBeEnded();
 };
@@ -298,7 +299,7 @@ void TestTrustCommands::comparisonLeavesTheRestAlone()
     QCOMPARE(p.program.MainWindow.panel().panelState(), panel);
 
     auto* table = p.program.modelComparison.findChild<QTableView*>("grdModels");
-    constexpr int kModel = 0, kSum = 5;
+    constexpr int kModel = 1, kSum = 6;
     table->setCurrentIndex(p.models().index(0, kModel));
     QTest::keyClick(table, Qt::Key_Space);
     QCOMPARE(p.models().index(9, kModel).data().toString(), QString("10")); // by number, not by text
@@ -308,7 +309,40 @@ void TestTrustCommands::comparisonLeavesTheRestAlone()
     p.run("mnuSternVolmerAnalysis");
     QVERIFY(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin);
     p.program.modelComparison.findChild<QPushButton*>("cmdCopyModels")->click();
-    QCOMPARE(QGuiApplication::clipboard()->text().count("\r\n"), 14);
+    QCOMPARE(QGuiApplication::clipboard()->text().count("\r\n"), 15); // heading, titles and models; then the notes
+}
+
+void TestTrustCommands::decayModelsAreRankedByTheirSum()
+{
+    Program p;
+    p.choose(9); // which has no law for decays
+    p.run("mnuNormalization");
+    p.run("mnuCompareDecayModels");
+    const QAbstractItemModel& cells = p.models();
+    QStringList titles;
+    for (int column = 0; column < cells.columnCount(); ++column)
+        titles << cells.headerData(column, Qt::Horizontal).toString().remove(QChar(0x200e));
+    QVERIFY(!titles.contains("AICc") && !titles.contains("Difference"));
+    const auto text = [&](int row, const char* title) {
+        return cells.index(row, static_cast<int>(titles.indexOf(title))).data().toString();
+    };
+    QCOMPARE(cells.rowCount(), 13);
+    for (int row : {11, 12})
+        QCOMPARE(text(row, "Remarks"), QString("no law for decay curves"));
+    for (int row = 1; row < 11; ++row) {
+        const auto undetermined = [&](int of) { return text(of, "Verdict").contains("not determine"); };
+        QVERIFY(undetermined(row) >= undetermined(row - 1));
+        QVERIFY(undetermined(row) != undetermined(row - 1) ||
+                text(row, "Sum of squares").toDouble() >= text(row - 1, "Sum of squares").toDouble());
+    }
+    const auto* notes = p.program.modelComparison.findChild<QPlainTextEdit*>("txtNotes");
+    QVERIFY(notes->toPlainText().contains("no observations"));
+
+    p.control<QCheckBox>("Check1").click(); // "Fix kq2", which holds for ratios and Model 1 only
+    auto* table = p.program.modelComparison.findChild<QTableView*>("grdModels");
+    for (int row : {11, 0}) // a model without a fit is not chosen
+        emit table->doubleClicked(cells.index(row, 0));
+    QCOMPARE(p.program.MainWindow.panel().panelState().Model, text(0, "Model").toInt());
 }
 
 void TestTrustCommands::searchesCanBeEnded_data()

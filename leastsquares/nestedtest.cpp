@@ -1,0 +1,16 @@
+#include "leastsquares/nestedtest.h"
+
+#include <boost/math/distributions/fisher_f.hpp>
+
+namespace leastsquares
+{
+
+double nestedProbability(double sumWithout, double sum, int degreesOfFreedom)
+{
+    if (sumWithout <= sum)
+        return 1;
+    const double F = (sumWithout - sum) / (sum / degreesOfFreedom);
+    return boost::math::cdf(boost::math::complement(boost::math::fisher_f(1, degreesOfFreedom), F)) / 2;
+}
+
+} // namespace leastsquares

@@ -1,0 +1,114 @@
+#include "trust/modelrelations.h"
+
+#include "leastsquares/nestedtest.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace trust
+{
+namespace
+{
+
+using Curve = std::vector<double>;
+
+/// The concentrations of the samples, M, with two more in every gap.
+std::vector<double> placesToCompare(const sternvolmer::RatioPoints& points)
+{
+    std::vector<double> conc(points.conc.begin() + 1, points.conc.begin() + 1 + points.count);
+    std::sort(conc.begin(), conc.end());
+    std::vector<double> places = conc;
+    for (std::size_t i = 1; i < conc.size(); ++i)
+        for (const double share : {1.0 / 3, 2.0 / 3})
+            places.push_back(conc[i - 1] + share * (conc[i] - conc[i - 1]));
+    return places;
+}
+
+/// Ratios, or intensities minus those observed.
+Curve curveOf(const ComparedModel& compared, const analysis::Request& request)
+{
+    const fit::Parameters& values = compared.details.values;
+    if (!compared.fitted)
+        return {};
+    Curve curve;
+    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data)) {
+        for (const double x : placesToCompare(*points))
+            curve.push_back(models::ratio(request.model, x, {points->tau0, request.Cp, values}));
+        return curve;
+    }
+    for (const double observedMinusModel : compared.details.residuals)
+        curve.push_back(-observedMinusModel);
+    return curve;
+}
+
+/// The smallest root mean square error; 0 for decay curves, which carry no noise.
+double scatterOf(std::span<const ComparedModel> places, models::Analysis analysis)
+{
+    double scatter = std::numeric_limits<double>::infinity(); // stays where no model has a degree of freedom
+    for (const ComparedModel& compared : places)
+        if (compared.fitted && analysis == models::Analysis::SternVolmer)
+            scatter = std::min(scatter, compared.details.rootMeanSquareError);
+    return std::isfinite(scatter) ? scatter : 0;
+}
+
+/// The deviation below which two curves count as the same.
+double visibleDeviation(double scatter, const Curve& curve)
+{
+    constexpr double kOfScatter = 0.1, kMillionth = 1e-6;
+    double largest = 1; // a ratio or an intensity of the reference
+    for (const double y : curve)
+        largest = std::max(largest, std::abs(y));
+    return std::max(kOfScatter * scatter, kMillionth * largest);
+}
+
+bool sameCurve(const Curve& a, const Curve& b, double visible)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [=](double y, double z) { return std::abs(y - z) <= visible; });
+}
+
+} // namespace
+
+void findSameCurves(std::span<ComparedModel> places, std::span<const analysis::Request> requests)
+{
+    if (places.empty())
+        return;
+    const double scatter = scatterOf(places, analysis::methodOf(requests.front()));
+    std::vector<Curve> curves;
+    for (std::size_t i = 0; i < places.size(); ++i)
+        curves.push_back(curveOf(places[i], requests[i]));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const double visible = visibleDeviation(scatter, curves[i]);
+        for (std::size_t better = i; better-- > 0;)
+            if (places[i].fitted && sameCurve(curves[i], curves[better], visible) &&
+                (models::limitBetween(places[i].model, places[better].model) ||
+                 !models::limitBetween(places[i].model, places[i].sameCurveAs)))
+                places[i].sameCurveAs = places[better].model;
+    }
+}
+
+std::vector<NestedTest> nestedTests(std::span<const ComparedModel> places)
+{
+    const auto fitOf = [places](int model) -> const FitDetails* {
+        const auto found = std::find_if(places.begin(), places.end(), [model](const ComparedModel& compared) {
+            return compared.model == model && compared.fitted;
+        });
+        return found == places.end() ? nullptr : &found->details;
+    };
+    std::vector<NestedTest> tests;
+    for (int model = 1; model <= models::kModelCount; ++model)
+        for (const models::Limit& limit : models::row(model).limits) {
+            const FitDetails *larger = fitOf(model), *simpler = fitOf(limit.model);
+            if (!limit.tested || !larger || !simpler)
+                continue;
+            const int dof = larger->uncertainty.degreesOfFreedom;
+            const bool oneMore = simpler->uncertainty.degreesOfFreedom == dof + 1;
+            if (oneMore && dof > 0 && larger->sumOfSquares > leastsquares::sumOfExactFit(larger->pointCount))
+                tests.push_back({model, limit.model, limit.constant,
+                                 leastsquares::nestedProbability(simpler->sumOfSquares, larger->sumOfSquares, dof)});
+        }
+    return tests;
+}
+
+} // namespace trust
