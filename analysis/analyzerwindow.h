@@ -47,7 +47,7 @@ public:
     double getkq2() const { return m_constants.kq2; }
     double getkq22() const { return m_constants.kq22; }
     double getR2() const { return current().statistics.R2; }
-    double getXaisqr() const { return current().statistics.residualSum; }
+    double getXaisqr() const { return current().statistics.sumOfSquares; }
     std::string getError() const;
     /// Builds the report of the current state and stores its parameter values for the getters.
     std::string getResults();

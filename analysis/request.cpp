@@ -46,7 +46,7 @@ fit::Outcome solve(decay::DecayProblem& problem, const Request& request, fit::Ob
 /// Slots that the model does not use may hold anything.
 bool allFinite(const Result& result, int model)
 {
-    bool finite = std::isfinite(result.statistics.R2) && std::isfinite(result.statistics.residualSum);
+    bool finite = std::isfinite(result.statistics.R2) && std::isfinite(result.statistics.sumOfSquares);
     for (std::size_t slot = 1; slot <= models::row(model).fitted().size(); ++slot)
         finite = finite && std::isfinite(result.values[slot]);
     return finite;
@@ -174,10 +174,10 @@ Result calculate(const Request& request, int status, double iterations)
         request.data);
 }
 
-std::function<double(double x)> fittedRatio(const Request& request, const fit::Parameters& parameters)
+std::function<double(double Q)> fittedRatio(const Request& request, const fit::Parameters& parameters)
 {
     return [problem = problemOf(request, std::get<sternvolmer::RatioPoints>(request.data)),
-            parameters](double x) mutable { return problem.value(x, parameters); };
+            parameters](double Q) mutable { return problem.value(Q, parameters); };
 }
 
 std::function<double(double t, double Q)> fittedDecay(const Request& request, const fit::Parameters& parameters)

@@ -66,8 +66,8 @@ Result run(const Request& request, fit::Observer& observer);
 /// Evaluates the model where a fit would start. The report states the given status and number of iterations.
 Result calculate(const Request& request, int status = static_cast<int>(fit::Status::Fine), double iterations = 0);
 
-/// The model's ratio F0/F at total quencher x, M, for parameters as the engine holds them.
-std::function<double(double x)> fittedRatio(const Request& request, const fit::Parameters& parameters);
+/// The model's ratio F0/F at total quencher Q, M, for parameters as the engine holds them.
+std::function<double(double Q)> fittedRatio(const Request& request, const fit::Parameters& parameters);
 
 /// The model's intensity (linear) at time t, s, and total quencher Q, M.
 std::function<double(double t, double Q)> fittedDecay(const Request& request, const fit::Parameters& parameters);

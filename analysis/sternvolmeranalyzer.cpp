@@ -28,7 +28,7 @@ void frmSternVolmerAnalyzer::setDatanumber(double n)
 void frmSternVolmerAnalyzer::setDX(double x, int i)
 {
     if (m_dataReady)
-        points().conc[slot(i)] = x;
+        points().Q[slot(i)] = x;
 }
 
 void frmSternVolmerAnalyzer::setDY(double y, int i)
@@ -43,7 +43,7 @@ sternvolmer::RatioSlots frmSternVolmerAnalyzer::getFity() const
     const auto fitted = fittedRatio(request(), startParameters(request()));
     sternvolmer::RatioSlots ratios{};
     for (int i = 1; i <= measured.count; ++i)
-        ratios[slot(i)] = fitted(measured.conc[slot(i)]);
+        ratios[slot(i)] = fitted(measured.Q[slot(i)]);
     return ratios;
 }
 

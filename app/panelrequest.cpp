@@ -78,7 +78,7 @@ std::optional<ResultRecord> recordOf(const analysis::Request& request, const ana
                         .R2 = result.statistics.R2,
                         .Error = fit::errorText(result.status),
                         .R = radius,
-                        .Se = result.statistics.residualSum};
+                        .Se = result.statistics.sumOfSquares};
 }
 
 } // namespace app

@@ -113,15 +113,15 @@ void DecayProblem::CalcFity(const fit::Parameters& a)
             sumOfSquares += deviation * deviation;
         }
         record.mean = sumOfIntensities / 50; // deliberately 50 for any number of points
-        record.residualSum = sumOfSquares;
+        record.sumOfSquares = sumOfSquares;
     }
 }
 
 fit::Statistics DecayProblem::statistics(const fit::Parameters& a)
 {
     CalcFity(a);
-    const double residualSum = m_samples.SampleData[slot(m_samples.SampleCount)].residualSum;
-    return {.R2 = fit::determination(residualSum, totalSum(m_samples)), .residualSum = residualSum};
+    const double sumOfSquares = m_samples.SampleData[slot(m_samples.SampleCount)].sumOfSquares;
+    return {.R2 = fit::determination(sumOfSquares, totalSum(m_samples)), .sumOfSquares = sumOfSquares};
 }
 
 const Grid& DecayProblem::fitted(std::size_t sample, const fit::Parameters& a)

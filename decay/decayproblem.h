@@ -35,10 +35,10 @@ public:
     double value(double t, double Q, const fit::Parameters& a);
 
     /// Fills IFit of every sample, including the reference, up to its LastFitIndex, and the running mean and
-    /// residualSum. Does nothing if the last call had the same parameters.
+    /// sumOfSquares. Does nothing if the last call had the same parameters.
     void CalcFity(const fit::Parameters& a);
 
-    /// Updates the fitted curves; residualSum and R2 then cover the points of all samples.
+    /// Updates the fitted curves; sumOfSquares and R2 then cover the points of all samples.
     fit::Statistics statistics(const fit::Parameters& a);
 
     const SampleTable& samples() const { return m_samples; }

@@ -17,22 +17,22 @@ using Components = std::array<double, kMaxComponents + 1>; // slots 1..3 are use
 
 /// One sample: a column of the data sheet.
 struct SampleRecord {
-    double Conc = 0;        // total quencher, M
-    int NComp = 0;          // decay components, 1..3
-    Components A{};         // amplitudes; sum 1 after normalisation
-    Components Tau{};       // lifetimes, s
-    Grid T{};               // time grid, s
-    Grid IExp{};            // observed decay on the grid, linear
-    Grid IFit{};            // fitted decay on the grid, linear
-    Grid observedLog{};     // base-10 logarithm of the observed decay, as plots and tables show it
-    Grid fittedLog{};       // the same for the fitted decay
-    Components Rate{};      // 1/Tau, s^-1
-    double residualSum = 0; // of the samples up to this one
-    double mean = 0;        // observed intensity of the samples up to this one, divided by 50
-    double TEnd = 0;        // time at which the decay reaches the fit-region level, s
-    int LastFitIndex = 49;  // last grid index used in fitting
-    double Phi = 0;         // steady-state intensity
-    double SVRatio = 0;     // Phi of the reference / Phi
+    double Conc = 0;         // total quencher, M
+    int NComp = 0;           // decay components, 1..3
+    Components A{};          // amplitudes; sum 1 after normalisation
+    Components Tau{};        // lifetimes, s
+    Grid T{};                // time grid, s
+    Grid IExp{};             // observed decay on the grid, linear
+    Grid IFit{};             // fitted decay on the grid, linear
+    Grid observedLog{};      // base-10 logarithm of the observed decay, as plots and tables show it
+    Grid fittedLog{};        // the same for the fitted decay
+    Components Rate{};       // 1/Tau, s^-1
+    double sumOfSquares = 0; // of the samples up to this one
+    double mean = 0;         // observed intensity of the samples up to this one, divided by 50
+    double TEnd = 0;         // time at which the decay reaches the fit-region level, s
+    int LastFitIndex = 49;   // last grid index used in fitting
+    double Phi = 0;          // steady-state intensity
+    double SVRatio = 0;      // Phi of the reference / Phi
 };
 
 /// All samples, slots 1..SampleCount; slot 1 is the quencher-free reference, slot 0 is never filled.

@@ -89,7 +89,7 @@ void GaussNewton::Run::linearise()
     m_step = equations.rightSide;
     if (m_outcome.iterations > 0)
         m_pass.previousSum = m_pass.sum;
-    m_pass.sum = equations.residualSum;
+    m_pass.sum = equations.sumOfSquares;
 }
 
 /// An eighth of each parameter at first, halved with every iteration down to 1/128.

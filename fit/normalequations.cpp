@@ -29,7 +29,7 @@ private:
     std::array<Column, n + 1> m_columns;      // residuals of these at some points, then derivatives; not initialised
     std::array<std::array<double, n>, n> m_matrix{};
     std::array<double, n> m_rightSide{};
-    double m_residualSum = 0;
+    double m_sumOfSquares = 0;
 };
 
 template <std::size_t n>
@@ -82,10 +82,10 @@ void Pass<n>::add(std::size_t count)
 {
     auto matrix = m_matrix;
     auto rightSide = m_rightSide;
-    double residualSum = m_residualSum;
+    double sumOfSquares = m_sumOfSquares;
     for (std::size_t i = 0; i < count; ++i) {
         const double r = m_columns[0][i];
-        residualSum += r * r;
+        sumOfSquares += r * r;
         for (std::size_t j = 0; j < n; ++j) {
             const double J = m_columns[j + 1][i];
             for (std::size_t k = j; k < n; ++k)
@@ -95,14 +95,14 @@ void Pass<n>::add(std::size_t count)
     }
     m_matrix = matrix;
     m_rightSide = rightSide;
-    m_residualSum = residualSum;
+    m_sumOfSquares = sumOfSquares;
 }
 
 template <std::size_t n>
 NormalEquations Pass<n>::sums() const
 {
     NormalEquations equations;
-    equations.residualSum = m_residualSum;
+    equations.sumOfSquares = m_sumOfSquares;
     for (std::size_t j = 0; j < n; ++j) {
         equations.rightSide[j + 1] = m_rightSide[j];
         for (std::size_t k = j; k < n; ++k)

@@ -46,7 +46,7 @@ std::string reportText(const ReportContent& content)
     text += "Exe num. : " + signedText(content.iterations);
     text += kLineEnd;
     text += line("R2", content.statistics.R2, "0.#####");
-    text += line("Se", content.statistics.residualSum, "####0.00#");
+    text += line("Se", content.statistics.sumOfSquares, "####0.00#");
     text += rowOf(content.status).warning;
     return text;
 }

@@ -25,7 +25,7 @@ double totalSum(std::span<const double> observed, double mean)
 
 } // namespace
 
-double determination(double residualSum, double totalSum) { return 1 - residualSum / totalSum; }
+double determination(double sumOfSquares, double totalSum) { return 1 - sumOfSquares / totalSum; }
 
 Statistics slotStatistics(std::span<const double> observed, std::span<const double> fitted, int count)
 {
@@ -34,9 +34,9 @@ Statistics slotStatistics(std::span<const double> observed, std::span<const doub
     for (int i = 1; i <= count; ++i) {
         const double deviation = slot(observed, i) - slot(fitted, i);
         sum += slot(observed, i);
-        statistics.residualSum += deviation * deviation;
+        statistics.sumOfSquares += deviation * deviation;
     }
-    statistics.R2 = determination(statistics.residualSum, totalSum(observed, sum / count));
+    statistics.R2 = determination(statistics.sumOfSquares, totalSum(observed, sum / count));
     return statistics;
 }
 

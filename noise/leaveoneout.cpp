@@ -11,7 +11,7 @@ namespace
 RatioFit without(RatioFit ratioFit, int sample)
 {
     sternvolmer::RatioPoints& points = ratioFit.points;
-    for (auto* slots : {&points.conc, &points.ratio})
+    for (auto* slots : {&points.Q, &points.ratio})
         std::copy(slots->begin() + sample + 1, slots->begin() + points.count + 1, slots->begin() + sample);
     --points.count;
     return ratioFit;

@@ -30,8 +30,8 @@ public:
     virtual void View(double x1, double y1, double x2, double y2) = 0;
     /// Clears the surface and draws grid, axes and labels; the tick spacings may come back negated.
     virtual void Axis(double& xt, double& yt, int islog) = 0;
-    /// The following circles, up to the next sample or chart, are the markers of this sample. Conc: quencher, M.
-    virtual void beginSample(int number, double Conc) = 0;
+    /// The following circles, up to the next sample or chart, are the markers of this sample. Q: quencher, M.
+    virtual void beginSample(int number, double Q) = 0;
     virtual void VLine(double x1, double y1, double x2, double y2, Color c) = 0;
     virtual void VPset(double x, double y, Color c) = 0;
     /// R is in surface units (twips), so that markers have the same size in every view.

@@ -13,7 +13,7 @@
 namespace plot
 {
 
-using DecayCurve = std::function<double(double t, double Conc)>; // fitted intensity, linear; t in s, Conc in M
+using DecayCurve = std::function<double(double t, double Q)>; // fitted intensity, linear; t in s, Q in M
 
 /// Base-10 logarithms of the fitted decays: [sample][grid point], sample 0 unused.
 using FittedCurves = std::array<std::vector<double>, decay::kMaxSamples + 1>;

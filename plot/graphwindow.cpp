@@ -102,7 +102,7 @@ void Graph::VLine(double x1, double y1, double x2, double y2, Color c)
 
 void Graph::VPset(double x, double y, Color c) { m_surface->drawPoint({VtoWX(x), VtoWY(y)}, color(c)); }
 
-void Graph::beginSample(int number, double Conc) { m_legend.beginSample(number, Conc); }
+void Graph::beginSample(int number, double Q) { m_legend.beginSample(number, Q); }
 
 void Graph::VCircle(double x, double y, double R, Color c, Fill f)
 {

@@ -35,7 +35,7 @@ public:
     void Axis(double& xt, double& yt, int islog) override;
     float VtoWX(double x) const;
     float VtoWY(double y) const;
-    void beginSample(int number, double Conc) override;
+    void beginSample(int number, double Q) override;
     void VLine(double x1, double y1, double x2, double y2, Color c) override;
     void VPset(double x, double y, Color c) override;
     void VCircle(double x, double y, double R, Color c, Fill f) override;

@@ -9,7 +9,7 @@ namespace plot
 
 std::string legendText(const LegendEntry& entry)
 {
-    return std::to_string(entry.number) + ": " + fit::plainText(entry.Conc) + " M";
+    return std::to_string(entry.number) + ": " + fit::plainText(entry.Q) + " M";
 }
 
 void Legend::addMarker(MarkerPlace place, Color color)

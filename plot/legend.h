@@ -15,8 +15,8 @@ struct MarkerPlace {
 };
 
 struct LegendEntry {
-    int number = 0;  // of the sample
-    double Conc = 0; // quencher, M
+    int number = 0; // of the sample
+    double Q = 0;   // quencher, M
     Color color = kBlack;
     std::vector<MarkerPlace> markers;
 };
@@ -29,7 +29,7 @@ class Legend
 {
 public:
     void clear() { m_entries.clear(); }
-    void beginSample(int number, double Conc) { m_entries.push_back({number, Conc, kBlack, {}}); }
+    void beginSample(int number, double Q) { m_entries.push_back({number, Q, kBlack, {}}); }
     /// Adds a marker to the current sample. Markers before the first sample belong to no sample.
     void addMarker(MarkerPlace place, Color color);
 

@@ -19,7 +19,7 @@ struct CurvePoint {
     double y = 0;
 };
 
-using RatioCurve = std::function<double(double x)>; // fitted F0/F at quencher concentration x, M
+using RatioCurve = std::function<double(double Q)>; // fitted F0/F; Q in M
 
 /// The fitted curve in steps of Xmax/20, up to one step beyond Xmax; empty if Xmax is 0.
 std::vector<CurvePoint> ratioCurve(double Xmax, const RatioCurve& fitted);

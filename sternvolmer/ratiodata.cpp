@@ -71,7 +71,7 @@ RatioPoints pointsOf(const RatioData& data, const RatioPoints& earlier)
     points.count = data.samples.SampleCount;
     points.tau0 = data.tau0;
     for (std::size_t i = 1; i <= static_cast<std::size_t>(points.count); ++i) {
-        points.conc[i] = data.samples.SampleData[i].Conc;
+        points.Q[i] = data.samples.SampleData[i].Conc;
         points.ratio[i] = data.samples.SampleData[i].SVRatio;
     }
     return points;

@@ -14,7 +14,7 @@ using RatioSlots = std::array<double, kMostPoints + 1>;
 /// the total sum of squares runs over them.
 struct RatioPoints {
     int count = 0;
-    RatioSlots conc{};  // total quencher, M
+    RatioSlots Q{};     // total quencher, M
     RatioSlots ratio{}; // F0/F
     double tau0 = 0;    // lifetime without quencher, s
 };

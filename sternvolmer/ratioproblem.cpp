@@ -28,25 +28,25 @@ RatioProblem::RatioProblem(const RatioPoints& points, int model, int logMode, do
 
 double RatioProblem::residual(int point, const fit::Parameters& a)
 {
-    return law(m_points.conc[slot(point)], a) - m_points.ratio[slot(point)];
+    return law(m_points.Q[slot(point)], a) - m_points.ratio[slot(point)];
 }
 
 void RatioProblem::residuals(int first, const fit::Parameters& a, std::span<double> room)
 {
-    const std::span x(m_points.conc.data() + slot(first), room.size());
-    models::ratios(m_model, x, {m_points.tau0, m_Cp, m_real.of(m_logMode, a)}, room);
+    const std::span Q(m_points.Q.data() + slot(first), room.size());
+    models::ratios(m_model, Q, {m_points.tau0, m_Cp, m_real.of(m_logMode, a)}, room);
     std::transform(room.begin(), room.end(), m_points.ratio.begin() + first, room.begin(), std::minus<>());
 }
 
-double RatioProblem::value(double x, const fit::Parameters& a)
+double RatioProblem::value(double Q, const fit::Parameters& a)
 {
     fit::clearUpperHalves();
-    return law(x, a);
+    return law(Q, a);
 }
 
-double RatioProblem::law(double x, const fit::Parameters& a)
+double RatioProblem::law(double Q, const fit::Parameters& a)
 {
-    return models::ratio(m_model, x, {m_points.tau0, m_Cp, m_real.of(m_logMode, a)});
+    return models::ratio(m_model, Q, {m_points.tau0, m_Cp, m_real.of(m_logMode, a)});
 }
 
 RatioSlots RatioProblem::fittedValues(const fit::Parameters& a)
@@ -54,7 +54,7 @@ RatioSlots RatioProblem::fittedValues(const fit::Parameters& a)
     fit::clearUpperHalves();
     RatioSlots fitted{};
     for (int i = 1; i <= pointCount(); ++i)
-        fitted[slot(i)] = law(m_points.conc[slot(i)], a);
+        fitted[slot(i)] = law(m_points.Q[slot(i)], a);
     return fitted;
 }
 

@@ -19,8 +19,8 @@ public:
     double residual(int point, const fit::Parameters& a) override;
     void residuals(int first, const fit::Parameters& a, std::span<double> room) override;
 
-    /// Model ratio at total quencher x, M.
-    double value(double x, const fit::Parameters& a);
+    /// Model ratio at total quencher Q, M.
+    double value(double Q, const fit::Parameters& a);
 
     /// Model ratios of points 1..N, 0 in the other slots.
     RatioSlots fittedValues(const fit::Parameters& a);
@@ -28,7 +28,7 @@ public:
     fit::Statistics statistics(const fit::Parameters& a);
 
 private:
-    double law(double x, const fit::Parameters& a);
+    double law(double Q, const fit::Parameters& a);
 
     RatioPoints m_points;
     int m_model;

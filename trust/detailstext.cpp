@@ -193,9 +193,9 @@ TitledRows Writer::residuals() const
     if (!hasErrors())
         return {};
     TitledRows table{{"Q /M", "Observed", "Model", "Residual"}};
-    for (std::size_t i = 0; i < std::min(m_labels.conc.size(), m_details.residuals.size()); ++i) {
+    for (std::size_t i = 0; i < std::min(m_labels.Q.size(), m_details.residuals.size()); ++i) {
         const double observed = m_labels.observed[i], residual = m_details.residuals[i];
-        table.push_back({figure(m_labels.conc[i]), figure(observed), figure(observed - residual), figure(residual)});
+        table.push_back({figure(m_labels.Q[i]), figure(observed), figure(observed - residual), figure(residual)});
     }
     return table;
 }
@@ -207,7 +207,7 @@ FitLabels labelsOf(const analysis::Request& request)
     FitLabels labels{.analysis = analysis::methodOf(request), .model = request.model};
     if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data)) {
         labels.sampleCount = points->count;
-        labels.conc.assign(points->conc.begin() + 1, points->conc.begin() + 1 + points->count);
+        labels.Q.assign(points->Q.begin() + 1, points->Q.begin() + 1 + points->count);
         labels.observed.assign(points->ratio.begin() + 1, points->ratio.begin() + 1 + points->count);
         return labels;
     }

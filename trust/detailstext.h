@@ -12,9 +12,9 @@ namespace trust
 struct FitLabels {
     models::Analysis analysis = models::Analysis::SternVolmer;
     int model = 0;
-    std::vector<double> conc{}, observed{}; // Q, M, and F0/F of each sample; empty for decay curves
-    int sampleCount = 0;                    // with the reference
-    double gridStep = 0;                    // of decay curves, as a multiple of tau0
+    std::vector<double> Q{}, observed{}; // Q, M, and F0/F of each sample; empty for decay curves
+    int sampleCount = 0;                 // with the reference
+    double gridStep = 0;                 // of decay curves, as a multiple of tau0
 };
 FitLabels labelsOf(const analysis::Request& request);
 

@@ -38,13 +38,13 @@ std::vector<double> residuals(const RequestedFit& requested, const fit::Paramete
     return observedMinusModel;
 }
 
-double determination(double residualSum, std::span<const double> observed)
+double determination(double sumOfSquares, std::span<const double> observed)
 {
     const double mean = std::accumulate(observed.begin(), observed.end(), 0.0) / static_cast<double>(observed.size());
     double total = 0;
     for (const double y : observed)
         total += (y - mean) * (y - mean);
-    return total > 0 ? fit::determination(residualSum, total) : std::numeric_limits<double>::quiet_NaN();
+    return total > 0 ? fit::determination(sumOfSquares, total) : std::numeric_limits<double>::quiet_NaN();
 }
 
 } // namespace

@@ -102,8 +102,8 @@ void FitDetailsWindow::showDetails(const FitDetails& details, const FitLabels& l
     m_remarks->setVisible(!m_text.remarks.empty());
     showTables(m_text);
     QVector<QPointF> points;
-    for (std::size_t i = 0; i < std::min(labels.conc.size(), details.residuals.size()); ++i)
-        points << QPointF(labels.conc[i], details.residuals[i]);
+    for (std::size_t i = 0; i < std::min(labels.Q.size(), details.residuals.size()); ++i)
+        points << QPointF(labels.Q[i], details.residuals[i]);
     m_plot->setPoints(points);
     m_copy->setEnabled(true);
 }

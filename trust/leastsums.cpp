@@ -14,7 +14,7 @@ void append(std::vector<double>& numbers, const sternvolmer::RatioPoints& points
 {
     const auto count = points.count + 1; // with the slot that is no point
     numbers.push_back(points.tau0);
-    numbers.insert(numbers.end(), points.conc.begin(), points.conc.begin() + count);
+    numbers.insert(numbers.end(), points.Q.begin(), points.Q.begin() + count);
     numbers.insert(numbers.end(), points.ratio.begin(), points.ratio.begin() + count);
 }
 

@@ -19,7 +19,7 @@ analysis::Request lineRequest(double slope, double start)
 {
     analysis::Request request{.model = 1, .Cp = 50e-6};
     sternvolmer::RatioPoints points{.count = 3, .tau0 = kTau0};
-    points.conc = {0, 0, 1, 2};
+    points.Q = {0, 0, 1, 2};
     points.ratio = {0, 1, 1 + slope - 0.5, 1 + 2 * slope + 0.25};
     request.data = points;
     request.values = {0, start / kTau0};
@@ -131,7 +131,7 @@ void TestRequest::calculatesWhereAFitWouldStart()
     const analysis::Result result = analysis::calculate(request);
     QVERIFY(!result.fitted && !result.fault);
     QCOMPARE(result.values, request.values);
-    QVERIFY(std::abs(result.statistics.residualSum - (0.5 * 0.5 + 0.25 * 0.25)) < kFewUlps);
+    QVERIFY(std::abs(result.statistics.sumOfSquares - (0.5 * 0.5 + 0.25 * 0.25)) < kFewUlps);
     QVERIFY2(result.report.starts_with("Model  1\r\nkq2 :\t3.e+7\r\nExe num. :  0\r\n"), result.report.c_str());
     QVERIFY(std::abs(analysis::fittedRatio(request, result.parameters)(5) - 2.5) < kFewUlps);
     analysis::Request beyond = request;

@@ -104,7 +104,7 @@ void TestDecayCommands::keepsTheFittedCurvesInTheAnalyzer()
         const decay::SampleRecord& quenched = analyzer.sampleData().SampleData[2];
         QCOMPARE(quenched.IFit[9], analyzer.getfvalue(quenched.T[9], quenched.Conc));
         QVERIFY(quenched.IFit[9] > 0);
-        QCOMPARE(quenched.residualSum, analyzer.getXaisqr()); // the last sample has the sum of all
+        QCOMPARE(quenched.sumOfSquares, analyzer.getXaisqr()); // the last sample has the sum of all
     }
 }
 

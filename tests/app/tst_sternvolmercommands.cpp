@@ -78,7 +78,7 @@ void TestSternVolmerCommands::leavesTheSlotsAsTheyStand()
     Application vorlo;
     analysis::frmSternVolmerAnalyzer& analyzer = vorlo.program.SVAnalyzer;
     analyzer.setDX(5, 1);
-    QCOMPARE(std::get<sternvolmer::RatioPoints>(analyzer.request().data).conc[1], 0.0); // no data number yet
+    QCOMPARE(std::get<sternvolmer::RatioPoints>(analyzer.request().data).Q[1], 0.0); // no data number yet
     vorlo.program.shared.settings.LogMode = 0;
     vorlo.fill({{"0", "1", "1", "10", "", "", "", "", "10"}});
     vorlo.type("txtkq2", "3");

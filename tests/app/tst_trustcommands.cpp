@@ -21,7 +21,7 @@
 namespace
 {
 
-// Acridone quenched by iodide in water: conc. in M, lifetimes in ns, intensities as printed (CC0 teaching workshop,
+// Acridone quenched by iodide in water: Q in M, lifetimes in ns, intensities as printed (CC0 teaching workshop,
 // github.com/chemfd/PhotochemistryWorkshopAnswers).
 const QList<support::Column> kAcridone{
     {"0", "1", "1", "17.6", "", "", "", "", "16580"}, {"0.04", "1", "1", "3.9", "", "", "", "", "3753"},

@@ -116,7 +116,7 @@ const RatioJob& ratioJob(int number)
 sternvolmer::RatioProblem problemOf(const RatioJob& job)
 {
     sternvolmer::RatioPoints points{.count = kSamples, .tau0 = job.tau0};
-    std::copy(job.x.begin(), job.x.end(), points.conc.begin());
+    std::copy(job.x.begin(), job.x.end(), points.Q.begin());
     std::copy(job.y.begin(), job.y.end(), points.ratio.begin());
     return {points, job.model, 0, kProbe};
 }

@@ -18,12 +18,12 @@ constexpr double kProbe = 50e-6;   // M
 SampleTable quenchedTable()
 {
     SampleTable table;
-    for (double conc : {0.0, 1e-3, 2e-3}) {
+    for (double Q : {0.0, 1e-3, 2e-3}) {
         SampleRecord& record = table.SampleData[static_cast<std::size_t>(++table.SampleCount)];
-        record.Conc = conc;
+        record.Conc = Q;
         record.NComp = 1;
         record.A[1] = 1;
-        record.Rate[1] = 1 / kTau + 1e9 * conc;
+        record.Rate[1] = 1 / kTau + 1e9 * Q;
         record.Tau[1] = 1 / record.Rate[1];
     }
     table.FitRegionLevel = 1e-3;

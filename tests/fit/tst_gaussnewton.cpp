@@ -219,13 +219,13 @@ void TestGaussNewton::addsUpPointByPoint()
                     sums.matrix[j][k] += J[j] * J[k];
                 sums.rightSide[j] -= r * J[j];
             }
-            sums.residualSum += r * r;
+            sums.sumOfSquares += r * r;
         }
         CallableProblem problem(kPoints, residual);
         const fit::NormalEquations equations = fit::normalEquations(problem, a, h, 3);
         QVERIFY(equations.matrix == sums.matrix);
         QVERIFY(equations.rightSide == sums.rightSide);
-        QVERIFY(equations.residualSum == sums.residualSum);
+        QVERIFY(equations.sumOfSquares == sums.sumOfSquares);
         QVERIFY(a == expected);
     }
 }

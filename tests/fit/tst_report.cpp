@@ -40,7 +40,7 @@ void TestReport::totalSumRunsOverFiftySlots()
     std::vector<double> ones(101, 1.0);
     ones[0] = 0;
     const fit::Statistics beyondTheSlots = fit::slotStatistics(ones, std::vector<double>(101, 0.5), 60);
-    QVERIFY(beyondTheSlots.residualSum == 15);
+    QVERIFY(beyondTheSlots.sumOfSquares == 15);
     QVERIFY(beyondTheSlots.R2 == 1 - 15);
 
     const std::vector<double> zeros(101);

@@ -43,7 +43,7 @@ using Point = std::vector<double>; // y, x and perhaps a second x
 
 struct CertifiedSet {
     fit::Parameters start, certified, deviations;
-    double residualSum = 0;
+    double sumOfSquares = 0;
     std::vector<Point> points;
 };
 
@@ -60,7 +60,7 @@ QMap<QString, CertifiedSet> certifiedSets()
         else if (row[0] == "deviations")
             set.deviations = constants(row);
         else if (row[0] == "sum")
-            set.residualSum = row[1].toDouble();
+            set.sumOfSquares = row[1].toDouble();
         else if (row[0] != "set")
             set.points.push_back(numbers(row));
     }
@@ -127,7 +127,7 @@ void TestUncertainty::reproducesCertifiedValues()
     });
     const leastsquares::FreeSlots free = leastsquares::freeSlots(set.deviations[3] != 0 ? 3 : 2, {});
     const leastsquares::Minimum minimum = leastsquares::descend(problem, set.start, free);
-    QVERIFY(std::abs(minimum.sumOfSquares / set.residualSum - 1) < kSixDigits);
+    QVERIFY(std::abs(minimum.sumOfSquares / set.sumOfSquares - 1) < kSixDigits);
     const auto uncertainty = leastsquares::uncertaintyOf(problem, minimum.values, free, problem.pointCount());
     for (const std::size_t j : free) {
         QVERIFY2(std::abs(minimum.values[j] / set.certified[j] - 1) < kSixDigits,

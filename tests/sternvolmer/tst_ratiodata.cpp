@@ -14,10 +14,7 @@ namespace
 {
 using Column = std::vector<std::string>;
 const Column kReference{"0", "2", "1", "4", "3", "8", "", "", "100"};
-Column intensityOnly(const std::string& conc, const std::string& phi)
-{
-    return {conc, "", "", "", "", "", "", "", phi};
-}
+Column intensityOnly(const std::string& Q, const std::string& phi) { return {Q, "", "", "", "", "", "", "", phi}; }
 } // namespace
 
 class TestRatioData : public QObject

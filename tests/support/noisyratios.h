@@ -43,16 +43,16 @@ inline noise::RatioFit noisyRatios(const NoiseCase& of, const noise::Errors& err
         const double relative = errors.assumption == noise::Assumption::AsTyped ? errors.ofSample(sample) : kNoise;
         return (1 + relative * normal(generator)) / exact(x);
     };
-    std::vector<double> conc, ratio;
+    std::vector<double> Q, ratio;
     const double reference = intensity(0, 1);
     for (int i = 0; i < of.samples; ++i) {
-        conc.push_back(kXmax * i / (of.samples - 1));
+        Q.push_back(kXmax * i / (of.samples - 1));
         if (errors.assumption == noise::Assumption::EqualOnRatios)
-            ratio.push_back(i == 0 ? 1 : exact(conc.back()) + kNoise * exact(kXmax) * normal(generator));
+            ratio.push_back(i == 0 ? 1 : exact(Q.back()) + kNoise * exact(kXmax) * normal(generator));
         else
-            ratio.push_back(i == 0 ? 1 : reference / intensity(conc.back(), i + 1));
+            ratio.push_back(i == 0 ? 1 : reference / intensity(Q.back(), i + 1));
     }
-    return {ratioPoints(conc, ratio, kTau0), of.model, kCp,
+    return {ratioPoints(Q, ratio, kTau0), of.model, kCp,
             leastsquares::freeSlots(models::row(of.model).parameterCount(), {})};
 }
 

@@ -10,7 +10,7 @@ namespace support
 
 /// Published ratios for one quencher and one lifetime.
 struct PublishedRatios {
-    std::vector<double> conc;  // M
+    std::vector<double> Q;     // M
     std::vector<double> ratio; // F0/F
     double tau0;               // s
     const char* Cp;            // M, as typed
@@ -44,18 +44,17 @@ inline PublishedRatios twoSiteRatios()
 }
 
 /// Ratios with one lifetime, s, as an analysis takes them.
-inline sternvolmer::RatioPoints ratioPoints(const std::vector<double>& conc, const std::vector<double>& ratio,
-                                            double tau0)
+inline sternvolmer::RatioPoints ratioPoints(const std::vector<double>& Q, const std::vector<double>& ratio, double tau0)
 {
-    sternvolmer::RatioPoints points{.count = static_cast<int>(conc.size()), .tau0 = tau0};
-    std::copy(conc.begin(), conc.end(), points.conc.begin() + 1);
+    sternvolmer::RatioPoints points{.count = static_cast<int>(Q.size()), .tau0 = tau0};
+    std::copy(Q.begin(), Q.end(), points.Q.begin() + 1);
     std::copy(ratio.begin(), ratio.end(), points.ratio.begin() + 1);
     return points;
 }
 
 inline sternvolmer::RatioPoints ratioPoints(const PublishedRatios& set)
 {
-    return ratioPoints(set.conc, set.ratio, set.tau0);
+    return ratioPoints(set.Q, set.ratio, set.tau0);
 }
 
 } // namespace support

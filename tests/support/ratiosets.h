@@ -64,13 +64,13 @@ inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, do
         simulated.constants[++slot] = constant;
     }
     std::normal_distribution<double> error(0, noise);
-    std::vector<double> conc, ratio;
+    std::vector<double> Q, ratio;
     for (int i = 0; i < samples; ++i) {
-        conc.push_back(Xmax * i / (samples - 1));
-        const double exact = models::ratio(model, conc.back(), {tau0, 50e-6, simulated.constants});
+        Q.push_back(Xmax * i / (samples - 1));
+        const double exact = models::ratio(model, Q.back(), {tau0, 50e-6, simulated.constants});
         ratio.push_back(i == 0 ? 1 : exact * (1 + error(generator)));
     }
-    simulated.points = ratioPoints(conc, ratio, tau0);
+    simulated.points = ratioPoints(Q, ratio, tau0);
     return simulated;
 }
 

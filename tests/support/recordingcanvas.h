@@ -14,7 +14,7 @@ struct RecordingCanvas final : plot::Canvas {
     void SetTitle(std::string_view text) override { calls << "title " + QString::fromUtf8(text.data()); }
     void View(double x1, double y1, double x2, double y2) override { note("view", {x1, y1, x2, y2}); }
     void Axis(double& xt, double& yt, int islog) override { note("axis", {xt, yt, double(islog)}); }
-    void beginSample(int number, double Conc) override { note("sample", {double(number), Conc}); }
+    void beginSample(int number, double Q) override { note("sample", {double(number), Q}); }
     void VLine(double x1, double y1, double x2, double y2, plot::Color c) override
     {
         note("line", {x1, y1, x2, y2}, hex(c));

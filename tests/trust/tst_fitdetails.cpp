@@ -232,18 +232,18 @@ void TestFitDetails::intervalsCoverTheTruth()
     QFETCH(int, model);
     QFETCH(fit::Parameters, constants);
     constexpr int kSets = 1000; // the share then has a standard deviation of 0.7 percent
-    const std::vector<double> conc{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5};
+    const std::vector<double> Q{0, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5};
     constexpr double kTau0 = 20e-9;
     const auto exact = [&](double x) { return models::ratio(model, x, {kTau0, 50e-6, constants}); };
     std::mt19937 generator(static_cast<unsigned>(model));
-    std::normal_distribution<double> noise(0, 0.01 * exact(conc.back()));
+    std::normal_distribution<double> noise(0, 0.01 * exact(Q.back()));
     const auto count = static_cast<std::size_t>(models::row(model).parameterCount());
     fit::Parameters covered{};
     for (int set = 0; set < kSets; ++set) {
         std::vector<double> ratio{1};
-        for (std::size_t i = 1; i < conc.size(); ++i)
-            ratio.push_back(exact(conc[i]) + noise(generator));
-        sternvolmer::RatioProblem problem(support::ratioPoints(conc, ratio, kTau0), model, 0, 50e-6);
+        for (std::size_t i = 1; i < Q.size(); ++i)
+            ratio.push_back(exact(Q[i]) + noise(generator));
+        sternvolmer::RatioProblem problem(support::ratioPoints(Q, ratio, kTau0), model, 0, 50e-6);
         const leastsquares::FreeSlots free = leastsquares::freeSlots(static_cast<int>(count), {});
         const leastsquares::Minimum minimum = leastsquares::descend(problem, constants, free);
         const leastsquares::Uncertainty uncertainty =

@@ -51,10 +51,10 @@ void TestStartSearch::findsPublishedOptima()
 {
     for (const QStringList& row : support::dataRows("ratiooptima.txt")) {
         const int model = row[1].toInt();
-        const double K = row[2].toDouble(), KD = row[3].toDouble(), residualSum = row[4].toDouble();
+        const double K = row[2].toDouble(), KD = row[3].toDouble(), sumOfSquares = row[4].toDouble();
         const analysis::Request request = row[0] == "acridone" ? support::acridone(model) : support::hFis1(model);
         const leastsquares::Solution best = searched(request).solutions.front();
-        QVERIFY2(std::abs(best.sumOfSquares / residualSum - 1) < kPublishedDigits, qPrintable(row.join(' ')));
+        QVERIFY2(std::abs(best.sumOfSquares / sumOfSquares - 1) < kPublishedDigits, qPrintable(row.join(' ')));
         if (K != 0)
             QVERIFY2(std::abs(best.values[1] / K - 1) < kPublishedDigits, qPrintable(row.join(' ')));
         if (KD != 0)
