@@ -147,7 +147,11 @@ void AnalyzerWindow::keep(const Request& request, const Result& result)
 
 void AnalyzerWindow::set(const Request& request) { keep(request, {.parameters = startParameters(request)}); }
 
-void AnalyzerWindow::reportArithmeticFault() { m_prompter.message(kArithmeticFault); }
+void AnalyzerWindow::reportArithmeticFault()
+{
+    emit faulted();
+    m_prompter.message(kArithmeticFault);
+}
 
 void AnalyzerWindow::SetSize(int top, int left, int height, int width)
 {

@@ -74,6 +74,7 @@ public:
 
 signals:
     void dismissed(); // "OK" has hidden the window
+    void faulted();   // an arithmetic fault was reported
 
 protected:
     AnalyzerWindow(const QString& title, ui::Prompter& prompter);

@@ -1,5 +1,6 @@
 #include "app/decaycommands.h"
 
+#include "analysis/arithmeticfault.h"
 #include "app/panelrequest.h"
 #include "app/windowplaces.h"
 #include "decay/complaints.h"
@@ -58,7 +59,7 @@ void DecayCommands::Normalization()
     decay::normaliseAmplitudes(data.samples);
     decay::BuildDecayCurves(data.samples, m_input.shared.FitRegionMode);
     if (!usable(data.samples)) {
-        m_windows.analyzer.reportArithmeticFault();
+        m_input.prompter.message(analysis::kArithmeticFault);
         return;
     }
     m_input.shared.samples = data.samples;

@@ -214,10 +214,14 @@ void frmVorloMain::setDecayAnalysisEnabled(bool enabled)
         findChild<QAction*>(item)->setEnabled(enabled);
 }
 
-void frmVorloMain::analyse(models::Analysis analysis)
+void frmVorloMain::goTo(const QString& name)
 {
-    const char* item = analysis == models::Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis";
-    findChild<QAction*>(item)->trigger();
+    if (auto* item = findChild<QAction*>(name))
+        return item->trigger();
+    ui::bringToFront(*this);
+    auto* box = findChild<QLineEdit*>(name);
+    box->setFocus();
+    box->selectAll();
 }
 
 // A running fit may have processed this event; it ends after its current iteration.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "models/catalogue.h"
-
 #include <QMainWindow>
 
 class QAction;
@@ -32,8 +30,8 @@ public:
     /// Disables the commands that run a decay-curve analysis while one runs.
     void setDecayAnalysisEnabled(bool enabled);
 
-    /// Chooses the menu item of an analysis.
-    void analyse(models::Analysis analysis);
+    /// Chooses a menu item, or goes to a box, given its objectName.
+    void goTo(const QString& name);
 
     DataSheet& sheet() { return *m_sheet; }
     ResultsTable& results() { return *m_results; }

@@ -107,6 +107,10 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
         ui::stopTabAtChosen(*options);
     setPanelState({});
     connect(m_fitRegion, &QLineEdit::textChanged, this, [this] { m_shared.DataNormalized = false; });
+    for (const QLineEdit* box : findChildren<QLineEdit*>())
+        connect(box, &QLineEdit::textChanged, this, &ParameterPanel::changed);
+    for (const QAbstractButton* option : findChildren<QAbstractButton*>())
+        connect(option, &QAbstractButton::toggled, this, &ParameterPanel::changed);
 }
 
 QGroupBox* ParameterPanel::makeModelFrame()

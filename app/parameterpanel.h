@@ -37,6 +37,9 @@ public:
     /// Copies the model and the start values from the texts of a results row, columns 0..8 as displayed.
     void restore(const QStringList& resultRow);
 
+signals:
+    void changed(); // a text, the model or an option
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -112,13 +112,18 @@ void ResultsTable::RedrawResult()
     m_grid->setRedraw(true);
 }
 
-// The tooltip of a row and its title shows the error text, because its column is mostly out of view.
+// The tooltip of a row and its title shows the error text, because its column is mostly out of view, and the verdict.
 bool ResultsTable::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::ToolTip)
         return QWidget::eventFilter(watched, event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), GetResultText(m_grid->rowAt(help->pos().y()), kErrorColumn), m_grid);
+    const int row = m_grid->rowAt(help->pos().y());
+    QStringList lines{GetResultText(row, kErrorColumn)};
+    if (row >= 1 && row < kRows)
+        lines << QString::fromStdString(m_shared.results.verdicts[static_cast<std::size_t>(row)].text);
+    lines.removeAll(QString());
+    QToolTip::showText(help->globalPos(), lines.join('\n'), m_grid);
     return true;
 }
 

@@ -50,18 +50,32 @@ constexpr std::array<SetField, 10> kFileFields{
 
 } // namespace
 
-void ResultStore::MoveData(int from, int to) { ResultData[slot(to)] = ResultData[slot(from)]; }
+void ResultStore::MoveData(int from, int to)
+{
+    ResultData[slot(to)] = ResultData[slot(from)];
+    verdicts[slot(to)] = verdicts[slot(from)];
+}
 
-void ResultStore::SwapData(int a, int b) { std::swap(ResultData[slot(a)], ResultData[slot(b)]); }
+void ResultStore::SwapData(int a, int b)
+{
+    std::swap(ResultData[slot(a)], ResultData[slot(b)]);
+    std::swap(verdicts[slot(a)], verdicts[slot(b)]);
+}
 
 void ResultStore::SetResultRecord(int index, std::span<const std::string> fields)
 {
+    verdicts[slot(index)] = {};
     const std::size_t count = std::min(fields.size(), kFileFields.size());
     for (std::size_t k = 0; k < count; ++k)
         kFileFields[k](ResultData[slot(index)], fields[k]);
 }
 
-void ResultStore::clearAll() { *this = ResultStore(); }
+void ResultStore::clearAll()
+{
+    ResultStore empty;
+    empty.runs = runs;
+    *this = empty;
+}
 
 void ResultStore::store(const ResultRecord& result, int mask)
 {
@@ -81,8 +95,16 @@ void ResultStore::store(const ResultRecord& result, int mask)
     record.R2 = result.R2;
     record.Se = result.Se;
     record.Error = result.Error;
+    verdicts[slot(ResultCursor)] = {.run = ++runs};
     ResultRowEnd = std::max(ResultRowEnd, ResultCursor + 1);
     ResultCursor = ResultCursor == kMaxResults ? 1 : ResultCursor + 1;
+}
+
+void ResultStore::setVerdict(int run, const std::string& verdict)
+{
+    for (RecordVerdict& kept : verdicts)
+        if (run > 0 && kept.run == run)
+            kept.text = verdict;
 }
 
 double RadiusFromK(double K, double s) { return models::interactionRadius(K, s); }

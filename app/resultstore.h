@@ -23,11 +23,19 @@ struct ResultRecord {
     bool operator==(const ResultRecord&) const = default;
 };
 
+/// What the status line said of the analysis of a record; session files do not keep it.
+struct RecordVerdict {
+    int run = 0; // number of the analysis since the program started; 0: of an earlier run of the program
+    std::string text{};
+};
+
 /// The last twenty results and the row for the next result.
 struct ResultStore {
     std::array<ResultRecord, kMaxResults + 1> ResultData{}; // record i belongs to table row i; 0 is unused
+    std::array<RecordVerdict, kMaxResults + 1> verdicts{};  // go with their records
     int ResultCursor = 1;                                   // 1..20
     int ResultRowEnd = 1;                                   // one past the highest row filled, 1..21
+    int runs = 0;                                           // analyses stored since the program started
 
     void MoveData(int from, int to);
     void SwapData(int a, int b);
@@ -37,6 +45,8 @@ struct ResultStore {
     /// Stores a finished analysis at the cursor and advances the cursor. Of K or F, the rate constants and the radius,
     /// only the quantities in `mask` are copied; the record keeps its old values of the other quantities.
     void store(const ResultRecord& result, int mask);
+    /// Keeps a verdict with every record of an analysis, wherever the record has been moved.
+    void setVerdict(int run, const std::string& verdict);
 };
 
 /// models::interactionRadius() under its given name.

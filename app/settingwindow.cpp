@@ -90,6 +90,7 @@ QGroupBox* frmSettingWindow::makeFrame(const SettingChoice& choice)
 void frmSettingWindow::choose(const SettingChoice& choice, int index)
 {
     m_shared.settings.*choice.setting = index;
+    emit changed();
     if (choice.setting == &Settings::AssessmentMode)
         emit assessmentChanged();
 }

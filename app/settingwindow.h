@@ -26,6 +26,7 @@ public:
     void showSettings();
 
 signals:
+    void changed(); // any setting
     void assessmentChanged();
 
 protected:

@@ -3,6 +3,7 @@
 #include "app/resultstore.h"
 #include "app/settings.h"
 #include "decay/normalization.h"
+#include "trust/leastsums.h"
 
 #include <optional>
 
@@ -14,6 +15,7 @@ struct SharedState {
     Settings settings;
     std::optional<decay::SampleTable> samples; // the result of the last Normalization; none before the first
     ResultStore results;
+    trust::LeastSums leastSums; // so that no window contradicts another one
     int FitRegionMode = decay::kFitRegionOwn;
     bool DataNormalized = false; // the sheet was not edited after Normalization
 };

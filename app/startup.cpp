@@ -36,7 +36,8 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
                       {DecayAnalyzer, GraphWindow1, GraphWindow2, OutputTable1, OutputTable2}),
       m_sternVolmerCommands(commandInput(), MainWindow.results(), {SVAnalyzer, GraphWindow2, OutputTable2}),
       m_trustCommands(commandInput(), MainWindow.panel(), {startValues, fitDetails, modelComparison},
-                      {SVAnalyzer, DecayAnalyzer})
+                      {SVAnalyzer, DecayAnalyzer}),
+      m_verdicts(commandInput())
 {
     fit::StopRequested = false;
     connectFileMenu();
@@ -103,16 +104,19 @@ CommandInput VorloMain::commandInput()
     return {.sheet = MainWindow.sheet(), .panel = MainWindow.panel(), .shared = shared, .prompter = m_prompter};
 }
 
+/// All commands that calculate.
+void VorloMain::connectCommand(void (frmVorloMain::*chosen)(), const std::function<void()>& command)
+{
+    connect(&MainWindow, chosen, this, [this, command] { m_verdicts.run(command); });
+}
+
 void VorloMain::connectAnalyses()
 {
-    connect(&MainWindow, &frmVorloMain::normalizationChosen, this, [this] { m_decayCommands.Normalization(); });
-    connect(&MainWindow, &frmVorloMain::decayCurveAnalysisChosen, this,
-            [this] { m_decayCommands.DecayCurveAnalysis(); });
-    connect(&MainWindow, &frmVorloMain::calcDecayCurveChosen, this, [this] { m_decayCommands.CalcDecayCurve(); });
-    connect(&MainWindow, &frmVorloMain::sternVolmerAnalysisChosen, this,
-            [this] { m_sternVolmerCommands.SternVolmerAnalysis(); });
-    connect(&MainWindow, &frmVorloMain::calcSternVolmerChosen, this,
-            [this] { m_sternVolmerCommands.CalcSternVolmer(); });
+    connectCommand(&frmVorloMain::normalizationChosen, [this] { m_decayCommands.Normalization(); });
+    connectCommand(&frmVorloMain::decayCurveAnalysisChosen, [this] { m_decayCommands.DecayCurveAnalysis(); });
+    connectCommand(&frmVorloMain::calcDecayCurveChosen, [this] { m_decayCommands.CalcDecayCurve(); });
+    connectCommand(&frmVorloMain::sternVolmerAnalysisChosen, [this] { m_sternVolmerCommands.SternVolmerAnalysis(); });
+    connectCommand(&frmVorloMain::calcSternVolmerChosen, [this] { m_sternVolmerCommands.CalcSternVolmer(); });
     m_decayCommands.setAnalysisEnabled = [this](bool enabled) { MainWindow.setDecayAnalysisEnabled(enabled); };
     for (analysis::AnalyzerWindow* analyzer :
          std::initializer_list<analysis::AnalyzerWindow*>{&DecayAnalyzer, &SVAnalyzer})
@@ -122,21 +126,19 @@ void VorloMain::connectAnalyses()
 void VorloMain::connectTrust()
 {
     using models::Analysis;
-    connect(&MainWindow, &frmVorloMain::findSternVolmerStartChosen, this,
-            [this] { m_trustCommands.findStart(Analysis::SternVolmer); });
-    connect(&MainWindow, &frmVorloMain::findDecayStartChosen, this,
-            [this] { m_trustCommands.findStart(Analysis::Decay); });
-    connect(&MainWindow, &frmVorloMain::findAndFitSternVolmerChosen, this,
-            [this] { m_trustCommands.findAndFit(Analysis::SternVolmer); });
-    connect(&MainWindow, &frmVorloMain::findAndFitDecayChosen, this,
-            [this] { m_trustCommands.findAndFit(Analysis::Decay); });
-    m_trustCommands.analyse = [this](Analysis analysis) { MainWindow.analyse(analysis); };
-    connect(&MainWindow, &frmVorloMain::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
-    connect(&MainWindow, &frmVorloMain::compareModelsChosen, this,
-            [this] { m_trustCommands.compareAllModels(Analysis::SternVolmer); });
-    connect(&MainWindow, &frmVorloMain::compareDecayModelsChosen, this,
-            [this] { m_trustCommands.compareAllModels(Analysis::Decay); });
+    using Main = frmVorloMain;
+    connectCommand(&Main::findSternVolmerStartChosen, [this] { m_trustCommands.findStart(Analysis::SternVolmer); });
+    connectCommand(&Main::findDecayStartChosen, [this] { m_trustCommands.findStart(Analysis::Decay); });
+    connectCommand(&Main::findAndFitSternVolmerChosen, [this] { m_trustCommands.findAndFit(Analysis::SternVolmer); });
+    connectCommand(&Main::findAndFitDecayChosen, [this] { m_trustCommands.findAndFit(Analysis::Decay); });
+    connectCommand(&Main::fitDetailsChosen, [this] { m_trustCommands.showFitDetails(); });
+    connectCommand(&Main::compareModelsChosen, [this] { m_trustCommands.compareAllModels(Analysis::SternVolmer); });
+    connectCommand(&Main::compareDecayModelsChosen, [this] { m_trustCommands.compareAllModels(Analysis::Decay); });
+    m_trustCommands.analyse = [this](Analysis analysis) {
+        MainWindow.goTo(analysis == Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis");
+    };
     const auto look = [this](const analysis::Request& request, const analysis::Result& result) {
+        m_verdicts.analysed(request, result);
         m_trustCommands.analysed(request, result);
     };
     m_sternVolmerCommands.finished = look;
@@ -146,10 +148,30 @@ void VorloMain::connectTrust()
 void VorloMain::connectStatusLine()
 {
     m_afterChanges.setSingleShot(true);
-    connect(&MainWindow.sheet(), &DataSheet::changed, &m_afterChanges, qOverload<>(&QTimer::start));
-    connect(&m_afterChanges, &QTimer::timeout, this,
-            [this] { MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(MainWindow.sheet()))); });
+    const auto soon = qOverload<>(&QTimer::start);
+    connect(&MainWindow.sheet(), &DataSheet::changed, &m_afterChanges, soon);
+    connect(&MainWindow.panel(), &ParameterPanel::changed, &m_afterChanges, soon);
+    connect(&SettingWindow, &frmSettingWindow::changed, &m_afterChanges, soon);
+    connect(&m_session, &SessionCommands::opened, &m_afterChanges, soon);
+    connect(&m_afterChanges, &QTimer::timeout, this, [this] {
+        MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(MainWindow.sheet())));
+        m_verdicts.look();
+    });
     m_afterChanges.start();
+    connect(&m_verdicts, &VerdictWatch::changed, this, &VorloMain::showVerdict);
+    connect(&m_verdicts, &VerdictWatch::leastSumFell, this, [this] { m_trustCommands.refreshDetails(); });
+    connect(&MainWindow.statusLine(), &StatusLine::verdictPressed, this,
+            [this] { MainWindow.goTo(m_verdicts.stated().opens.name); });
+    connect(&SVAnalyzer, &analysis::AnalyzerWindow::faulted, this,
+            [this] { m_verdicts.faulted(models::Analysis::SternVolmer); });
+    connect(&DecayAnalyzer, &analysis::AnalyzerWindow::faulted, this,
+            [this] { m_verdicts.faulted(models::Analysis::Decay); });
+}
+
+void VorloMain::showVerdict()
+{
+    const StatedVerdict& stated = m_verdicts.stated();
+    MainWindow.statusLine().showVerdict(QString::fromStdString(stated.text), stated.opens.text, stated.warns);
 }
 
 // Windows are hidden, not destroyed, because a fit that processed the close event still uses them.

@@ -9,6 +9,7 @@
 #include "app/sharedstate.h"
 #include "app/sternvolmercommands.h"
 #include "app/trustcommands.h"
+#include "app/verdictwatch.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
 
@@ -75,6 +76,8 @@ private:
     void connectAnalyses();
     void connectTrust();
     void connectStatusLine();
+    void connectCommand(void (frmVorloMain::*chosen)(), const std::function<void()>& command);
+    void showVerdict();
     void connectWindows();
     void endProgram();
 
@@ -83,6 +86,7 @@ private:
     DecayCommands m_decayCommands;
     SternVolmerCommands m_sternVolmerCommands;
     TrustCommands m_trustCommands;
+    VerdictWatch m_verdicts;
     QTimer m_afterChanges; // runs out once, after all changes that one event makes
 };
 

@@ -3,18 +3,36 @@
 #include "ui/elided.h"
 
 #include <QHBoxLayout>
+#include <QStyle>
 
 namespace app
 {
 
-StatusLine::StatusLine(QWidget* parent) : QWidget(parent), m_samples(new ui::ElidedLabel(this))
+StatusLine::StatusLine(QWidget* parent)
+    : QWidget(parent), m_samples(new ui::ElidedLabel(this)), m_verdict(new ui::ElidedButton(this))
 {
     m_samples->setObjectName("lblSamples");
+    m_samples->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // the verdict takes the room that it needs
+    m_verdict->setObjectName("cmdVerdict");
+    m_verdict->setAutoDefault(true); // Enter presses it, too
+    m_verdict->setEnabled(false);
+    m_verdict->showText(tr("no analysis yet"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_samples, 1);
+    layout->addWidget(m_verdict);
+    connect(m_verdict, &QPushButton::clicked, this, &StatusLine::verdictPressed);
 }
 
 void StatusLine::showSamples(const QString& text) { m_samples->showText(text); }
+
+void StatusLine::showVerdict(const QString& text, const QString& opens, bool warns)
+{
+    m_verdict->setEnabled(true);
+    m_verdict->setIcon(warns ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
+    m_verdict->showText(text);
+    m_verdict->setToolTip(text + '\n' + opens);
+    m_verdict->setAccessibleDescription(opens);
+}
 
 } // namespace app

@@ -154,7 +154,7 @@ bool TrustCommands::showSearch(const trust::RequestedFit& requested)
     }
     double done = 0;
     const trust::SearchResult found =
-        trust::searchStart(requested, m_leastSums, [&](double share) { return progress(done = share); });
+        trust::searchStart(requested, m_input.shared.leastSums, [&](double share) { return progress(done = share); });
     const trust::FoundStarts starts = startsFor(requested, found, [&] { return progress(done); });
     if (fit::StopRequested)
         return false;
@@ -229,7 +229,7 @@ void TrustCommands::compareAllModels(models::Analysis analysis)
         window.begin(isDecay ? "Decay Curve Analysis, all models" : "Stern-Volmer Analysis, all models");
     showInFront(window, kComparisonPlace);
     const trust::Comparison comparison =
-        trust::compareModels(requests, m_leastSums, [&](double share) { return progress(share); });
+        trust::compareModels(requests, m_input.shared.leastSums, [&](double share) { return progress(share); });
     if (!fit::StopRequested)
         window.showModels(comparison);
 }
@@ -243,15 +243,15 @@ void TrustCommands::showFitDetails()
 void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result)
 {
     m_details = [this, request, result] {
-        m_windows.fitDetails.showDetails(trust::fitDetails(request, result, m_leastSums), trust::labelsOf(request));
+        m_windows.fitDetails.showDetails(trust::fitDetails(request, result, m_input.shared.leastSums),
+                                         trust::labelsOf(request));
     };
-    if (m_windows.fitDetails.isVisible())
-        refreshDetails();
+    refreshDetails();
 }
 
 void TrustCommands::refreshDetails()
 {
-    if (m_details)
+    if (m_details && m_windows.fitDetails.isVisible())
         m_details();
 }
 

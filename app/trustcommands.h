@@ -40,6 +40,8 @@ public:
 
     /// Called after every finished analysis and calculation.
     void analysed(const analysis::Request& request, const analysis::Result& result);
+    /// Brings open fit details up to date.
+    void refreshDetails();
 
 private:
     std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
@@ -53,13 +55,11 @@ private:
     void typeFound(const fit::Parameters& values);
     void typeBack();
     void chooseModel(models::Analysis analysis, int model, const fit::Parameters& values);
-    void refreshDetails();
 
     CommandInput m_input;
     PanelEditor& m_panel;
     Windows m_windows;
     Analyzers m_analyzers;
-    trust::LeastSums m_leastSums;
     QWidget* m_searching = nullptr;     // the window of the running search; only one runs at a time
     models::Analysis m_searchedFor{};   // the analysis for which the last search was
     PanelState m_typed;                 // the panel at the start of the last search

@@ -1,5 +1,6 @@
 #include "app/mainwindow.h"
 #include "app/sharedstate.h"
+#include "app/statusline.h"
 #include "tests/support/datarows.h"
 #include "tests/support/windowsize.h"
 #include "ui/twips.h"
@@ -122,6 +123,10 @@ void TestMainWindow::fitsItsUsualSize()
         QVERIFY2(button->width() >= caption, qPrintable(button->text()));
     }
 
+    m_window->statusLine().showVerdict(QString(500, 'x'), "opens Fit Details", true);
+    QCoreApplication::sendPostedEvents(); // lays out anew
+    QCOMPARE(m_window->size(), support::expectedSize(*m_window, {ui::toPixels(9750), ui::toPixels(8160)}));
+
     QWidgetList controls;
     for (auto* child : m_window->centralWidget()->findChildren<QWidget*>())
         if (qobject_cast<QLabel*>(child) || qobject_cast<QLineEdit*>(child) || qobject_cast<QPushButton*>(child) ||
@@ -141,15 +146,17 @@ void TestMainWindow::tabFollowsTheReadingOrder()
     showActive();
     m_window->findChild<QWidget*>("txtEdit")->setFocus();
     m_window->findChild<QRadioButton*>("opnModel3")->click();
+    m_window->statusLine().showVerdict("at a minimum", "opens Fit Details", false);
     QStringList order;
     for (QString name = "txtEdit"; !order.contains(name); name = QApplication::focusWidget()->objectName()) {
         order << name;
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
     QCOMPARE(QApplication::focusWidget()->objectName(), QString("txtEdit"));
-    QCOMPARE(order, QStringList({"txtEdit", "MSHFlexGrid1", "cmdCopy", "cmdClearAll", "cmdDelRow", "cmdRestore",
-                                 "cmdSetCursor", "MSHFlexGrid2", "opnModel3", "txtkq2", "txtK", "txtS", "txtConcProbe",
-                                 "txtTolerance", "txtIteration", "Check1", "Check2", "txtFitRegion", "opnFitRegion0"}));
+    QCOMPARE(order, QStringList({"txtEdit",    "MSHFlexGrid1", "cmdCopy",      "cmdClearAll",   "cmdDelRow",
+                                 "cmdRestore", "cmdSetCursor", "MSHFlexGrid2", "opnModel3",     "txtkq2",
+                                 "txtK",       "txtS",         "txtConcProbe", "txtTolerance",  "txtIteration",
+                                 "Check1",     "Check2",       "txtFitRegion", "opnFitRegion0", "cmdVerdict"}));
 }
 
 void TestMainWindow::editKeysStayInATextBox()

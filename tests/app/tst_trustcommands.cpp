@@ -1,11 +1,14 @@
 #include "app/parameterpanel.h"
 #include "fit/numbertext.h"
 #include "tests/support/application.h"
+#include "ui/grid.h"
 #include "ui/twips.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -13,8 +16,10 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -41,6 +46,7 @@ struct Program : support::Application {
     double number(const char* name) { return fit::numberFrom(box(name).toStdString()); }
     QListWidget& solutions() { return *program.startValues.findChild<QListWidget*>("lstSolutions"); }
     QString found() { return program.startValues.findChild<QPlainTextEdit*>("txtFound")->toPlainText(); }
+    QPushButton& stated() { return control<QPushButton>("cmdVerdict"); }
     QString verdict() { return program.fitDetails.findChild<QLabel*>("lblVerdict")->text(); }
     QTableWidget& details(const char* name) { return *program.fitDetails.findChild<QTableWidget*>(name); }
     QAbstractItemModel& models() { return *program.modelComparison.findChild<QTableView*>("grdModels")->model(); }
@@ -57,6 +63,8 @@ private slots:
     void foundStartLeadsTheAnalysis();
     void solutionsCanBeChosenAndTakenBack();
     void findAndFitEndsAtTheLeastSum();
+    void statusLineJudgesEachRun();
+    void verdictsStayWithTheirResults();
     void escapeClosesTheWindows();
     void complainsAsTheAnalysisDoes();
     void refusesInfiniteBoxes();
@@ -149,6 +157,74 @@ void TestTrustCommands::findAndFitEndsAtTheLeastSum()
     p.choose(6);
     p.run("mnuFindAndFitSternVolmer");
     QCOMPARE(p.program.shared.results.ResultCursor, 4);
+}
+
+void TestTrustCommands::statusLineJudgesEachRun()
+{
+    Program p;
+    QVERIFY(!p.stated().isEnabled());
+    p.run("mnuSternVolmerAnalysis"); // from the panel's values it ends on a plateau
+    QCOMPARE(p.stated().text(), QString("judging"));
+    QTRY_VERIFY(p.stated().text().startsWith("not a minimum: the sum is "));
+    QVERIFY(p.stated().toolTip().startsWith(p.stated().text()));
+    QCOMPARE(p.stated().accessibleDescription(), QString("finds start values"));
+    QTest::keyClick(&p.stated(), Qt::Key_Return);
+    QVERIFY(p.program.startValues.isVisible());
+    QTRY_VERIFY(p.stated().text().startsWith("of data changed since: not a minimum"));
+
+    p.run("mnuSternVolmerAnalysis");
+    QTRY_COMPARE(p.stated().text(), QString("at a minimum"));
+    QAccessible::queryAccessibleInterface(&p.stated())
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_VERIFY(p.program.fitDetails.isVisible());
+    const QString outdated = "of data changed since: at a minimum";
+    p.type("txtTolerance", "0.001");
+    QTRY_COMPARE(p.stated().text(), outdated);
+    p.type("txtTolerance", "0.0001");
+    QTRY_COMPARE(p.stated().text(), QString("at a minimum"));
+    p.program.SettingWindow.findChild<QRadioButton*>("opnMethod0")->click();
+    QTRY_COMPARE(p.stated().text(), outdated);
+    p.program.SettingWindow.findChild<QRadioButton*>("opnMethod1")->click();
+    p.program.MainWindow.sheet().SetSheetText(9, 7, "122");
+    QTRY_COMPARE(p.stated().text(), outdated);
+
+    p.type("txtkq2", "5e9");
+    p.run("mnuCalcSternVolmer");
+    QTRY_VERIFY(p.stated().text().startsWith("not a minimum"));
+    p.type("txtkq2", "1e400");
+    p.run("mnuSternVolmerAnalysis");
+    QVERIFY(p.stated().text().startsWith("no result: "));
+    QCOMPARE(p.stated().accessibleDescription(), QString("finds start values"));
+}
+
+void TestTrustCommands::verdictsStayWithTheirResults()
+{
+    Program p;
+    const auto verdictOf = [&p](std::size_t row) {
+        return QString::fromStdString(p.program.shared.results.verdicts[row].text);
+    };
+    p.run("mnuSternVolmerAnalysis");
+    p.run("mnuFindAndFitSternVolmer"); // before the first run is judged
+    p.run("mnuNormalization");         // begins the judging again
+    QCOMPARE(verdictOf(1), QString("not judged"));
+    QTRY_COMPARE(verdictOf(2), QString("at a minimum"));
+    p.run("mnuSternVolmerAnalysis");
+    p.program.MainWindow.results().SelectResultCell(1, 1);
+    p.control<QPushButton>("cmdDelRow").click();
+    QTRY_COMPARE(p.stated().text(), QString("at a minimum"));
+    QCOMPARE(verdictOf(1) + verdictOf(2), QString("at a minimum").repeated(2));
+
+    auto& grid = p.control<ui::Grid>("MSHFlexGrid2");
+    const QPoint at(5, grid.rowViewportPosition(1) + 2);
+    QHelpEvent hover(QEvent::ToolTip, at, grid.viewport()->mapToGlobal(at));
+    QApplication::sendEvent(grid.viewport(), &hover);
+    QCOMPARE(QToolTip::text(), QString("OK\nat a minimum"));
+
+    QTemporaryDir folder;
+    p.save(folder.filePath("a.vrl"));
+    p.open(folder.filePath("a.vrl"));
+    QCOMPARE(verdictOf(1), QString());
 }
 
 void TestTrustCommands::escapeClosesTheWindows()

@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 
 #include <iterator>
@@ -102,7 +103,9 @@ void showOutcome(QWidget& analyzer, app::frmVorloMain& window, int row, const ch
     for (int column = 0; column < results.columns(); ++column)
         if (!results.text(row, column).isEmpty())
             cells << results.text(0, column) + " = " + results.text(row, column).trimmed();
-    say("Results row: " + cells.join(", ") + "\n" + comparison + "\n");
+    const auto& verdict = tour::find<QPushButton>(window, "cmdVerdict");
+    tour::waitWhile(verdict, "judging");
+    say("Results row: " + cells.join(", ") + "\nVerdict: " + verdict.text() + '\n' + comparison + "\n");
 }
 
 struct Tour {

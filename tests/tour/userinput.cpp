@@ -1,5 +1,6 @@
 #include "tests/tour/userinput.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -120,6 +121,13 @@ void chooseItem(QMainWindow& window, const char* item)
         giveUp(QString("there is no menu item %1").arg(item));
     openMenu(*window.menuBar(), *menu);
     chooseFrom(*menu, *action);
+}
+
+void waitWhile(const QAbstractButton& button, const QString& text)
+{
+    if (!QTest::qWaitFor([&] { return button.text() != text; }, 60'000))
+        giveUp(QString("%1 stays at %2").arg(button.objectName(), text));
+    QCoreApplication::sendPostedEvents(); // the layout follows the new text
 }
 
 void takePicture(QWidget& window, const QString& path)

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iostream>
 
+class QAbstractButton;
 class QComboBox;
 class QLineEdit;
 
@@ -43,6 +44,8 @@ void retype(QLineEdit& box, const QString& text);
 void choose(QComboBox& list, int entry);
 /// Opens a menu of the menu bar and clicks the item with that object name.
 void chooseItem(QMainWindow& window, const char* item);
+/// Waits until a button has another text.
+void waitWhile(const QAbstractButton& button, const QString& text);
 /// Saves a picture of a window as PNG. A window that is not on the screen ends the tour.
 void takePicture(QWidget& window, const QString& path);
 
