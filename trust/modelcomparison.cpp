@@ -100,13 +100,13 @@ void setDifferences(std::vector<ComparedModel>& places)
 /// Concentrations of data without the reference, M.
 std::vector<double> quencherOf(const analysis::Request& request)
 {
-    std::vector<double> conc;
+    std::vector<double> Q;
     if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data))
-        conc.assign(points->conc.begin() + 2, points->conc.begin() + 1 + std::max(points->count, 1));
+        Q.assign(points->Q.begin() + 2, points->Q.begin() + 1 + std::max(points->count, 1));
     else if (const auto& table = std::get<decay::SampleTable>(request.data); true)
         for (int s = 2; s <= table.SampleCount; ++s)
-            conc.push_back(table.SampleData[static_cast<std::size_t>(s)].Conc);
-    return conc;
+            Q.push_back(table.SampleData[static_cast<std::size_t>(s)].Conc);
+    return Q;
 }
 
 /// All that follows from the fits together. models: in the order of the requests.

@@ -16,12 +16,12 @@ using Curve = std::vector<double>;
 /// The concentrations of the samples, M, with two more in every gap.
 std::vector<double> placesToCompare(const sternvolmer::RatioPoints& points)
 {
-    std::vector<double> conc(points.conc.begin() + 1, points.conc.begin() + 1 + points.count);
-    std::sort(conc.begin(), conc.end());
-    std::vector<double> places = conc;
-    for (std::size_t i = 1; i < conc.size(); ++i)
+    std::vector<double> Q(points.Q.begin() + 1, points.Q.begin() + 1 + points.count);
+    std::sort(Q.begin(), Q.end());
+    std::vector<double> places = Q;
+    for (std::size_t i = 1; i < Q.size(); ++i)
         for (const double share : {1.0 / 3, 2.0 / 3})
-            places.push_back(conc[i - 1] + share * (conc[i] - conc[i - 1]));
+            places.push_back(Q[i - 1] + share * (Q[i] - Q[i - 1]));
     return places;
 }
 
