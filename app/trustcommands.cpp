@@ -176,8 +176,7 @@ trust::FoundStarts TrustCommands::startsFor(const trust::RequestedFit& requested
                               .typedSum = found.typedSum,
                               .starts = {}};
     for (const leastsquares::Solution& solution : found.solutions) {
-        const leastsquares::Minimum minimum{solution.values, solution.sumOfSquares};
-        starts.starts.push_back({solution, trust::engineStart(requested, minimum, keepGoing)});
+        starts.starts.push_back({solution, trust::engineStart(requested, solution, keepGoing)});
     }
     return starts;
 }

@@ -51,6 +51,7 @@ public:
 private:
     static double limitOf(const SolvedProblem& solved, double leastSum);
     bool equallyDeep(double sum, double least) const { return equallyGood(sum, least, m_solved.problem.pointCount()); }
+    bool mayStandFor(double sum, double least) const;
     Solution solutionOf(const Minimum& minimum) const;
     bool same(const Solution& a, const Solution& b) const;
     bool inOneRegion(const fit::Parameters& a, const fit::Parameters& b) const;
@@ -81,23 +82,30 @@ void SolutionList::add(const Minimum& minimum)
         std::find_if(solutions.begin(), solutions.end(), [&](const Solution& other) { return same(other, solution); });
     if (known == solutions.end())
         solutions.push_back(solution);
-    else if (equallyDeep(solution.sumOfSquares, known->sumOfSquares) &&
+    else if (mayStandFor(solution.sumOfSquares, known->lowestSum) &&
              distance(m_solved.free, solution.values, m_solved.nearest) <
                  distance(m_solved.free, known->values, m_solved.nearest))
-        *known = solution;
+        *known = {solution.values, solution.sumOfSquares, known->lowestSum, solution.undetermined};
+}
+
+/// The usual share is for those who compare with the solution; what stands for it may use up a tenth.
+bool SolutionList::mayStandFor(double sum, double least) const
+{
+    constexpr double kPart = 0.1;
+    return equallyDeep(least + (sum - least) / kPart, least);
 }
 
 /// A parameter that the data do not determine is moved into its usual range if the fit stays equally good.
 Solution SolutionList::solutionOf(const Minimum& minimum) const
 {
     Solution solution{
-        minimum.values, minimum.sumOfSquares,
+        minimum.values, minimum.sumOfSquares, minimum.sumOfSquares,
         uncertaintyOf(m_solved.problem, minimum.values, m_solved.free, m_solved.countedPoints).undetermined};
     for (const std::size_t slot : solution.undetermined) {
         fit::Parameters held = solution.values;
         held[slot] = std::clamp(held[slot], m_solved.usual[slot].low, m_solved.usual[slot].high);
         const double sum = sumOfSquares(m_solved.problem, held);
-        if (equallyDeep(sum, minimum.sumOfSquares)) {
+        if (mayStandFor(sum, minimum.sumOfSquares)) {
             solution.values = held;
             solution.sumOfSquares = sum;
         }

@@ -5,11 +5,12 @@
 namespace leastsquares
 {
 
-/// A minimum; undetermined: the parameters that the data do not determine.
+/// A minimum that stands for all like it.
 struct Solution {
     fit::Parameters values{};
     double sumOfSquares = 0;
-    FreeSlots undetermined;
+    double lowestSum = 0;   // of all that it stands for; at most a tenth of the usual share lower
+    FreeSlots undetermined; // the parameters that the data do not determine
 };
 
 /// Other parameters with the same curve; nullptr if there are none.

@@ -7,19 +7,8 @@
 
 namespace trust
 {
-namespace
-{
-
-std::unique_ptr<fit::Problem> quickProblem(analysis::Request request)
-{
-    request.quick = true;
-    return analysis::engineProblem(request);
-}
-
-} // namespace
-
 EngineRun::EngineRun(const analysis::Request& request, double maxEvaluations)
-    : m_problem(quickProblem(request)), m_logMode(request.options.logMode),
+    : m_problem(analysis::engineProblem(request)), m_logMode(request.options.logMode),
       m_evaluationsPerIteration(static_cast<double>(m_problem->pointCount()) * (request.options.parameterCount + 1)),
       m_limit(maxEvaluations / m_evaluationsPerIteration),
       m_run(*m_problem, analysis::engineOptions(request), analysis::startParameters(request))

@@ -14,7 +14,7 @@ using KeepGoing = std::function<bool()>;
 /// Limit of a run, in evaluations of the law at a point: half a second with the slowest law.
 inline constexpr double kEvaluations = 1e6;
 
-/// The run of a request in single iterations. It looks for something and may differ from the analysis by roundings.
+/// The run of a request in single iterations.
 class EngineRun
 {
 public:

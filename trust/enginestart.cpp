@@ -14,16 +14,17 @@ constexpr double kFirstStride = 0.5, kLastStride = 1e-3;
 
 } // namespace
 
-StartFinder::StartFinder(const RequestedFit& requested, const leastsquares::Minimum& minimum)
-    : m_requested(requested), m_free(requested.free()), m_minimum(minimum), m_tried(requested.request),
+StartFinder::StartFinder(const RequestedFit& requested, const leastsquares::Solution& solution)
+    : m_requested(requested), m_free(requested.free()), m_solution(solution), m_tried(requested.request),
       m_stride(kFirstStride)
 {
-    tryFrom(briefly(minimum.values));
+    tryFrom(briefly(solution.values));
 }
 
 void StartFinder::tryFrom(const fit::Parameters& values)
 {
     m_tried.values = values;
+    m_tried.quick = analysis::methodOf(m_tried) == models::Analysis::Decay;
     m_run.emplace(m_tried, m_evaluationsLeft);
 }
 
@@ -34,7 +35,13 @@ bool StartFinder::step()
     if (m_run->step())
         return true;
     m_evaluationsLeft -= m_run->evaluations();
-    goOn(ended());
+    const EngineStart end = ended();
+    if (end.leadsToMinimum && m_tried.quick) { // roundings may lead an analysis elsewhere
+        m_tried.quick = false;
+        m_run.emplace(m_tried);
+        return true;
+    }
+    goOn(end);
     return m_stage != Stage::Done;
 }
 
@@ -45,7 +52,7 @@ EngineStart StartFinder::ended() const
             .sumOfSquares = leastsquares::sumOfSquares(m_requested.problem, m_tried.values),
             .reached = reached,
             .leadsToMinimum =
-                leastsquares::equallyGood(reached, m_minimum.sumOfSquares, m_requested.problem.pointCount())};
+                leastsquares::equallyGood(reached, m_solution.lowestSum, m_requested.problem.pointCount())};
 }
 
 /// Decides on the next run after the present one has ended.
@@ -63,7 +70,7 @@ void StartFinder::goOn(const EngineStart& end)
         } else if (m_stage == Stage::Briefly) {
             m_atMinimum = end;
             m_stage = Stage::Exactly;
-            tryFrom(rounded(m_minimum.values, kAllDigits));
+            tryFrom(rounded(m_solution.values, kAllDigits));
         } else {
             m_centre = end;
             m_stage = Stage::Around;
@@ -130,9 +137,10 @@ fit::Parameters StartFinder::briefly(const fit::Parameters& exact) const
     return rounded(exact, kAllDigits);
 }
 
-EngineStart engineStart(const RequestedFit& requested, const leastsquares::Minimum& minimum, const KeepGoing& keepGoing)
+EngineStart engineStart(const RequestedFit& requested, const leastsquares::Solution& solution,
+                        const KeepGoing& keepGoing)
 {
-    StartFinder finder(requested, minimum);
+    StartFinder finder(requested, solution);
     while (finder.step() && (!keepGoing || keepGoing())) {
     }
     return finder.found();

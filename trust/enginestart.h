@@ -1,5 +1,6 @@
 #pragma once
 
+#include "leastsquares/solutions.h"
 #include "trust/enginerun.h"
 #include "trust/requestedfit.h"
 
@@ -14,7 +15,7 @@ struct EngineStart {
     fit::Parameters values{};
     double sumOfSquares = 0;       // at the start
     double reached = 0;            // at the end
-    bool leadsToMinimum = false;   // equally good at the end
+    bool leadsToMinimum = false;   // as good as the lowest sum of the solution at the end
     bool leadsInOtherMode = false; // only with the other choice of "normal" and "log mode"
 };
 
@@ -24,7 +25,7 @@ class StartFinder
 {
 public:
     /// requested must outlive it.
-    StartFinder(const RequestedFit& requested, const leastsquares::Minimum& minimum);
+    StartFinder(const RequestedFit& requested, const leastsquares::Solution& solution);
 
     /// An iteration of the engine; false: nothing is left to be tried.
     bool step();
@@ -45,7 +46,7 @@ private:
 
     const RequestedFit& m_requested;
     const leastsquares::FreeSlots m_free;
-    const leastsquares::Minimum m_minimum;
+    const leastsquares::Solution m_solution;
     Stage m_stage = Stage::Briefly;
     analysis::Request m_tried; // the request of the present run
     std::optional<EngineRun> m_run;
@@ -58,7 +59,7 @@ private:
 };
 
 /// The same without pauses.
-EngineStart engineStart(const RequestedFit& requested, const leastsquares::Minimum& minimum,
+EngineStart engineStart(const RequestedFit& requested, const leastsquares::Solution& solution,
                         const KeepGoing& keepGoing = {});
 
 /// The text of a start value for its box.

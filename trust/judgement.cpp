@@ -14,6 +14,8 @@ namespace
 /// "the sum is 1770 times the least"
 std::string sumText(const Judgement& judgement)
 {
+    if (judgement.unusual)
+        return "the sum is lower at constants of unusual size";
     if (judgement.leastIsExact)
         return "other constants fit exactly";
     const double ratio = judgement.sumOfSquares / judgement.leastSum;

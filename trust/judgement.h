@@ -35,6 +35,7 @@ struct Judgement {
     double leastSum = 0;                  // the lowest sum found anywhere; infinity: none
     fit::Parameters leastValues{};        // there, if there is advice to get there
     bool leastIsExact = false;            // so low that no instrument sees the deviations
+    bool unusual = false;                 // the least lies at constants of a size at which no search looks
     bool likely = false;                  // the data cannot tell the sum from the least
     Advice advice = Advice::None;
     fit::Options options{}; // of the request; for GoOn, those that lead to the least sum

@@ -77,7 +77,16 @@ bool Judging::step()
 void Judging::endSearch()
 {
     m_known.keep(m_request, m_search->minima());
-    m_descent.emplace(*m_problem, m_result.values, m_requested.free());
+    leastsquares::Ranges ranges = countedRanges(m_request.model);
+    for (const std::size_t slot : m_requested.free()) {
+        const double size = std::abs(m_result.values[slot]);
+        constexpr double kAround = 10; // of a constant of unusual size
+        if (size < ranges[slot].low)
+            ranges[slot].low = size / kAround;
+        if (size > ranges[slot].high)
+            ranges[slot].high = size * kAround;
+    }
+    m_descent.emplace(*m_problem, m_result.values, m_requested.free(), ranges);
     m_stage = Stage::Descend;
     if (!std::isfinite(m_judgement.sumOfSquares))
         findStart();
@@ -93,7 +102,9 @@ void Judging::endDescent()
     const leastsquares::Minimum downhill = m_descent->reached();
     m_known.offer(m_request, downhill);
     Judgement& judgement = m_judgement;
-    judgement.leastSum = std::min(downhill.sumOfSquares, m_known.leastSum(m_request));
+    const double knownLeast = m_known.leastSum(m_request);
+    judgement.unusual = !leastsquares::equallyGood(knownLeast, downhill.sumOfSquares, m_problem->pointCount());
+    judgement.leastSum = std::min(knownLeast, downhill.sumOfSquares);
     judgement.leastIsExact = leastsquares::equallyGood(judgement.leastSum, 0, m_problem->pointCount());
     const bool stopped = m_result.fitted && m_result.ending == fit::Ending::Stopped;
     if (atLeast(judgement.sumOfSquares)) {
@@ -140,18 +151,25 @@ void Judging::goOn(bool raiseLimit, bool lowerTolerance)
 {
     m_judgement.raiseLimit = raiseLimit;
     m_judgement.lowerTolerance = lowerTolerance;
-    analysis::Request longer = m_request;
-    longer.options.iterationLimit += kMoreIterations;
+    m_longer = m_request;
+    m_longer.quick = analysis::methodOf(m_request) == models::Analysis::Decay;
+    m_longer.options.iterationLimit += kMoreIterations;
     if (lowerTolerance)
-        longer.options.tolerance /= kToleranceDivisor;
-    m_longerRun.emplace(longer, kMostEvaluations);
+        m_longer.options.tolerance /= kToleranceDivisor;
+    m_longerRun.emplace(m_longer, kMostEvaluations);
     m_stage = Stage::GoOn;
 }
 
 void Judging::endLongerRun()
 {
     const analysis::Result longer = m_longerRun->result();
-    if (atLeast(sumAtEnd(*m_problem, longer))) {
+    const bool helps = m_judgement.lowerTolerance || longer.iterations > m_request.options.iterationLimit;
+    if (helps && atLeast(sumAtEnd(*m_problem, longer))) {
+        if (m_longer.quick) { // roundings may lead an analysis elsewhere
+            m_longer.quick = false;
+            m_longerRun.emplace(m_longer, kMostEvaluations);
+            return;
+        }
         m_judgement.verdict = Verdict::StillMoving;
         m_judgement.advice = Advice::GoOn;
         m_judgement.raiseLimit = longer.iterations > m_request.options.iterationLimit;
@@ -169,12 +187,13 @@ void Judging::endLongerRun()
 
 void Judging::findStart()
 {
-    const std::vector<leastsquares::Solution> solutions = knownSolutions(m_requested, m_known);
+    const std::vector<leastsquares::Solution> solutions =
+        m_judgement.unusual ? std::vector<leastsquares::Solution>{} : knownSolutions(m_requested, m_known);
     m_stage = solutions.empty() ? Stage::Done : Stage::FindStart;
     if (solutions.empty())
         return;
     m_judgement.leastValues = solutions.front().values;
-    m_startFinder.emplace(m_requested, leastsquares::Minimum{solutions.front().values, solutions.front().sumOfSquares});
+    m_startFinder.emplace(m_requested, solutions.front());
 }
 
 void Judging::endFindStart()

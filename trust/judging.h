@@ -47,6 +47,7 @@ private:
     Stage m_stage = Stage::Search;
     std::optional<StartSearch> m_search;
     std::optional<leastsquares::Descent> m_descent; // from the end of the fit
+    analysis::Request m_longer;                     // the same with other limits
     std::optional<EngineRun> m_longerRun;
     std::optional<StartFinder> m_startFinder;
     Judgement m_judgement;

@@ -97,9 +97,11 @@ void LeastSums::offer(const analysis::Request& request, const leastsquares::Mini
 {
     constexpr double kLower = 1 - 1e-9; // a change above rounding
     const leastsquares::FreeSlots free = leastsquares::freeSlots(request.options.parameterCount, request.options.fix);
-    const bool positive =
-        std::all_of(free.begin(), free.end(), [&](std::size_t slot) { return minimum.values[slot] > 0; });
-    if (positive && minimum.sumOfSquares < leastSum(request) * kLower)
+    const leastsquares::Ranges counted = countedRanges(request.model);
+    const bool counts = std::all_of(free.begin(), free.end(), [&](std::size_t slot) {
+        return minimum.values[slot] >= counted[slot].low && minimum.values[slot] <= counted[slot].high;
+    });
+    if (counts && minimum.sumOfSquares < leastSum(request) * kLower)
         newestAnswer(request).minima.push_back(minimum);
 }
 

@@ -33,7 +33,8 @@ public:
 
     /// Keeps the minima of a complete search.
     void keep(const analysis::Request& request, const std::vector<leastsquares::Minimum>& minima);
-    /// Keeps a minimum if it is lower than all known ones. Negative constants do not count: they have no meaning.
+    /// Keeps a minimum if it is lower than all known ones and its free constants have sizes that count. Negative
+    /// constants have no meaning.
     void offer(const analysis::Request& request, const leastsquares::Minimum& minimum);
 
 private:

@@ -61,7 +61,7 @@ ComparedModel compared(const analysis::Request& request, LeastSums& known, const
     if (found.solutions.empty())
         return result;
     const leastsquares::Solution& best = found.solutions.front();
-    const EngineStart start = engineStart(requested, {best.values, best.sumOfSquares});
+    const EngineStart start = engineStart(requested, best);
     analysis::Request fromThere = request;
     fromThere.values = start.values;
     const analysis::Result atMinimum{.values = best.values};

@@ -22,6 +22,15 @@ leastsquares::Ranges sensibleRanges(int model)
     return ranges;
 }
 
+leastsquares::Ranges countedRanges(int model)
+{
+    constexpr double kMargin = 1000;
+    leastsquares::Ranges ranges = sensibleRanges(model);
+    for (std::size_t slot = 1; slot <= models::row(model).fitted().size(); ++slot)
+        ranges[slot] = {ranges[slot].low / kMargin, ranges[slot].high * kMargin};
+    return ranges;
+}
+
 fit::Parameters positiveStart(const RequestedFit& requested)
 {
     const leastsquares::Ranges sensible = sensibleRanges(requested.request.model);

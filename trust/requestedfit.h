@@ -25,11 +25,12 @@ struct RequestedFit {
 /// The problem of a request, taking values in their real units. Decay curves may differ by roundings.
 std::unique_ptr<fit::Problem> realProblem(analysis::Request request);
 
-/// A search may leave the sizes that the parameters of a model usually have by this factor.
-inline constexpr double kSearchMargin = 1000;
-
 /// The usual sizes of a model's parameters, by slot.
 leastsquares::Ranges sensibleRanges(int model);
+
+/// The sizes within which a minimum counts: a thousand times wider on both sides. Far beyond them the laws lose their
+/// digits, and rounding makes minima that mean nothing.
+leastsquares::Ranges countedRanges(int model);
 
 /// The typed values; a value that is not positive is replaced by the middle of its sensible range.
 fit::Parameters positiveStart(const RequestedFit& requested);

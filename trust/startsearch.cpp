@@ -14,8 +14,7 @@ namespace
 constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is calculated, by number of free parameters
 constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best starts, from which a fit descends
 
-// Shares of the progress; descents in thinned data are refined with all points.
-constexpr double kLookShare = 0.2, kThinnedShare = 0.4;
+constexpr double kLookShare = 0.2, kDescentsEnd = 0.6; // of the progress
 
 bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
 
@@ -23,7 +22,7 @@ bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { r
 
 StartSearch::StartSearch(const RequestedFit& requested, const LeastSums& known)
     : m_requested(requested), m_free(requested.free()), m_sensible(sensibleRanges(requested.request.model)),
-      m_thinned(requested.problem)
+      m_counted(countedRanges(requested.request.model)), m_thinned(requested.problem)
 {
     if (known.searched(requested.request))
         beginDescents({});
@@ -52,14 +51,13 @@ double StartSearch::done() const
     const auto share = [](std::size_t part, std::size_t whole) {
         return static_cast<double>(part) / static_cast<double>(std::max<std::size_t>(whole, 1));
     };
-    const double descentsEnd = m_thinned.leavesOut() ? kThinnedShare : 1;
     switch (m_stage) {
     case Stage::Look:
         return kLookShare * share(m_looked.size(), static_cast<std::size_t>(kLookedAt[m_free.size()]));
     case Stage::Descend:
-        return kLookShare + (descentsEnd - kLookShare) * share(m_next, m_starts.size());
+        return kLookShare + (kDescentsEnd - kLookShare) * share(m_next, m_starts.size());
     case Stage::Refine:
-        return kThinnedShare + (1 - kThinnedShare) * share(m_next, m_starts.size());
+        return kDescentsEnd + (1 - kDescentsEnd) * share(m_next, m_starts.size());
     case Stage::Done:
         break;
     }
@@ -93,7 +91,7 @@ void StartSearch::beginDescents(std::vector<fit::Parameters> starts)
 void StartSearch::descend()
 {
     if (!m_descent)
-        m_descent.emplace(m_thinned, m_starts[m_next], m_free, wideRanges());
+        m_descent.emplace(m_thinned, m_starts[m_next], m_free, m_counted);
     if (m_descent->step())
         return;
     add(m_descent->reached());
@@ -127,43 +125,40 @@ bool StartSearch::sameValley(const leastsquares::Minimum& a, const leastsquares:
     return true;
 }
 
-/// Minima of thinned data are continued with all points.
+/// Descents may end early in a narrow valley or have left out points: they are continued.
 void StartSearch::beginRefining()
 {
-    constexpr double kWorthFollowing = 2; // times the lowest sum
-    m_stage = Stage::Done;
-    if (!m_thinned.leavesOut())
-        return;
+    constexpr double kWorthFollowing = 20; // times the lowest sum of thinned data
     const double lowest = std::min_element(m_minima.begin(), m_minima.end(), isLower)->sumOfSquares;
     m_starts.clear();
     for (const leastsquares::Minimum& minimum : m_minima)
-        if (minimum.sumOfSquares <= lowest * kWorthFollowing)
+        if (!m_thinned.leavesOut() || minimum.sumOfSquares <= lowest * kWorthFollowing)
             m_starts.push_back(minimum.values);
     m_minima.clear();
     m_next = 0;
     m_stage = m_starts.empty() ? Stage::Done : Stage::Refine;
 }
 
+/// Descends from a minimum again and again, until that hardly helps.
 void StartSearch::refine()
 {
+    constexpr double kHelps = 1 - 1e-2 * leastsquares::kEquallyGood;
+    constexpr int kMostRounds = 10;
     if (!m_descent)
-        m_descent.emplace(m_requested.problem, m_starts[m_next], m_free, wideRanges());
+        m_descent.emplace(m_requested.problem, m_starts[m_next], m_free, m_counted);
     if (m_descent->step())
         return;
-    m_minima.push_back(m_descent->reached());
+    const leastsquares::Minimum reached = m_descent->reached();
     m_descent.reset();
+    const double before = leastsquares::sumOfSquares(m_requested.problem, m_starts[m_next]);
+    if (reached.sumOfSquares < before * kHelps && ++m_rounds < kMostRounds) {
+        m_starts[m_next] = reached.values;
+        return;
+    }
+    m_minima.push_back(reached);
+    m_rounds = 0;
     if (++m_next == m_starts.size())
         m_stage = Stage::Done;
-}
-
-leastsquares::Ranges StartSearch::wideRanges() const
-{
-    leastsquares::Ranges wide = m_sensible;
-    for (const std::size_t slot : m_free) {
-        wide[slot].low = m_sensible[slot].low / kSearchMargin;
-        wide[slot].high = m_sensible[slot].high * kSearchMargin;
-    }
-    return wide;
 }
 
 SearchResult searchStart(const RequestedFit& requested, LeastSums& known, const SearchProgress& progress)

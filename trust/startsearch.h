@@ -42,18 +42,18 @@ private:
     void refine();
     void beginDescents(std::vector<fit::Parameters> starts);
     void beginRefining();
-    leastsquares::Ranges wideRanges() const;
     void add(const leastsquares::Minimum& minimum);
     bool sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b);
 
     const RequestedFit& m_requested;
     const leastsquares::FreeSlots m_free;
-    const leastsquares::Ranges m_sensible;
+    const leastsquares::Ranges m_sensible, m_counted;
     leastsquares::ThinnedProblem m_thinned; // all points if there are few
     Stage m_stage = Stage::Look;
     std::vector<leastsquares::Minimum> m_looked;
-    std::vector<fit::Parameters> m_starts; // of the descents; of the refining, minima of the thinned data
+    std::vector<fit::Parameters> m_starts; // of the descents or of the refining
     std::size_t m_next = 0;                // of the starts
+    int m_rounds = 0;                      // of refining one minimum
     std::optional<leastsquares::Descent> m_descent;
     std::vector<leastsquares::Minimum> m_minima;
 };

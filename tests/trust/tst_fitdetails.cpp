@@ -176,7 +176,7 @@ void TestFitDetails::judgesACalculation()
         {line, {0, 1 + 6e-7}, Verdict::NotAMinimum}};
     for (const auto& [request, values, verdict] : cases) {
         const FitDetails details = detailsAt(request, values);
-        QVERIFY(details.judgement.verdict == verdict);
+        QVERIFY2(details.judgement.verdict == verdict, sentence(details.judgement, request.model).c_str());
         const std::string remarks = detailsText(details, labelsOf(request)).remarks;
         QCOMPARE(remarks.find("rough guide") != std::string::npos, verdict == Verdict::NotAMinimum);
     }

@@ -25,7 +25,7 @@ SearchResult searched(const analysis::Request& request)
 EngineStart startFor(const analysis::Request& request, const leastsquares::Solution& solution)
 {
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
-    return engineStart({*problem, request}, {solution.values, solution.sumOfSquares});
+    return engineStart({*problem, request}, solution);
 }
 
 double tau0Of(const analysis::Request& request) { return std::get<sternvolmer::RatioPoints>(request.data).tau0; }
