@@ -24,8 +24,8 @@ struct Place {
     int crampedTop, crampedLeft;
     int height, width;
 };
-constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9000, 7400};
-constexpr Place kStartsPlace{9450, 16350, 2000, 3000, 5400, 7400}; // below the details, beside the boxes
+constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9900, 8900};
+constexpr Place kStartsPlace{10350, 16350, 2000, 3000, 5000, 8900}; // below the details, beside the boxes
 constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
 
 /// Places a window that is not visible yet, and always brings it to the front.
@@ -56,6 +56,11 @@ TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, cons
                      [this](const fit::Parameters& values) { typeFound(values); });
     QObject::connect(&starts, &trust::StartValuesWindow::backChosen, &starts, [this] { typeBack(); });
     QObject::connect(&starts, &trust::StartValuesWindow::fitChosen, &starts, [this] { fitFromBoxes(); });
+    trust::FitDetailsWindow& details = m_windows.fitDetails;
+    QObject::connect(&details, &trust::FitDetailsWindow::errorsChanged, &details,
+                     [this](const noise::Errors& errors) { setErrors(errors); });
+    QObject::connect(&details, &trust::FitDetailsWindow::typedErrorsChanged, &details,
+                     [this](const noise::TypedErrors& typed) { setTypedErrors(typed); });
     trust::ModelComparisonWindow& comparison = m_windows.comparison;
     QObject::connect(&comparison, &trust::ModelComparisonWindow::modelChosen, &comparison,
                      [this](models::Analysis analysis, int model, const fit::Parameters& values) {
@@ -241,10 +246,43 @@ void TrustCommands::showFitDetails()
 
 void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result)
 {
-    m_details = [this, request, result] {
-        m_windows.fitDetails.showDetails(trust::fitDetails(request, result, m_input.shared.leastSums),
-                                         trust::labelsOf(request));
+    m_details = [this, request, result, s = panelValues(m_panel.panelState()).s] {
+        trust::FitDetails details = trust::fitDetails(request, result, m_input.shared.leastSums);
+        details.errors = errorsOf(request, result.values, s);
+        m_windows.fitDetails.showDetails(details, trust::labelsOf(request));
     };
+    refreshDetails();
+}
+
+/// None for decay curves, and if the typed errors cannot be used; the window says why.
+std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const analysis::Request& request,
+                                                           const fit::Parameters& analysed, double s)
+{
+    const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data);
+    if (!points)
+        return std::nullopt;
+    const auto complaint = noise::complaint(m_errors.errors, points->count);
+    m_windows.fitDetails.showSettings(m_errors, QString::fromStdString(complaint.value_or("")));
+    if (complaint)
+        return std::nullopt;
+    const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
+    if (!m_input.shared.leastSums.searched(request))
+        trust::searchStart({*problem, request}, m_input.shared.leastSums);
+    std::vector<fit::Parameters> starts;
+    for (const leastsquares::Minimum& minimum : m_input.shared.leastSums.minima(request))
+        starts.push_back(minimum.values);
+    return trust::errorDetails(request, analysed, m_errors, s, starts);
+}
+
+void TrustCommands::setErrors(const noise::Errors& errors)
+{
+    m_errors.errors = errors;
+    refreshDetails();
+}
+
+void TrustCommands::setTypedErrors(const noise::TypedErrors& typed)
+{
+    m_errors.typed = typed;
     refreshDetails();
 }
 

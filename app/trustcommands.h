@@ -55,6 +55,10 @@ private:
     void typeFound(const fit::Parameters& values);
     void typeBack();
     void chooseModel(models::Analysis analysis, int model, const fit::Parameters& values);
+    void setErrors(const noise::Errors& errors);
+    void setTypedErrors(const noise::TypedErrors& typed);
+    std::optional<trust::ErrorDetails> errorsOf(const analysis::Request& request, const fit::Parameters& analysed,
+                                                double s);
 
     CommandInput m_input;
     PanelEditor& m_panel;
@@ -64,6 +68,7 @@ private:
     models::Analysis m_searchedFor{};   // the analysis for which the last search was
     PanelState m_typed;                 // the panel at the start of the last search
     leastsquares::FreeSlots m_searched; // the parameters of the last search
+    trust::ErrorSettings m_errors;      // kept while the program runs
     std::function<void()> m_details;    // updates the window of fit details; empty before the first analysis
 };
 

@@ -77,7 +77,7 @@ Profile ProfileWalk::result()
 /// The end of the interval on one side: direction -1 towards 0, 1 away from it.
 std::optional<double> ProfileWalk::end(int direction)
 {
-    constexpr double kRise = 0.2;        // wanted from point to point, of the distance to the end
+    constexpr double kRise = 0.12;       // wanted from point to point, of the distance to the end
     constexpr double kLongestStep = 2.3; // about a decade; the valley may bend
     const double edge = std::log(direction < 0 ? m_range.low : m_range.high);
     ValleyPoint before = m_start, inside = m_start;
@@ -140,10 +140,9 @@ fit::Parameters ProfileWalk::extrapolated(double u, const ValleyPoint& near, con
 
 void ProfileWalk::note(const ValleyPoint& point)
 {
-    constexpr double kNoticeable = 1e-3; // of the rise to the end of the interval
     const double sum = point.least.sumOfSquares;
     const double lowest = m_profile.lower ? m_profile.lower->sumOfSquares : m_minimum.sumOfSquares;
-    if (lowest - sum > kNoticeable * (m_highest - m_minimum.sumOfSquares))
+    if (lowest - sum > m_highest - m_minimum.sumOfSquares)
         m_profile.lower = point.least;
     m_profile.points.push_back({valueAt(point.u), sum});
 }

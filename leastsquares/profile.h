@@ -18,7 +18,7 @@ struct ProfilePoint {
 struct Profile {
     std::optional<double> low, high;  // none: the interval is open on this side
     std::vector<ProfilePoint> points; // ascending by value, the minimum among them; enough to draw a smooth curve
-    std::optional<Minimum> lower;     // the walk met a noticeably lower sum: the profile belongs to no least sum
+    std::optional<Minimum> lower;     // the walk met a sum so much lower that the data can tell
 };
 
 /// The least sum of squares at the ends of a 95 percent interval: the minimum + s2 t^2.

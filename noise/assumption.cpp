@@ -1,5 +1,7 @@
 #include "noise/assumption.h"
 
+#include "fit/numbertext.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +13,27 @@ double Errors::ofSample(int sample) const
     if (assumption != Assumption::AsTyped)
         return 1;
     return typed.size() == 1 ? typed.front() : typed[static_cast<std::size_t>(sample - 1)];
+}
+
+std::vector<double> errorsFromPercent(std::string_view text)
+{
+    constexpr std::string_view kBetween = " ;\t";
+    std::vector<double> errors;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(kBetween), text.size());
+        if (end > 0)
+            errors.push_back(fit::strictNumber(text.substr(0, end)).value_or(std::nan("")) / 100);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return errors;
+}
+
+std::string percentText(const std::vector<double>& errors)
+{
+    std::string text;
+    for (const double error : errors)
+        text += (text.empty() ? "" : " ") + fit::plainText(100 * error);
+    return text;
 }
 
 std::optional<std::string> complaint(const Errors& errors, int samples)

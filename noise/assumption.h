@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The errors of a fluorimeter, and their effect on the constants of a fit of ratios.
@@ -26,6 +27,11 @@ struct Errors {
     /// Relative error of the intensity of a sample (1, 2, ...); 1 for all unless typed.
     double ofSample(int sample) const;
 };
+
+/// Relative errors typed in percent, apart by blanks or semicolons: "1 0.5" -> {0.01, 0.005}. NaN stands for what is no
+/// number.
+std::vector<double> errorsFromPercent(std::string_view text);
+std::string percentText(const std::vector<double>& errors);
 
 /// What is wrong with typed errors for so many samples: a number that is not positive or their count.
 std::optional<std::string> complaint(const Errors& errors, int samples);

@@ -102,7 +102,8 @@ NoiseFit fitUnder(const Errors& errors, const RatioFit& ratioFit, const fit::Par
     leastsquares::Minimum lowest = leastsquares::descend(*problem, analysed, ratioFit.free);
     for (const fit::Parameters& start : otherStarts) {
         const leastsquares::Minimum other = leastsquares::descend(*problem, start, ratioFit.free);
-        if (other.sumOfSquares < lowest.sumOfSquares)
+        const leastsquares::Scatter scatter = scatterOf(ratioFit, errors, other.sumOfSquares);
+        if (lowest.sumOfSquares > leastsquares::highestSum(other, scatter))
             lowest = other;
     }
     return fitAt(errors, ratioFit, lowest, analysed);

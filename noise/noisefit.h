@@ -44,9 +44,10 @@ struct NoiseFit {
 /// The least-squares problem under an assumption; it takes values in their real units.
 std::unique_ptr<fit::Problem> problemUnder(const RatioFit& ratioFit, const Errors& errors);
 
-/// Fits from the analysed values and from the other starts, and keeps the lowest sum. There are as many degrees of
-/// freedom as quenched samples beyond the free constants, because the reference either does not count or determines its
-/// own intensity.
+/// Fits from the analysed values. Another start counts only if the data can tell its lower sum from this one: otherwise
+/// constants that can be exchanged would exchange their names. There are as many degrees of freedom as quenched samples
+/// beyond the free constants, because the reference either does not count or determines its own intensity.
+///
 /// AICc = n ln(S / n) + 2 k + 2 k (k + 1) / (n - k - 1); k counts constants, the reference's intensity and the
 /// variance, as far as they are fitted. For known errors it is S + 2 k, because the last term corrects for a fitted
 /// variance.

@@ -33,7 +33,8 @@ public:
                 .constants = constants(),
                 .figures = figures(),
                 .correlations = correlations(),
-                .residuals = residuals()};
+                .residuals = residuals(),
+                .errors = m_details.errors ? errorText(*m_details.errors, "Vorlo " VORLO_VERSION) : ErrorText{}};
     }
 
 private:
@@ -50,6 +51,7 @@ private:
     TitledRows correlations() const;
     std::string correlationText(std::size_t row, std::size_t column) const;
     TitledRows residuals() const;
+    std::string inExpectedErrors(std::size_t i) const;
 
     const FitDetails& m_details;
     const FitLabels& m_labels;
@@ -85,7 +87,7 @@ std::string Writer::remarks() const
     if (hasErrors() && notThere)
         add("Standard errors are valid only at a minimum; the errors below are a rough guide.");
     constexpr double kRare = 0.05;
-    if (hasErrors() && m_details.runs.probability < kRare)
+    if (hasErrors() && m_details.runs.hasEnough() && m_details.runs.probability < kRare)
         add("The residuals change sign too rarely: the curve has another shape than the data.");
     return text;
 }
@@ -115,10 +117,13 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
     const leastsquares::Uncertainty& uncertainty = m_details.uncertainty;
     if (uncertainty.degreesOfFreedom < 1)
         return {"-", "-", "-"};
-    const double value = m_details.values[slot], half = uncertainty.halfWidth[slot];
+    const noise::AnalysedConstants* analysed = m_details.errors ? &m_details.errors->fit.analysed : nullptr;
+    const double value = m_details.values[slot];
+    const double half = analysed ? analysed->halfWidth[slot] : uncertainty.halfWidth[slot];
+    const double error = analysed ? analysed->standardError[slot] : uncertainty.standardError[slot];
     if (std::isinf(half))
         return {figure(half), "", ""};
-    return {figure(uncertainty.standardError[slot]), figure(value - half), figure(value + half)};
+    return {figure(error), figure(value - half), figure(value + half)};
 }
 
 TitledRows Writer::figures() const
@@ -132,7 +137,8 @@ TitledRows Writer::figures() const
     table.push_back({"Degrees of freedom (without the reference)", std::to_string(dof)});
     table.push_back({"Root mean square error", dof > 0 ? figure(m_details.rootMeanSquareError) : std::string("-")});
     table.push_back({"R2 over the samples", figure(m_details.R2)});
-    table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
+    if (!m_details.errors) // otherwise the figures of the assumption have it
+        table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
     table.push_back({"Runs of residuals with the same sign", runsText()});
     table.push_back({"Probability of so few runs", chanceText()});
     return table;
@@ -153,6 +159,8 @@ TitledRows Writer::decayFigures() const
 std::string Writer::runsText() const
 {
     const leastsquares::RunsTest& runs = m_details.runs;
+    if (!runs.hasEnough())
+        return "too few samples to test";
     if (runs.above == 0 || runs.below == 0)
         return "no runs test, all have the same sign";
     return std::to_string(runs.runs) + " (" + std::to_string(runs.above) + " samples above, " +
@@ -162,7 +170,7 @@ std::string Writer::runsText() const
 std::string Writer::chanceText() const
 {
     const leastsquares::RunsTest& runs = m_details.runs;
-    return runs.above == 0 || runs.below == 0 ? "-" : figure(100 * runs.probability) + " %";
+    return !runs.hasEnough() || runs.above == 0 || runs.below == 0 ? "-" : figure(100 * runs.probability) + " %";
 }
 
 TitledRows Writer::correlations() const
@@ -193,11 +201,23 @@ TitledRows Writer::residuals() const
     if (!hasErrors())
         return {};
     TitledRows table{{"Q /M", "Observed", "Model", "Residual"}};
+    if (m_details.errors)
+        table[0].push_back("In expected errors");
     for (std::size_t i = 0; i < std::min(m_labels.Q.size(), m_details.residuals.size()); ++i) {
         const double observed = m_labels.observed[i], residual = m_details.residuals[i];
         table.push_back({figure(m_labels.Q[i]), figure(observed), figure(observed - residual), figure(residual)});
+        if (m_details.errors)
+            table.back().push_back(inExpectedErrors(i));
     }
     return table;
+}
+
+/// The reference is 1 by definition and has no expected error; a residual that is a rounding of it has none either.
+std::string Writer::inExpectedErrors(std::size_t i) const
+{
+    const double expected = m_details.errors->fit.analysed.residualError[i];
+    constexpr double kNone = 1e-9; // of the ratio
+    return expected > kNone * std::abs(m_labels.observed[i]) ? figure(m_details.residuals[i] / expected) : "-";
 }
 
 } // namespace
@@ -225,9 +245,15 @@ std::string plainText(const DetailsText& text)
     std::string all = text.heading + "\r\n" + text.verdict + "\r\n";
     if (!text.remarks.empty())
         all += text.remarks + "\r\n";
-    for (const TitledRows* table : {&text.constants, &text.figures, &text.correlations, &text.residuals})
+    const ErrorText& errors = text.errors;
+    if (!errors.assumption.empty())
+        all += errors.assumption + "\r\n";
+    for (const TitledRows* table : {&text.constants, &text.figures, &text.correlations, &text.residuals,
+                                    &errors.constants, &errors.figures, &errors.leftOut, &errors.ready})
         if (!table->empty())
             all += "\r\n" + tabbedText(*table);
+    if (!errors.sentence.empty())
+        all += "\r\n" + errors.sentence + "\r\n";
     return all;
 }
 

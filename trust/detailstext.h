@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trust/errortext.h"
 #include "trust/fitdetails.h"
 #include "trust/titledrows.h"
 
@@ -27,6 +28,7 @@ struct DetailsText {
     TitledRows figures;      // name, value
     TitledRows correlations; // names along both sides; empty with fewer than two free constants
     TitledRows residuals;    // Q, observed, model, residual; empty for decay curves, which have hundreds
+    ErrorText errors;        // empty for decay curves
 };
 
 /// Errors and figures based on them are omitted for decay curves, which are computed from typed lifetimes and carry no

@@ -2,6 +2,7 @@
 
 #include "leastsquares/runstest.h"
 #include "leastsquares/uncertainty.h"
+#include "trust/errordetails.h"
 #include "trust/judging.h"
 
 #include <optional>
@@ -27,6 +28,7 @@ struct FitDetails {
     std::vector<double> residuals{}; // observed minus model, in the order of the points
     leastsquares::RunsTest runs{};   // of the residuals
     Judgement judgement{};
+    std::optional<ErrorDetails> errors{}; // of ratios, under the chosen assumption
 };
 
 /// result: what came out of the request. known: learns from the judging.

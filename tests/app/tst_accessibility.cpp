@@ -169,7 +169,7 @@ void TestAccessibility::tablesReadFromTheLeftEverywhere()
             QVERIFY2(table->layoutDirection() == Qt::LeftToRight, qPrintable(nameOf(*table)));
             ++tables;
         }
-    QCOMPARE(tables, 9); // two in the main window, two of the plots, four of the fit, one of the models
+    QCOMPARE(tables, 13); // two in the main window, two of the plots, eight of the fit, one of the models
     QGuiApplication::setLayoutDirection(usual);
 }
 

@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QLabel>
@@ -70,6 +71,7 @@ private slots:
     void refusesInfiniteBoxes();
     void searchesDecayCurves();
     void detailsFollowEachAnalysis();
+    void errorsFollowTheChoice();
     void decayDetailsHaveNoErrors();
     void comparisonLeavesTheRestAlone();
     void decayModelsAreRankedByTheirSum();
@@ -342,6 +344,48 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     p.run("mnuCalcSternVolmer");
     QCOMPARE(p.details("grdConstants").item(1, 2)->text(), QString("fixed"));
     QVERIFY2(p.verdict().contains("With kq2 fixed the least lies at K = "), p.verdict().toUtf8());
+}
+
+// Standard errors of K in tests/data/noisefits.txt: 0.23176 if errors are proportional, 0.10698 if they are equal; the
+// analysis ends close to the least sum.
+void TestTrustCommands::errorsFollowTheChoice()
+{
+    Program p;
+    p.choose(3);
+    p.run("mnuFindAndFitSternVolmer");
+    p.run("mnuFitDetails");
+    QWidget& window = p.program.fitDetails;
+    auto& choice = *window.findChild<QComboBox*>("cboErrors");
+    const auto error = [&] { return p.details("grdConstants").item(0, 2)->text().left(5); };
+    const auto assumption = [&] { return window.findChild<QLabel*>("lblAssumption")->text(); };
+    const auto choose = [&](int entry) {
+        choice.setCurrentIndex(entry);
+        emit choice.activated(entry);
+    };
+    const auto type = [&](const char* box, const char* text) {
+        window.findChild<QLineEdit*>(box)->setText(text);
+        emit window.findChild<QLineEdit*>(box)->editingFinished();
+    };
+    QCOMPARE(error(), QString("0.231"));
+    QVERIFY(assumption().contains("same relative error"));
+    choose(0);
+    QCOMPARE(error(), QString("0.106"));
+    choose(2);
+    QCOMPARE(error(), QString("0.231")); // one error for all is the same as proportional errors
+    type("txtErrors", "1 2");
+    QVERIFY(assumption().contains("7 samples"));
+    type("txtErrors", "0");
+    QVERIFY(assumption().contains("above 0"));
+    type("txtErrors", "3");
+    window.findChild<QCheckBox*>("chkKnownErrors")->click();
+    QVERIFY(p.details("grdAssumedFigures").item(3, 0)->text().contains("chi-square"));
+    p.run("mnuSternVolmerAnalysis");
+    QCOMPARE(choice.currentIndex(), 2); // kept
+
+    type("txtTau0Error", "2");
+    QCOMPARE(p.details("grdReady").item(1, 2)->text().left(3), QString("9.5")); // 2 % of 4.8e9
+    window.findChild<QPushButton*>("cmdCopySentence")->click();
+    QVERIFY(QGuiApplication::clipboard()->text().contains("typed relative errors"));
 }
 
 void TestTrustCommands::decayDetailsHaveNoErrors()

@@ -63,6 +63,7 @@ private slots:
     void typedErrorsAreWeights();
     void knownErrorsNeedNoScatter();
     void aRatioThatIsNotPositiveHasNoValue();
+    void exchangeableConstantsKeepTheirNames();
     void findsTheLowerOfTwoMinima();
     void saysWhatIsAssumedAndRefused();
 };
@@ -142,6 +143,16 @@ void TestNoiseFit::aRatioThatIsNotPositiveHasNoValue()
     const auto problem = problemUnder(line, {});
     QVERIFY(std::isinf(leastsquares::sumOfSquares(*problem, {0, -1e9})));
     QVERIFY(std::isfinite(leastsquares::sumOfSquares(*problem, {0, 1e9})));
+}
+
+// In (1 + K Q) (1 + kq2 tau0 Q) the factors can be exchanged, and the probe's tiny concentration makes the sums differ.
+void TestNoiseFit::exchangeableConstantsKeepTheirNames()
+{
+    const RatioFit ratioFit = ratioFitOf("acridone", 3);
+    const fit::Parameters exchanged{0, 84.4, 7.05e7};
+    const NoiseFit fitted = fitUnder({}, ratioFit, analysed(ratioFit), {&exchanged, 1});
+    COMPARE_DIGITS(fitted.minimum.values[1], 1.2754937);
+    QVERIFY(fitted.analysed.differing.empty());
 }
 
 // A rate constant that starts negative stays negative; another start is better.

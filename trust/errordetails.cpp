@@ -1,0 +1,38 @@
+#include "trust/errordetails.h"
+
+#include "fit/vectorregisters.h"
+#include "trust/requestedfit.h"
+
+namespace trust
+{
+
+noise::RatioFit ratioFitOf(const analysis::Request& request)
+{
+    const leastsquares::Ranges usual = sensibleRanges(request.model);
+    noise::RatioFit ratioFit{.points = std::get<sternvolmer::RatioPoints>(request.data),
+                             .model = request.model,
+                             .Cp = request.Cp,
+                             .free = leastsquares::freeSlots(request.options.parameterCount, request.options.fix)};
+    for (const std::size_t slot : ratioFit.free)
+        ratioFit.ranges[slot] = {usual[slot].low / kSearchMargin, usual[slot].high * kSearchMargin};
+    return ratioFit;
+}
+
+ErrorDetails errorDetails(const analysis::Request& request, const fit::Parameters& analysed,
+                          const ErrorSettings& settings, double s, std::span<const fit::Parameters> otherStarts)
+{
+    fit::clearUpperHalves();
+    ErrorDetails details{.ratioFit = ratioFitOf(request),
+                         .fit = {},
+                         .profiles = {},
+                         .leftOut = {},
+                         .typed = settings.typed,
+                         .ready = {}};
+    details.fit = noise::fitUnder(settings.errors, details.ratioFit, analysed, otherStarts);
+    details.profiles = noise::profilesOf(details.fit, details.ratioFit);
+    details.leftOut = noise::leaveOneOut(details.fit, details.ratioFit);
+    details.ready = noise::readyConstants(details.fit.analysed, details.ratioFit, s, settings.typed);
+    return details;
+}
+
+} // namespace trust

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "leastsquares/profile.h"
+
+#include <QWidget>
+
+namespace trust
+{
+
+/// Plots the profile of a constant: the least sum of squares against its value, with a line at the sum where the 95 %
+/// interval ends.
+class ProfilePlot : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ProfilePlot(QWidget* parent = nullptr);
+
+    /// highest: the sum at the ends of the interval. name: of the constant, with its unit.
+    void setProfile(const leastsquares::Profile& profile, double highest, const QString& name);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    leastsquares::Profile m_profile;
+    double m_highest = 0;
+    QString m_name;
+};
+
+} // namespace trust
