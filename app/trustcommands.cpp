@@ -62,6 +62,8 @@ TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, cons
     QObject::connect(&details, &trust::FitDetailsWindow::typedErrorsChanged, &details,
                      [this](const noise::TypedErrors& typed) { setTypedErrors(typed); });
     trust::ModelComparisonWindow& comparison = m_windows.comparison;
+    QObject::connect(&comparison, &trust::ModelComparisonWindow::errorsChanged, &comparison,
+                     [this](const noise::Errors& errors) { setErrors(errors); });
     QObject::connect(&comparison, &trust::ModelComparisonWindow::modelChosen, &comparison,
                      [this](models::Analysis analysis, int model, const fit::Parameters& values) {
                          chooseModel(analysis, model, values);
@@ -227,13 +229,18 @@ void TrustCommands::compareAllModels(models::Analysis analysis)
         return m_input.prompter.message(analysis::kArithmeticFault);
     if (m_searching)
         return ui::bringToFront(*m_searching);
+    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&any->data))
+        if (const auto complaint = noise::complaint(m_errors.errors, points->count))
+            return m_input.prompter.message(QString::fromStdString(*complaint));
     trust::ModelComparisonWindow& window = m_windows.comparison;
     const QScopedValueRollback<QWidget*> searching(m_searching, &window);
     trust::ProgressBarProgress progress =
         window.begin(isDecay ? "Decay Curve Analysis, all models" : "Stern-Volmer Analysis, all models");
+    m_compared = analysis;
+    window.showErrors(m_errors.errors);
     showInFront(window, kComparisonPlace);
     const trust::Comparison comparison =
-        trust::compareModels(requests, m_input.shared.leastSums, [&](double share) { return progress(share); });
+        trust::compareModels(requests, m_errors.errors, m_input.shared.leastSums, [&](double share) { return progress(share); });
     if (!fit::StopRequested)
         window.showModels(comparison);
 }
@@ -278,6 +285,8 @@ void TrustCommands::setErrors(const noise::Errors& errors)
 {
     m_errors.errors = errors;
     refreshDetails();
+    if (m_windows.comparison.isVisible() && m_compared == models::Analysis::SternVolmer)
+        compareAllModels(models::Analysis::SternVolmer);
 }
 
 void TrustCommands::setTypedErrors(const noise::TypedErrors& typed)

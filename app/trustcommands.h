@@ -68,6 +68,7 @@ private:
     models::Analysis m_searchedFor{};   // the analysis for which the last search was
     PanelState m_typed;                 // the panel at the start of the last search
     leastsquares::FreeSlots m_searched; // the parameters of the last search
+    models::Analysis m_compared{};      // what the last comparison was about
     trust::ErrorSettings m_errors;      // kept while the program runs
     std::function<void()> m_details;    // updates the window of fit details; empty before the first analysis
 };

@@ -24,11 +24,12 @@ leastsquares::Scatter scatterOf(const RatioFit& ratioFit, const Errors& errors, 
 std::optional<double> criterion(const RatioFit& ratioFit, const Errors& errors, double sumOfSquares)
 {
     const int n = ratioFit.points.count, p = static_cast<int>(ratioFit.free.size());
+    const double sum = std::max(sumOfSquares, leastsquares::sumOfExactFit(n));
     if (errors.assumption == Assumption::EqualOnRatios)
-        return leastsquares::correctedAkaike(sumOfSquares, n - kReferences, p + 1);
+        return leastsquares::correctedAkaike(sum, n - kReferences, p + 1);
     if (errors.areKnown())
         return sumOfSquares + 2 * (p + kReferences);
-    return leastsquares::correctedAkaike(sumOfSquares, n, p + kReferences + 1);
+    return leastsquares::correctedAkaike(sum, n, p + kReferences + 1);
 }
 
 /// Errors of all ratios: each sample has its own error, and all share the error of the reference, by which they are

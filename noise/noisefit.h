@@ -49,8 +49,8 @@ std::unique_ptr<fit::Problem> problemUnder(const RatioFit& ratioFit, const Error
 /// beyond the free constants, because the reference either does not count or determines its own intensity.
 ///
 /// AICc = n ln(S / n) + 2 k + 2 k (k + 1) / (n - k - 1); k counts constants, the reference's intensity and the
-/// variance, as far as they are fitted. For known errors it is S + 2 k, because the last term corrects for a fitted
-/// variance.
+/// variance, as far as they are fitted; a sum that no instrument tells from 0 counts as such a sum. For known errors it
+/// is S + 2 k, because the last term corrects for a fitted variance.
 NoiseFit fitUnder(const Errors& errors, const RatioFit& ratioFit, const fit::Parameters& analysed,
                   std::span<const fit::Parameters> otherStarts = {});
 

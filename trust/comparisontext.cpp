@@ -161,7 +161,8 @@ std::string orderText(const Comparison& comparison)
     if (!scored)
         return "There are too few samples for an AICc. The order is by the sum of squares only, which every further "
                "constant lowers.";
-    return "The order is by AICc; models without AICc follow by their sums of squares.";
+    return noise::sentence(comparison.errors) +
+           " The order is by AICc under this assumption; models without AICc follow by their sums of squares.";
 }
 
 std::string leaderText(const Comparison& comparison)
@@ -182,8 +183,8 @@ std::string testsText(const Comparison& comparison)
     return text.empty()
                ? text
                : "F tests, probability of so much better a fit by chance: " + text +
-                     ". Each is halved, because the further constant cannot be below 0. Be cautious: they hold if all "
-                     "ratios scatter equally. If larger ratios scatter more, 5 % may stand for a chance of 10 %.";
+                     ". Each is halved, because the further constant cannot be below 0. Be cautious: they hold only "
+                     "if the assumption does.";
 }
 
 std::string probeText(const Comparison& comparison)
@@ -218,7 +219,7 @@ std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::siz
                                       compared.fitted ? numberCell(compared.details.sumOfSquares)
                                                       : ComparisonCell{"-", kLast}};
     if (comparison.analysis == models::Analysis::SternVolmer) {
-        cells.push_back(criterionCell(compared.details.AICc));
+        cells.push_back(criterionCell(compared.AICc()));
         cells.push_back(criterionCell(compared.differenceToFirst));
     }
     cells.push_back({verdictOf(compared)});

@@ -50,7 +50,17 @@ std::optional<ProbeEffect> probeEffect(const analysis::Request& request, const F
     return effect.standardErrors > 1 ? std::optional(effect) : std::nullopt;
 }
 
-ComparedModel compared(const analysis::Request& request, LeastSums& known, const SearchProgress& progress)
+noise::NoiseFit assumedFit(const analysis::Request& request, const noise::Errors& errors, const FitDetails& details,
+                           std::span<const leastsquares::Solution> solutions)
+{
+    std::vector<fit::Parameters> starts;
+    for (const leastsquares::Solution& solution : solutions)
+        starts.push_back(solution.values);
+    return noise::fitUnder(errors, ratioFitOf(request), details.values, starts);
+}
+
+ComparedModel compared(const analysis::Request& request, const noise::Errors& errors, LeastSums& known,
+                       const SearchProgress& progress)
 {
     ComparedModel result{.model = request.model};
     if (models::reportedMask(request.model, analysis::methodOf(request)) == 0)
@@ -73,6 +83,8 @@ ComparedModel compared(const analysis::Request& request, LeastSums& known, const
     result.details = fitDetails(fromThere, start.leadsToMinimum ? runEngine(fromThere) : atMinimum, known);
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(request.options.parameterCount); ++slot)
         result.doubts[slot] = doubtOf(result, slot);
+    if (analysis::methodOf(request) == models::Analysis::SternVolmer)
+        result.assumed = assumedFit(request, errors, result.details, found.solutions);
     result.probeEffect = probeEffect(request, result.details);
     return result;
 }
@@ -82,8 +94,7 @@ bool isBetter(const ComparedModel& a, const ComparedModel& b)
     const auto rank = [](const ComparedModel& compared) {
         const double sum =
             std::max(compared.details.sumOfSquares, leastsquares::sumOfExactFit(compared.details.pointCount));
-        return std::tuple(!compared.fitted, !compared.isScored(), !compared.mayLead(),
-                          compared.details.AICc.value_or(sum));
+        return std::tuple(!compared.fitted, !compared.isScored(), !compared.mayLead(), compared.AICc().value_or(sum));
     };
     return rank(a) < rank(b);
 }
@@ -94,7 +105,7 @@ void setDifferences(std::vector<ComparedModel>& places)
         return;
     for (ComparedModel& compared : places)
         if (compared.isScored())
-            compared.differenceToFirst = *compared.details.AICc - *places.front().details.AICc;
+            compared.differenceToFirst = *compared.AICc() - *places.front().AICc();
 }
 
 /// Concentrations of data without the reference, M.
@@ -135,7 +146,8 @@ Comparison comparisonOf(std::span<const analysis::Request> requests, const std::
 
 } // namespace
 
-Comparison compareModels(std::span<const analysis::Request> requests, LeastSums& known, const SearchProgress& progress)
+Comparison compareModels(std::span<const analysis::Request> requests, const noise::Errors& errors, LeastSums& known,
+                         const SearchProgress& progress)
 {
     std::vector<ComparedModel> models;
     bool cancelled = false;
@@ -146,12 +158,14 @@ Comparison compareModels(std::span<const analysis::Request> requests, LeastSums&
             cancelled = progress && !progress((before + done) / count);
             return !cancelled;
         };
-        models.push_back(compared(request, known, overall));
+        models.push_back(compared(request, errors, known, overall));
         if (cancelled)
             return {};
         ++before;
     }
-    return comparisonOf(requests, models);
+    Comparison comparison = comparisonOf(requests, models);
+    comparison.errors = errors;
+    return comparison;
 }
 
 } // namespace trust

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "noise/noisefit.h"
 #include "trust/fitdetails.h"
 #include "trust/startsearch.h"
 
@@ -33,6 +34,7 @@ struct ComparedModel {
     FitDetails details{};                                // of the fit from there
     std::array<Doubt, fit::kMaxParameters + 1> doubts{}; // by slot
     std::optional<ProbeEffect> probeEffect{};            // if it exceeds the standard error
+    std::optional<noise::NoiseFit> assumed{};            // of ratios: the fit under the assumption, which has the AICc
     std::optional<double> differenceToFirst{};           // of AICc
     int sameCurveAs = 0;                                 // a model in a better place; 0: none
 
@@ -40,7 +42,8 @@ struct ComparedModel {
     /// With as many constants as samples, a curve meets them all and tells nothing of its constants.
     bool hasFreedom() const { return details.uncertainty.degreesOfFreedom > 0; }
     bool mayLead() const { return fitted && isDetermined() && hasFreedom(); }
-    bool isScored() const { return fitted && details.AICc.has_value(); }
+    std::optional<double> AICc() const { return assumed ? assumed->AICc : std::nullopt; }
+    bool isScored() const { return fitted && AICc().has_value(); }
 };
 
 /// Whether the data need a constant that a model has more than a simpler one.
@@ -52,6 +55,7 @@ struct NestedTest {
 
 struct Comparison {
     models::Analysis analysis = models::Analysis::SternVolmer;
+    noise::Errors errors{};              // what is assumed; of ratios only
     std::vector<ComparedModel> places{}; // best first; empty if cancelled
     std::vector<NestedTest> tests{};     // of ratios only
     double Cp = 0;                       // total probe, M
@@ -63,8 +67,9 @@ struct Comparison {
 /// have the models with an AICc, by AICc; then come the others, by their sums of squares; last those that cannot be
 /// fitted. Each time, models that may not lead come after the others. Decay curves are
 /// computed from typed lifetimes, so that the points of their grid are no observations: their models have no AICc.
-/// requests: the same data with different models. known: learns from the searches.
-Comparison compareModels(std::span<const analysis::Request> requests, LeastSums& known,
+/// requests: the same data with different models. known: learns from the searches. errors: the assumption under which
+/// AICc and F tests compare ratios; it must have no complaint.
+Comparison compareModels(std::span<const analysis::Request> requests, const noise::Errors& errors, LeastSums& known,
                          const SearchProgress& progress = {});
 
 } // namespace trust

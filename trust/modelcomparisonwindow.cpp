@@ -1,6 +1,7 @@
 #include "trust/modelcomparisonwindow.h"
 
 #include "trust/comparisontext.h"
+#include "trust/errorschoice.h"
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
 #include "ui/closing.h"
@@ -48,9 +49,9 @@ public:
 ModelComparisonWindow::ModelComparisonWindow()
     : m_heading(new QLabel(this)),
       m_hint(new QLabel(tr("A double click or Enter puts a &model and its start values into the panel."), this)),
-      m_progress(new QProgressBar(this)), m_table(new QTableView(this)), m_cells(new QStandardItemModel(this)),
-      m_notes(new QPlainTextEdit(this)), m_cancel(new QPushButton(tr("C&ancel"), this)),
-      m_copy(new QPushButton(tr("&Copy"), this))
+      m_errors(new ErrorsChoice(this)), m_progress(new QProgressBar(this)), m_table(new QTableView(this)),
+      m_cells(new QStandardItemModel(this)), m_notes(new QPlainTextEdit(this)),
+      m_cancel(new QPushButton(tr("C&ancel"), this)), m_copy(new QPushButton(tr("&Copy"), this))
 {
     setWindowTitle(tr("Compare Models"));
     m_heading->setObjectName("lblComparison");
@@ -73,6 +74,7 @@ ModelComparisonWindow::ModelComparisonWindow()
     m_copy->setObjectName("cmdCopyModels");
     layOut();
     ui::closeOnEscape(*this);
+    connect(m_errors, &ErrorsChoice::errorsChanged, this, &ModelComparisonWindow::errorsChanged);
     connect(m_cancel, &QPushButton::clicked, this, [this] { m_cancelled = true; });
     connect(m_copy, &QPushButton::clicked, this, &ModelComparisonWindow::copy);
     connect(m_table, &QTableView::activated, this, &ModelComparisonWindow::announceRow);
@@ -90,6 +92,7 @@ void ModelComparisonWindow::layOut()
     buttons->addWidget(m_copy);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_heading);
+    layout->addWidget(m_errors);
     layout->addWidget(m_hint);
     layout->addWidget(m_progress);
     layout->addWidget(m_table, 1);
@@ -118,6 +121,7 @@ void ModelComparisonWindow::showModels(const Comparison& comparison)
     m_copy->setEnabled(!comparison.places.empty());
     if (!comparison.places.empty())
         m_progress->setValue(m_progress->maximum());
+    m_errors->setVisible(comparison.analysis == models::Analysis::SternVolmer);
     fillRows();
     m_notes->setPlainText(qtText(comparisonNotes(comparison)));
     m_table->setSortingEnabled(true);
@@ -154,6 +158,8 @@ void ModelComparisonWindow::fillRows()
         m_cells->appendRow(row);
     }
 }
+
+void ModelComparisonWindow::showErrors(const noise::Errors& errors) { m_errors->setErrors(errors); }
 
 void ModelComparisonWindow::closeEvent(QCloseEvent* event)
 {

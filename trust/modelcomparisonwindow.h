@@ -14,6 +14,8 @@ class QTableView;
 namespace trust
 {
 
+class ErrorsChoice;
+
 /// A table of all models on the same data, sortable by any column, with notes below it.
 class ModelComparisonWindow : public QWidget
 {
@@ -26,8 +28,10 @@ public:
     ProgressBarProgress begin(const QString& heading);
     /// Shows the models; none after a cancelled comparison.
     void showModels(const Comparison& comparison);
+    void showErrors(const noise::Errors& errors);
 
 signals:
+    void errorsChanged(const noise::Errors& errors);
     void modelChosen(models::Analysis analysis, int model, const fit::Parameters& start);
 
 protected:
@@ -42,6 +46,7 @@ private:
     void copy();
 
     QLabel *m_heading, *m_hint;
+    ErrorsChoice* m_errors;
     QProgressBar* m_progress;
     QTableView* m_table;
     QStandardItemModel* m_cells;

@@ -90,23 +90,24 @@ void findSameCurves(std::span<ComparedModel> places, std::span<const analysis::R
 
 std::vector<NestedTest> nestedTests(std::span<const ComparedModel> places)
 {
-    const auto fitOf = [places](int model) -> const FitDetails* {
+    const auto fitOf = [places](int model) -> const noise::NoiseFit* {
         const auto found = std::find_if(places.begin(), places.end(), [model](const ComparedModel& compared) {
-            return compared.model == model && compared.fitted;
+            return compared.model == model && compared.assumed;
         });
-        return found == places.end() ? nullptr : &found->details;
+        return found == places.end() ? nullptr : &*found->assumed;
     };
     std::vector<NestedTest> tests;
     for (int model = 1; model <= models::kModelCount; ++model)
         for (const models::Limit& limit : models::row(model).limits) {
-            const FitDetails *larger = fitOf(model), *simpler = fitOf(limit.model);
+            const noise::NoiseFit *larger = fitOf(model), *simpler = fitOf(limit.model);
             if (!limit.tested || !larger || !simpler)
                 continue;
-            const int dof = larger->uncertainty.degreesOfFreedom;
-            const bool oneMore = simpler->uncertainty.degreesOfFreedom == dof + 1;
-            if (oneMore && dof > 0 && larger->sumOfSquares > leastsquares::sumOfExactFit(larger->pointCount))
+            const int dof = larger->scatter.degreesOfFreedom;
+            const bool oneMore = simpler->scatter.degreesOfFreedom == dof + 1;
+            if (oneMore && dof > 0 && larger->minimum.sumOfSquares > leastsquares::sumOfExactFit(dof))
                 tests.push_back({model, limit.model, limit.constant,
-                                 leastsquares::nestedProbability(simpler->sumOfSquares, larger->sumOfSquares, dof)});
+                                 leastsquares::nestedProbability(simpler->minimum.sumOfSquares,
+                                                                 larger->minimum.sumOfSquares, dof)});
         }
     return tests;
 }

@@ -10,8 +10,8 @@ namespace trust
 /// all fits, or a millionth. requests: of the places, in the same order.
 void findSameCurves(std::span<ComparedModel> places, std::span<const analysis::Request> requests);
 
-/// F tests of the pairs for which the catalogue allows them, if the simpler model lacks nothing but the constant, the
-/// larger one leaves a degree of freedom, and the fit is not exact.
+/// F tests, under the assumption about errors, of the pairs for which the catalogue allows them, if the simpler model
+/// lacks nothing but the constant, the larger one leaves a degree of freedom, and the fit is not exact.
 std::vector<NestedTest> nestedTests(std::span<const ComparedModel> places);
 
 } // namespace trust

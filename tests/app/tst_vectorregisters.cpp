@@ -95,7 +95,7 @@ bool comparisonUnclean()
 {
     bool unclean = false, begun = false;
     trust::LeastSums known;
-    trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), known, [&](double) {
+    trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), {}, known, [&](double) {
         unclean = unclean || (begun && inUse());
         begun = true;
         return paintAndGoOn();

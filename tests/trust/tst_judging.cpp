@@ -80,7 +80,7 @@ void TestJudging::everyWindowAgrees()
         support::allModels(support::ratioPoints(iodide ? support::acridoneRatios() : support::hFis1Ratios()));
     for (analysis::Request& request : requests)
         request.options.logMode = logMode;
-    const Comparison comparison = compareModels(requests, known);
+    const Comparison comparison = compareModels(requests, {}, known);
     for (const ComparedModel& compared : comparison.places) {
         if (!compared.fitted)
             continue;
