@@ -1,9 +1,8 @@
 #include "app/clipboardcommands.h"
 
-#include "app/blocktext.h"
 #include "app/datasheet.h"
+#include "app/selectedblock.h"
 #include "ui/clipboard.h"
-#include "ui/grid.h"
 
 namespace app
 {
@@ -11,8 +10,7 @@ namespace app
 void copyBlock(const ui::Grid& grid)
 {
     const auto cell = [&grid](int row, int column) { return grid.text(row, column).toStdString(); };
-    const Block selected{grid.currentRow(), grid.currentColumn(), grid.farRow(), grid.farColumn()};
-    ui::copyText(QString::fromStdString(blockText(cell, selected)));
+    ui::copyText(QString::fromStdString(blockText(cell, selectedBlock(grid))));
 }
 
 void mnuCopy_Click(const DataSheet& sheet) { copyBlock(sheet.grid()); }

@@ -1,7 +1,7 @@
 #include "app/datasheet.h"
 
 #include "app/blocktext.h"
-#include "ui/grid.h"
+#include "app/selectedblock.h"
 #include "ui/textbox.h"
 
 #include <QApplication>
@@ -9,9 +9,11 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace app
 {
@@ -66,6 +68,7 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
     m_grid->setColumnTwips(0, kTitleColumnTwips);
     showWholeColumns();
 
+    connect(m_editor, &QLineEdit::textChanged, this, &DataSheet::noteTyping);
     connect(m_grid, &ui::Grid::cellChosen, this, &DataSheet::finishEdit);
     connect(m_grid, &ui::Grid::currentCellMoved, this, &DataSheet::finishEdit);
     connect(m_grid, &ui::Grid::textTyped, this, &DataSheet::startEdit);
@@ -134,8 +137,19 @@ void DataSheet::mirrorCurrentCell()
 {
     m_shownRow = m_grid->currentRow();
     m_shownColumn = m_grid->currentColumn();
-    m_editor->setText(GetSheetText(m_shownRow, m_shownColumn));
+    {
+        const QSignalBlocker filled(m_editor); // not typed
+        m_editor->setText(GetSheetText(m_shownRow, m_shownColumn));
+    }
     m_shown = m_editor->text();
+    noteTyping();
+}
+
+void DataSheet::noteTyping()
+{
+    const bool typed = onDataCell() && m_editor->text() != m_shown;
+    if (typed != std::exchange(m_typed, typed))
+        emit typing(typed);
 }
 
 void DataSheet::storeTyped()
@@ -145,6 +159,8 @@ void DataSheet::storeTyped()
     m_shown = m_editor->text();
     m_grid->setText(m_shownRow, m_shownColumn, m_shown);
     emit edited();
+    emit stepMade(tr("Typing"));
+    noteTyping();
 }
 
 void DataSheet::finishEdit()
@@ -175,25 +191,30 @@ void DataSheet::store()
     const int column = m_grid->currentColumn();
     SetSheetText(row, column, m_editor->text());
     SelectSheetCell(std::min(row + 1, rowCount() - 1), column);
+    emit stepMade(tr("Typing"));
 }
 
 // Title cells in the block are emptied, too. The last normalization deliberately stays valid: only typed, pasted and
 // opened data count as edits.
 void DataSheet::clearBlock()
 {
+    emit aboutToChange();
     m_grid->setRedraw(false);
-    emptyBlock(*this, {m_grid->currentRow(), m_grid->currentColumn(), m_grid->farRow(), m_grid->farColumn()});
+    emptyBlock(*this, selectedBlock(*m_grid));
     m_grid->setRedraw(true);
+    emit stepMade(tr("Delete"));
 }
 
 void DataSheet::pasteText(const QString& text)
 {
     storeTyped();
+    emit aboutToChange();
     m_grid->setRedraw(false);
     pasteBlock(*this, m_grid->currentRow(), m_grid->currentColumn(), text.toStdString());
     m_grid->setRedraw(true);
     mirrorCurrentCell();
     emit edited();
+    emit stepMade(tr("Paste"));
 }
 
 bool DataSheet::takeBlock(const QString& text)

@@ -48,8 +48,11 @@ public:
     const ui::Grid& grid() const { return *m_grid; }
 
 signals:
-    void changed(); // the text of a cell, typed or written by a command
-    void edited();  // by a key in the line or by paste: samples read earlier may be out of date
+    void changed();                     // the text of a cell, typed or written by a command
+    void edited();                      // by a key in the line or by paste: samples read earlier may be out of date
+    void typing(bool typed);            // a text that is not stored yet stands in the line, or no longer does
+    void aboutToChange();               // the user's next step changes cells
+    void stepMade(const QString& step); // what the step was
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -59,6 +62,7 @@ private:
     void showWholeColumns();
     bool onDataCell() const;
     void mirrorCurrentCell();
+    void noteTyping();
     void finishEdit();
     void focusMoved(const QWidget& now);
     bool takeBlock(const QString& text);
@@ -72,6 +76,7 @@ private:
     int m_shownRow = 0;
     int m_shownColumn = 0;
     QString m_shown;
+    bool m_typed = false;
 };
 
 } // namespace app

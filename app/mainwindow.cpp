@@ -35,6 +35,8 @@ namespace
 using Signal = void (frmVorloMain::*)();
 
 constexpr auto kFindStart = "&Find Start Values";
+constexpr auto kUndo = "&Undo";
+constexpr auto kRedo = "&Redo";
 
 struct Item {
     const char* text; // empty: a separator
@@ -61,7 +63,10 @@ const std::vector<Menu>& menus()
         {"&Edit",
          {{"Cu&t", "mnuCut", &Main::cutChosen, "Ctrl+X"},
           {"&Copy", "mnuCopy", &Main::copyChosen, "Ctrl+C"},
-          {"&Paste", "mnuPaste", &Main::pasteChosen, "Ctrl+V"}}},
+          {"&Paste", "mnuPaste", &Main::pasteChosen, "Ctrl+V"},
+          {"", "", nullptr},
+          {kUndo, "mnuUndo", &Main::undoChosen, "Ctrl+Z"},
+          {kRedo, "mnuRedo", &Main::redoChosen, "Ctrl+Shift+Z"}}},
         {"&Calc",
          {{"&Normalization", "mnuNormalization", &Main::normalizationChosen},
           {"&Decay Curve Analysis", "mnuDecayCurveAnalysis", &Main::decayCurveAnalysisChosen},
@@ -113,6 +118,8 @@ frmVorloMain::frmVorloMain(SharedState& shared, QWidget* parent)
 {
     setWindowTitle(kTitle);
     makeMenus();
+    showUndo({});
+    showRedo({});
     arrange();
     acceptFiles();
     storeTypedFirst();
@@ -222,6 +229,17 @@ void frmVorloMain::goTo(const QString& name)
     auto* box = findChild<QLineEdit*>(name);
     box->setFocus();
     box->selectAll();
+}
+
+void frmVorloMain::showUndo(const QString& step) { showStep("mnuUndo", tr(kUndo), step); }
+
+void frmVorloMain::showRedo(const QString& step) { showStep("mnuRedo", tr(kRedo), step); }
+
+void frmVorloMain::showStep(const char* item, const QString& caption, const QString& step)
+{
+    auto* action = findChild<QAction*>(item);
+    action->setText(step.isEmpty() ? caption : caption + ' ' + step);
+    action->setEnabled(!step.isEmpty());
 }
 
 // A running fit may have processed this event; it ends after its current iteration.

@@ -33,6 +33,10 @@ public:
     /// Chooses a menu item, or goes to a box, given its objectName.
     void goTo(const QString& name);
 
+    /// Enables "Undo" or "Redo" and says in the item which step it is for; an empty text disables it.
+    void showUndo(const QString& step);
+    void showRedo(const QString& step);
+
     DataSheet& sheet() { return *m_sheet; }
     ResultsTable& results() { return *m_results; }
     ParameterPanel& panel() { return *m_panel; }
@@ -45,6 +49,8 @@ signals:
     void cutChosen();
     void copyChosen();
     void pasteChosen();
+    void undoChosen();
+    void redoChosen();
     void normalizationChosen();
     void decayCurveAnalysisChosen();
     void calcDecayCurveChosen();
@@ -76,6 +82,7 @@ private:
     void arrange();
     void acceptFiles();
     void storeTypedFirst();
+    void showStep(const char* item, const QString& caption, const QString& step);
 
     DataSheet* m_sheet;
     ResultsTable* m_results;

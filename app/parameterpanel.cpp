@@ -1,6 +1,7 @@
 #include "app/parameterpanel.h"
 
 #include "app/boxguides.h"
+#include "app/editsteps.h"
 #include "app/resultrow.h"
 #include "app/sharedstate.h"
 #include "fit/numbertext.h"
@@ -82,7 +83,8 @@ void tighten(QLayout& layout)
 } // namespace
 
 ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
-    : QWidget(parent), m_shared(shared), m_models(new QButtonGroup(this)), m_fitRegions(new QButtonGroup(this))
+    : QWidget(parent), m_shared(shared), m_models(new QButtonGroup(this)), m_fitRegions(new QButtonGroup(this)),
+      m_steps(new EditSteps(this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -111,6 +113,8 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
         connect(box, &QLineEdit::textChanged, this, &ParameterPanel::changed);
     for (const QAbstractButton* option : findChildren<QAbstractButton*>())
         connect(option, &QAbstractButton::toggled, this, &ParameterPanel::changed);
+    connect(m_fixKq2, &QCheckBox::toggled, this, [this] { m_steps->announce(tr("Fix kq2 value")); });
+    connect(m_fixF, &QCheckBox::toggled, this, [this] { m_steps->announce(tr("Fix F value")); });
 }
 
 QGroupBox* ParameterPanel::makeModelFrame()
@@ -177,6 +181,7 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, Cell cell, QLabel* label, c
     connect(edit, &QLineEdit::textChanged, this, [this, edit](const QString& text) {
         edit->setFont(ui::fittingFont(font(), text, edit->width() - kBoxPadding));
     });
+    m_steps->watch(*edit, label->text().section('/', 0, 0).trimmed());
     label->setBuddy(edit);
     grid.addWidget(label, cell.row, cell.column);
     grid.addWidget(edit, cell.row, cell.column + 1);
@@ -195,6 +200,7 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     m_fitRegion = named(new ui::TextBox(frame), "txtFitRegion");
     m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
     explain(*m_fitRegion, kFitRegionGuide);
+    m_steps->watch(*m_fitRegion, frame->title());
     auto* all = named(new QRadioButton(tr("All"), frame), "opnFitRegion0");
     explain(*threshold, "follow the decays down to the fraction in the box");
     explain(*all, "follow the decays down to 0.0001 of their initial intensity");
@@ -240,6 +246,11 @@ PanelState ParameterPanel::panelState() const
 
 void ParameterPanel::setPanelState(const PanelState& panel)
 {
+    m_steps->fill(tr("Initial Parameters"), [&] { showPanel(panel); });
+}
+
+void ParameterPanel::showPanel(const PanelState& panel)
+{
     showText(*m_kq1, QString::fromStdString(panel.kq1));
     showText(*m_kq2, QString::fromStdString(panel.kq2));
     showText(*m_K, QString::fromStdString(panel.K));
@@ -272,6 +283,7 @@ void ParameterPanel::modelToggled(int model, bool chosen)
         explain(*box(used), parameter ? models::guideText(parameter->meaning, parameter->unit)
                                       : "not a parameter of Model " + std::to_string(model));
     }
+    m_steps->announce(tr("Model"));
 }
 
 // By default an arrow key goes to the nearest option on the screen and so skips some. Here all four keys follow the
@@ -307,6 +319,8 @@ void ParameterPanel::fitRegionToggled(int option, bool chosen)
 {
     if (chosen && option == kThresholdOption)
         m_shared.FitRegionMode = decay::kFitRegionThreshold;
+    if (chosen)
+        m_steps->announce(tr("Fitting Region"));
 }
 
 void ParameterPanel::restore(const QStringList& resultRow)
@@ -314,11 +328,13 @@ void ParameterPanel::restore(const QStringList& resultRow)
     const QString modelText = resultRow.value(kResultModelColumn);
     if (modelText.isEmpty())
         return;
-    const int model = fit::roundedInt16(fit::numberFrom(modelText.toStdString())).value_or(0);
-    chooseModel(model);
-    for (const models::Parameter& parameter : models::row(model).fitted())
-        if (parameter.restored)
-            showText(*box(parameter.box), resultRow.value(resultColumn(parameter.reported)));
+    m_steps->fill(tr("Restore"), [&] {
+        const int model = fit::roundedInt16(fit::numberFrom(modelText.toStdString())).value_or(0);
+        chooseModel(model);
+        for (const models::Parameter& parameter : models::row(model).fitted())
+            if (parameter.restored)
+                showText(*box(parameter.box), resultRow.value(resultColumn(parameter.reported)));
+    });
 }
 
 } // namespace app

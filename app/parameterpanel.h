@@ -17,6 +17,7 @@ class QRadioButton;
 namespace app
 {
 
+class EditSteps;
 struct SharedState;
 
 /// Model, start values and fit controls. The panel keeps texts as typed; a command converts them when it runs.
@@ -37,6 +38,9 @@ public:
     /// Copies the model and the start values from the texts of a results row, columns 0..8 as displayed.
     void restore(const QStringList& resultRow);
 
+    /// Announces what the user enters and what commands fill in, as steps.
+    EditSteps& steps() { return *m_steps; }
+
 signals:
     void changed(); // a text, the model or an option
 
@@ -53,6 +57,7 @@ private:
     };
     /// A box with its label left of it; the cell is that of the label.
     QLineEdit* addBox(QGridLayout& grid, Cell cell, QLabel* label, const char* name);
+    void showPanel(const PanelState& panel);
     QLineEdit* box(models::Box box) const;
     void modelToggled(int model, bool chosen);
     void fitRegionToggled(int option, bool chosen);
@@ -61,6 +66,7 @@ private:
     SharedState& m_shared;
     QButtonGroup* m_models;
     QButtonGroup* m_fitRegions;
+    EditSteps* m_steps;
     QLabel* m_kq1Label;
     QLineEdit *m_kq1, *m_kq2, *m_K, *m_F, *m_s, *m_Cp, *m_tolerance, *m_iteration, *m_fitRegion;
     QCheckBox *m_fixKq2, *m_fixF;

@@ -89,11 +89,13 @@ void ResultsTable::setUpGrid()
 
 void ResultsTable::storeResult(const ResultRecord& result, int mask)
 {
+    emit aboutToChange();
     const int row = m_shared.results.ResultCursor;
     m_shared.results.store(result, mask);
     markCursor(true);
     RedrawResult();
     m_grid->scrollTo(m_grid->model()->index(row, m_grid->columnAt(0))); // keeps the horizontal position
+    emit stepMade(tr("New Result"));
 }
 
 void ResultsTable::RedrawResult()
@@ -189,8 +191,10 @@ void ResultsTable::keyPressEvent(QKeyEvent* event)
 
 void ResultsTable::cmdClearAll_Click()
 {
+    emit aboutToChange();
     clearRows();
     m_shared.results.clearAll();
+    emit stepMade(tr("Clear All"));
 }
 
 void ResultsTable::cmdDelRow_Click()
@@ -198,11 +202,13 @@ void ResultsTable::cmdDelRow_Click()
     const int deleted = m_grid->currentRow();
     if (deleted < 1)
         return;
+    emit aboutToChange();
     m_grid->setRedraw(false);
     shiftRowsUp(deleted);
     if (m_shared.results.ResultCursor > 1)
         moveCursorUp();
     m_grid->setRedraw(true);
+    emit stepMade(tr("Del Row"));
 }
 
 // The last row is not emptied: it stays as a duplicate.
@@ -235,9 +241,11 @@ void ResultsTable::cmdSetCursor_Click()
 {
     if (m_grid->currentRow() < 1)
         return;
+    emit aboutToChange();
     markCursor(false);
     m_shared.results.ResultCursor = m_grid->currentRow();
     markCursor(true);
+    emit stepMade(tr("Set Cursor"));
 }
 
 } // namespace app

@@ -46,6 +46,8 @@ public:
 signals:
     /// "Restore" was chosen on a filled row. The texts are the row as displayed, so its numbers are rounded.
     void restoreChosen(const QStringList& row);
+    void aboutToChange();               // the next step changes the store
+    void stepMade(const QString& step); // what the step was
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

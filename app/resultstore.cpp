@@ -100,6 +100,13 @@ void ResultStore::store(const ResultRecord& result, int mask)
     ResultCursor = ResultCursor == kMaxResults ? 1 : ResultCursor + 1;
 }
 
+bool ResultStore::sameResults(const ResultStore& other) const
+{
+    return ResultData == other.ResultData &&
+           std::ranges::equal(verdicts, other.verdicts, {}, &RecordVerdict::run, &RecordVerdict::run) &&
+           ResultCursor == other.ResultCursor && ResultRowEnd == other.ResultRowEnd;
+}
+
 void ResultStore::setVerdict(int run, const std::string& verdict)
 {
     for (RecordVerdict& kept : verdicts)

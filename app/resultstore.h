@@ -27,6 +27,7 @@ struct ResultRecord {
 struct RecordVerdict {
     int run = 0; // number of the analysis since the program started; 0: of an earlier run of the program
     std::string text{};
+    bool operator==(const RecordVerdict&) const = default;
 };
 
 /// The last twenty results and the row for the next result.
@@ -47,6 +48,9 @@ struct ResultStore {
     void store(const ResultRecord& result, int mask);
     /// Keeps a verdict with every record of an analysis, wherever the record has been moved.
     void setVerdict(int run, const std::string& verdict);
+    /// Whether both hold the same analyses, whatever is known of their verdicts by now.
+    bool sameResults(const ResultStore& other) const;
+    bool operator==(const ResultStore&) const = default;
 };
 
 /// models::interactionRadius() under its given name.

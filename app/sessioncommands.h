@@ -38,6 +38,10 @@ public:
     void openDropped(const QString& path);
     void mnuSaveAs_Click();
 
+    /// The file of the session; empty if it has none yet.
+    const QString& path() const { return m_path; }
+    void setPath(const QString& path);
+
 signals:
     /// A session was opened: the settings dialog follows.
     void opened();
@@ -49,7 +53,6 @@ private:
     void open(const QString& path, IfForeign ifForeign);
     Session session() const;
     void show(const Session& session);
-    void setPath(const QString& path);
 
     Dependencies m_dependencies;
     QString m_path; // where "Save as" begins

@@ -9,6 +9,7 @@ struct Settings {
     int IntensityScale = 0; // 0 "Normal", 1 "log10(I(t))"
     int LogMode = 1;        // 0 "normal", 1 "log mode"
     int AssessmentMode = 1; // 0 R2, 1 Se
+    bool operator==(const Settings&) const = default;
 };
 
 } // namespace app

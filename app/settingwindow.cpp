@@ -89,10 +89,12 @@ QGroupBox* frmSettingWindow::makeFrame(const SettingChoice& choice)
 
 void frmSettingWindow::choose(const SettingChoice& choice, int index)
 {
+    emit aboutToChange();
     m_shared.settings.*choice.setting = index;
     emit changed();
     if (choice.setting == &Settings::AssessmentMode)
         emit assessmentChanged();
+    emit stepMade(tr(choice.frame));
 }
 
 void frmSettingWindow::showSettings()

@@ -28,6 +28,8 @@ public:
 signals:
     void changed(); // any setting
     void assessmentChanged();
+    void aboutToChange();               // the user chooses an option
+    void stepMade(const QString& step); // the title of its frame
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include "app/clipboardcommands.h"
 #include "app/datasheet.h"
+#include "app/editsteps.h"
 #include "app/parameterpanel.h"
 #include "app/resultstable.h"
 #include "app/samplestext.h"
@@ -32,6 +33,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     : m_firstWindow(std::move(firstWindow)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
       aboutBox(prompter), m_prompter(prompter),
       m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
+      m_history({MainWindow.sheet(), MainWindow.panel(), MainWindow.results(), shared, m_session}),
       m_decayCommands(commandInput(), MainWindow.results(),
                       {DecayAnalyzer, GraphWindow1, GraphWindow2, OutputTable1, OutputTable2}),
       m_sternVolmerCommands(commandInput(), MainWindow.results(), {SVAnalyzer, GraphWindow2, OutputTable2}),
@@ -42,6 +44,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     fit::StopRequested = false;
     connectFileMenu();
     connectEditMenu();
+    connectUndo();
     connectAnalyses();
     connectTrust();
     connectStatusLine();
@@ -58,10 +61,15 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
 
 void VorloMain::connectFileMenu()
 {
-    connect(&MainWindow, &frmVorloMain::newChosen, &m_session, &SessionCommands::mnuNew_Click);
-    connect(&MainWindow, &frmVorloMain::openChosen, &m_session, &SessionCommands::mnuOpen_Click);
+    connect(&MainWindow, &frmVorloMain::newChosen, this,
+            [this] { m_history.run(tr("New"), [this] { m_session.mnuNew_Click(); }); });
+    connect(&MainWindow, &frmVorloMain::openChosen, this,
+            [this] { m_history.run(tr("Open"), [this] { m_session.mnuOpen_Click(); }); });
     // Queued, because the source of the drop waits for its end, and a message box may open.
-    connect(&MainWindow, &frmVorloMain::fileDropped, &m_session, &SessionCommands::openDropped, Qt::QueuedConnection);
+    connect(
+        &MainWindow, &frmVorloMain::fileDropped, this,
+        [this](const QString& path) { m_history.run(tr("Open"), [&] { m_session.openDropped(path); }); },
+        Qt::QueuedConnection);
     connect(&MainWindow, &frmVorloMain::saveAsChosen, &m_session, &SessionCommands::mnuSaveAs_Click);
     connect(&m_session, &SessionCommands::pathChanged, this,
             [this](const QString& path) { MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path)); });
@@ -76,12 +84,40 @@ void VorloMain::connectFileMenu()
 void VorloMain::connectEditMenu()
 {
     DataSheet& sheet = MainWindow.sheet();
-    connect(&MainWindow, &frmVorloMain::cutChosen, this, [&sheet] { mnuCut_Click(sheet); });
+    connect(&MainWindow, &frmVorloMain::cutChosen, this,
+            [this, &sheet] { m_history.run(tr("Cut"), [&sheet] { mnuCut_Click(sheet); }); });
     connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet); });
     connect(&MainWindow, &frmVorloMain::pasteChosen, this, [this, &sheet] { mnuPaste_Click(sheet, m_prompter); });
     for (const QWidget* window : std::initializer_list<const QWidget*>{&MainWindow, &helpViewer})
         for (const ui::TextBox* box : window->findChildren<ui::TextBox*>())
             connect(box, &ui::TextBox::clipboardSilent, this, [this] { ui::tellOfSilentClipboard(m_prompter); });
+}
+
+// Every part of the session announces its steps itself; commands that consist of several are run as one.
+void VorloMain::connectUndo()
+{
+    UndoHistory* history = &m_history;
+    connect(&MainWindow.sheet(), &DataSheet::typing, history, &UndoHistory::noteTyping);
+    connect(&MainWindow.sheet(), &DataSheet::aboutToChange, history, &UndoHistory::begin);
+    connect(&MainWindow.sheet(), &DataSheet::stepMade, history, &UndoHistory::end);
+    connect(&MainWindow.results(), &ResultsTable::aboutToChange, history, &UndoHistory::begin);
+    connect(&MainWindow.results(), &ResultsTable::stepMade, history, &UndoHistory::end);
+    connect(&SettingWindow, &frmSettingWindow::aboutToChange, history, &UndoHistory::begin);
+    connect(&SettingWindow, &frmSettingWindow::stepMade, history, &UndoHistory::end);
+    // The history's connection, because a box that loses the focus at the end outlives the history.
+    connect(&MainWindow.panel().steps(), &EditSteps::stepMade, history, [history](const QString& step) {
+        history->noteView();
+        history->end(step);
+    });
+    connect(history, &UndoHistory::beginning, &MainWindow.panel().steps(), &EditSteps::finish);
+    connect(&m_session, &SessionCommands::pathChanged, history, &UndoHistory::begin); // saving is no step
+    connect(&MainWindow, &frmVorloMain::undoChosen, history, &UndoHistory::undo);
+    connect(&MainWindow, &frmVorloMain::redoChosen, history, &UndoHistory::redo);
+    connect(history, &UndoHistory::moved, &SettingWindow, &frmSettingWindow::showSettings);
+    connect(history, &UndoHistory::changed, &MainWindow, [this] {
+        MainWindow.showUndo(m_history.undoText());
+        MainWindow.showRedo(m_history.redoText());
+    });
 }
 
 void VorloMain::connectWindows()
@@ -107,12 +143,16 @@ CommandInput VorloMain::commandInput()
 /// All commands that calculate.
 void VorloMain::connectCommand(void (frmVorloMain::*chosen)(), const std::function<void()>& command)
 {
-    connect(&MainWindow, chosen, this, [this, command] { m_verdicts.run(command); });
+    connect(&MainWindow, chosen, this, [this, command] {
+        const UndoHistory::Hold held(m_history);
+        m_verdicts.run(command);
+    });
 }
 
 void VorloMain::connectAnalyses()
 {
-    connectCommand(&frmVorloMain::normalizationChosen, [this] { m_decayCommands.Normalization(); });
+    connectCommand(&frmVorloMain::normalizationChosen,
+                   [this] { m_history.run(tr("Normalization"), [this] { m_decayCommands.Normalization(); }); });
     connectCommand(&frmVorloMain::decayCurveAnalysisChosen, [this] { m_decayCommands.DecayCurveAnalysis(); });
     connectCommand(&frmVorloMain::calcDecayCurveChosen, [this] { m_decayCommands.CalcDecayCurve(); });
     connectCommand(&frmVorloMain::sternVolmerAnalysisChosen, [this] { m_sternVolmerCommands.SternVolmerAnalysis(); });

@@ -9,6 +9,7 @@
 #include "app/sharedstate.h"
 #include "app/sternvolmercommands.h"
 #include "app/trustcommands.h"
+#include "app/undohistory.h"
 #include "app/verdictwatch.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
@@ -73,6 +74,7 @@ private:
     CommandInput commandInput();
     void connectFileMenu();
     void connectEditMenu();
+    void connectUndo();
     void connectAnalyses();
     void connectTrust();
     void connectStatusLine();
@@ -83,6 +85,7 @@ private:
 
     ui::Prompter& m_prompter;
     SessionCommands m_session;
+    UndoHistory m_history;
     DecayCommands m_decayCommands;
     SternVolmerCommands m_sternVolmerCommands;
     TrustCommands m_trustCommands;
