@@ -38,6 +38,20 @@ void TextBox::pasteFrom(QClipboard::Mode mode)
 
 void TextBox::paste() { pasteFrom(QClipboard::Clipboard); }
 
+// A box without a change to undo leaves the key to the window's menu.
+bool TextBox::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+            (key->matches(QKeySequence::Redo) && !isRedoAvailable())) {
+            event->ignore();
+            return false;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
 void TextBox::keyPressEvent(QKeyEvent* event)
 {
     if (!event->matches(QKeySequence::Paste))

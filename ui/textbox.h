@@ -30,6 +30,7 @@ public slots:
     void paste(); // the context menu looks the slot up by name and finds it instead of QLineEdit's
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
