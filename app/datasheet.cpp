@@ -2,6 +2,7 @@
 
 #include "app/blocktext.h"
 #include "app/selectedblock.h"
+#include "app/sheetreading.h"
 #include "ui/textbox.h"
 
 #include <QApplication>
@@ -64,6 +65,7 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
     for (const auto signal : {&QAbstractItemModel::rowsRemoved, &QAbstractItemModel::columnsRemoved})
         connect(m_grid->model(), signal, this, &DataSheet::changed);
     connect(m_grid->model(), &QAbstractItemModel::dataChanged, this, &DataSheet::changed);
+    m_grid->numberColumns();
     setCounts(kSheetRows, kSheetColumns);
     m_grid->setColumnTwips(0, kTitleColumnTwips);
     showWholeColumns();
@@ -72,6 +74,7 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
     connect(m_grid, &ui::Grid::cellChosen, this, &DataSheet::finishEdit);
     connect(m_grid, &ui::Grid::currentCellMoved, this, &DataSheet::finishEdit);
     connect(m_grid, &ui::Grid::textTyped, this, &DataSheet::startEdit);
+    connect(m_grid, &ui::Grid::editWanted, this, &DataSheet::editPresentText);
     connect(m_grid, &ui::Grid::deletePressed, this, &DataSheet::clearBlock);
     // The line's own focus event does not suffice, because a window that is not active moves its focus without an
     // event.
@@ -183,6 +186,21 @@ void DataSheet::startEdit(const QString& text)
     storeTyped();
     m_editor->setFocus();
     m_editor->setText(ui::oneLine(text)); // leaves the caret at the end, where typing continues
+}
+
+void DataSheet::editPresentText()
+{
+    if (!onDataCell())
+        return;
+    m_editor->setFocus();
+    m_editor->end(false);
+}
+
+void DataSheet::showRemarks(int model)
+{
+    for (int row = 1; row < rowCount(); ++row)
+        for (int column = 1; column < columnCount(); ++column)
+            m_grid->setRemark(row, column, QString::fromStdString(remarkOnCell(*this, row, column, model)));
 }
 
 void DataSheet::store()

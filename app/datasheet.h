@@ -43,6 +43,8 @@ public:
     /// Stores a text that was typed into the line but not entered yet in the cell for which it was typed. Title cells
     /// keep their texts.
     void storeTyped();
+    /// Marks the cells whose texts are not read as they stand, or that an analysis with the model needs.
+    void showRemarks(int model);
 
     ui::Grid& grid() { return *m_grid; }
     const ui::Grid& grid() const { return *m_grid; }
@@ -67,6 +69,7 @@ private:
     void focusMoved(const QWidget& now);
     bool takeBlock(const QString& text);
     void startEdit(const QString& text);
+    void editPresentText();
     void store();
     bool editorKey(const QKeyEvent& key);
 

@@ -4,6 +4,7 @@
 #include "app/editsteps.h"
 #include "app/resultrow.h"
 #include "app/sharedstate.h"
+#include "app/sheetreading.h"
 #include "fit/numbertext.h"
 #include "models/guide.h"
 #include "ui/fittingfont.h"
@@ -29,6 +30,7 @@ namespace
 constexpr int kOptionsPerRow = 3;
 constexpr int kBoxPadding = 12; // pixels of frame and margins in a text box
 constexpr int kAllOption = 0;
+constexpr auto kGuide = "guide"; // property of a control: its explanation without a remark
 constexpr int kThresholdOption = 1;
 
 QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
@@ -45,11 +47,25 @@ QLabel* label(const QString& text, const char* name, QWidget* parent)
     return named(new QLabel(text, parent), QString::fromLatin1(name));
 }
 
+/// Adds to the explanation of a box how its text is read, if not as it stands.
+void remarkOn(ui::TextBox& box)
+{
+    const std::string remark = remarkOnNumber(box.text().toStdString());
+    const QStringList texts{box.property(kGuide).toString(), QString::fromStdString(remark)};
+    const QString text = remark.empty() ? texts.front() : texts.join('\n');
+    box.setToolTip(text);
+    box.setAccessibleDescription(text);
+    box.setRemarked(!remark.empty());
+}
+
 /// Sets the explanation that the tooltip of a control shows and a screen reader reads.
 void explain(QWidget& control, const std::string& text)
 {
+    control.setProperty(kGuide, QString::fromStdString(text));
     control.setToolTip(QString::fromStdString(text));
     control.setAccessibleDescription(QString::fromStdString(text));
+    if (auto* box = qobject_cast<ui::TextBox*>(&control))
+        remarkOn(*box);
 }
 
 void explain(QWidget& control, const BoxGuide& guide)
@@ -180,6 +196,7 @@ QLineEdit* ParameterPanel::addBox(QGridLayout& grid, Cell cell, QLabel* label, c
     // Start values from a search can have more digits. All must be visible, or the power of ten is hidden.
     connect(edit, &QLineEdit::textChanged, this, [this, edit](const QString& text) {
         edit->setFont(ui::fittingFont(font(), text, edit->width() - kBoxPadding));
+        remarkOn(*edit);
     });
     m_steps->watch(*edit, label->text().section('/', 0, 0).trimmed());
     label->setBuddy(edit);
@@ -197,10 +214,12 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     auto* row = new QHBoxLayout(frame);
     tighten(*row);
     auto* threshold = named(new QRadioButton(mark + tr("≧") + mark, frame), "opnFitRegion1");
-    m_fitRegion = named(new ui::TextBox(frame), "txtFitRegion");
+    auto* region = named(new ui::TextBox(frame), "txtFitRegion");
+    m_fitRegion = region;
     m_fitRegion->setAccessibleName(tr("Fraction of the initial intensity"));
     explain(*m_fitRegion, kFitRegionGuide);
     m_steps->watch(*m_fitRegion, frame->title());
+    connect(m_fitRegion, &QLineEdit::textChanged, this, [region] { remarkOn(*region); });
     auto* all = named(new QRadioButton(tr("All"), frame), "opnFitRegion0");
     explain(*threshold, "follow the decays down to the fraction in the box");
     explain(*all, "follow the decays down to 0.0001 of their initial intensity");

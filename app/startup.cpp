@@ -194,7 +194,9 @@ void VorloMain::connectStatusLine()
     connect(&SettingWindow, &frmSettingWindow::changed, &m_afterChanges, soon);
     connect(&m_session, &SessionCommands::opened, &m_afterChanges, soon);
     connect(&m_afterChanges, &QTimer::timeout, this, [this] {
-        MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(MainWindow.sheet())));
+        DataSheet& sheet = MainWindow.sheet();
+        sheet.showRemarks(MainWindow.panel().panelState().Model);
+        MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet)));
         m_verdicts.look();
     });
     m_afterChanges.start();

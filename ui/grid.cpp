@@ -124,11 +124,28 @@ void Grid::setText(int row, int column, const QString& text)
     const QModelIndex cell = m_cells->index(row, column);
     if (!cell.isValid() || cell.data().toString() == text)
         return;
-    m_cells->setData(cell, text);
+    m_cells->setData(cell, text, Qt::EditRole);
     if (row == 0 && column == 0) {
         m_corner->setAccessibleName(text);
         m_corner->update();
     }
+}
+
+void Grid::setRemark(int row, int column, const QString& remark)
+{
+    const QModelIndex cell = m_cells->index(row, column);
+    if (!cell.isValid() || this->remark(row, column) == remark)
+        return;
+    m_cells->setData(cell, remark, Qt::ToolTipRole);
+    m_cells->setData(cell, remark, Qt::AccessibleDescriptionRole);
+}
+
+QString Grid::remark(int row, int column) const { return m_cells->index(row, column).data(Qt::ToolTipRole).toString(); }
+
+void Grid::numberColumns()
+{
+    m_cells->numberColumns();
+    horizontalHeader()->viewport()->update();
 }
 
 void Grid::setColumnTwips(int column, int twips)
@@ -239,7 +256,12 @@ void Grid::mouseMoveEvent(QMouseEvent* event)
         extendTo(cell.row(), cell.column());
 }
 
-void Grid::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void Grid::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event);
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+        emit editWanted();
+}
 
 void Grid::keyPressEvent(QKeyEvent* event)
 {
@@ -250,6 +272,8 @@ void Grid::keyPressEvent(QKeyEvent* event)
         emit cellChosen();
     } else if (event->key() == Qt::Key_Delete && !command)
         emit deletePressed();
+    else if ((event->key() == Qt::Key_F2 || event->key() == Qt::Key_Backspace) && !command)
+        emit editWanted();
     else if (event->matches(QKeySequence::SelectAll))
         selectAll();
     else if (isPrintable(event->text()) && !command)

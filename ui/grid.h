@@ -3,10 +3,11 @@
 #include <QTableView>
 
 class QAbstractButton;
-class QStandardItemModel;
 
 namespace ui
 {
+
+class TitledCells;
 
 /// A grid of text cells with titles in row 0 and column 0. The titles are cells of the model, but headers that stay in
 /// view show them. The model holds the texts, the selection model the current cell and the selected block. Texts that
@@ -26,6 +27,12 @@ public:
     /// Outside the grid, reading gives an empty text and writing does nothing.
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);
+
+    /// A remark tints its cell and marks the corner; tooltip and screen reader tell it. An empty one removes it.
+    void setRemark(int row, int column, const QString& remark);
+    QString remark(int row, int column) const;
+    /// Shows the number of each column that has no title.
+    void numberColumns();
 
     /// Wider where the font is larger than usual.
     void setColumnTwips(int column, int twips);
@@ -54,6 +61,7 @@ signals:
     /// A printable character (code above 32) or a text that an input method committed.
     void textTyped(const QString& text);
     void deletePressed();
+    void editWanted(); // of the present text: by F2, Backspace or a double click on a cell
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -71,7 +79,7 @@ private:
     void extendTo(int row, int column);
     void currentMoved();
 
-    QStandardItemModel* m_cells;
+    TitledCells* m_cells;
     QAbstractButton* m_corner;
 };
 

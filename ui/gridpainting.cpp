@@ -1,6 +1,7 @@
 #include "ui/gridpainting.h"
 
 #include "ui/fittingfont.h"
+#include "ui/remark.h"
 #include "ui/titleline.h"
 
 #include <QPainter>
@@ -48,6 +49,8 @@ void drawCurrentFrame(QPainter& painter, const QRect& section, const QPalette& p
     drawFrame(painter, section, palette.color(QPalette::Highlight));
 }
 
+bool hasRemark(const QModelIndex& cell) { return !cell.data(Qt::ToolTipRole).toString().isEmpty(); }
+
 } // namespace
 
 void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const
@@ -55,6 +58,8 @@ void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
     QStyledItemDelegate::initStyleOption(option, cell);
     option->font = fittingFont(option->font, option->text, option->rect.width() - 2 * kTextMargin);
     option->fontMetrics = QFontMetrics(option->font);
+    if (hasRemark(cell))
+        option->backgroundBrush = remarkGround(option->palette.color(QPalette::Base));
 }
 
 // Most cells of a sheet are empty, and an empty cell without a mark needs no drawing. Styles hardly mark the current
@@ -62,9 +67,11 @@ void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
 void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const
 {
     const bool marked = option.state & (QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
-    if (!marked && cell.data().toString().isEmpty())
+    if (!marked && !hasRemark(cell) && cell.data().toString().isEmpty())
         return;
     QStyledItemDelegate::paint(painter, option, cell);
+    if (hasRemark(cell))
+        paintRemarkCorner(*painter, option.rect, option.palette.color(QPalette::Text));
     if (option.state & QStyle::State_HasFocus)
         drawFrame(*painter, option.rect, option.palette.color(QPalette::Text));
 }

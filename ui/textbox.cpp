@@ -1,13 +1,17 @@
 #include "ui/textbox.h"
 
 #include "ui/clipboard.h"
+#include "ui/remark.h"
 
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QRegularExpression>
+
+#include <utility>
 
 namespace ui
 {
@@ -50,6 +54,27 @@ bool TextBox::event(QEvent* event)
         }
     }
     return QLineEdit::event(event);
+}
+
+void TextBox::setRemarked(bool remarked)
+{
+    if (remarked == std::exchange(m_remarked, remarked))
+        return;
+    setPalette({}); // follows the desktop again
+    if (remarked) {
+        QPalette tinted = palette();
+        tinted.setColor(QPalette::Base, remarkGround(tinted.color(QPalette::Base)));
+        setPalette(tinted);
+    }
+}
+
+void TextBox::paintEvent(QPaintEvent* event)
+{
+    QLineEdit::paintEvent(event);
+    if (!m_remarked)
+        return;
+    QPainter painter(this);
+    paintRemarkCorner(painter, rect(), palette().color(QPalette::Text));
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event)

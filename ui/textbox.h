@@ -23,6 +23,9 @@ public:
     /// elsewhere; the box then takes nothing.
     std::function<bool(const QString& text)> takenElsewhere;
 
+    /// Tints the box and marks its corner, because there is a remark on its text.
+    void setRemarked(bool remarked);
+
 signals:
     void clipboardSilent(); // the program that holds the clipboard did not answer a paste or the menu
 
@@ -31,6 +34,7 @@ public slots:
 
 protected:
     bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -38,6 +42,7 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+    bool m_remarked = false;
     QString lineOf(const QString& text);
     void pasteFrom(QClipboard::Mode mode);
 };

@@ -7,7 +7,9 @@ QVariant TitledCells::headerData(int section, Qt::Orientation orientation, int r
 {
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return QStandardItemModel::headerData(section, orientation, role);
-    return data(orientation == Qt::Horizontal ? index(0, section) : index(section, 0), Qt::DisplayRole);
+    const QVariant title = data(orientation == Qt::Horizontal ? index(0, section) : index(section, 0), Qt::DisplayRole);
+    const bool numbered = m_numbered && orientation == Qt::Horizontal && section > 0;
+    return numbered && title.toString().isEmpty() ? QVariant(QString::number(section)) : title;
 }
 
 bool TitledCells::setData(const QModelIndex& cell, const QVariant& value, int role)

@@ -1,4 +1,5 @@
 #include "tests/support/application.h"
+#include "ui/remark.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -151,6 +152,8 @@ void TestAccessibility::followsADarkDesktop()
                   std::pair{QPalette::ButtonText, QPalette::Button}})
                 QVERIFY2(contrast(palette.color(text), palette.color(ground)) >= kLeastContrast,
                          qPrintable(nameOf(*widget)));
+            QVERIFY(contrast(palette.color(QPalette::Text), ui::remarkGround(palette.color(QPalette::Base))) >=
+                    kLeastContrast);
         }
     const QImage plot = vorlo.program.GraphWindow1.findChild<QWidget*>("Picture1")->grab().toImage();
     QCOMPARE(plot.pixelColor(plot.rect().center()), QColor(Qt::white));

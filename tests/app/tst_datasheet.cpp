@@ -20,6 +20,8 @@ private slots:
     void startsWithTitlesAndAllRowsInView();
     void typingGoesIntoTheEditorAndEnterStores();
     void inputMethodTextStartsAnEditAndEscapeEndsIt();
+    void thePresentTextIsEdited();
+    void remarksAreShown();
     void titleCellsAreNotEdited();
     void editorMirrorsTheCurrentCell();
     void leavingTheLineStoresWhatWasTyped();
@@ -105,6 +107,49 @@ void TestDataSheet::inputMethodTextStartsAnEditAndEscapeEndsIt()
     QCOMPARE(m_editor->text(), QString("old"));
     QCOMPARE(m_sheet->GetSheetText(1, 1), QString("old"));
     QVERIFY(m_grid->hasFocus());
+}
+
+void TestDataSheet::thePresentTextIsEdited()
+{
+    m_sheet->SetSheetText(1, 2, "0.05");
+    const QPoint at = m_grid->visualRect(m_grid->model()->index(1, 2)).center();
+    const std::function<void()> ways[]{[&] { QTest::keyClick(m_grid, Qt::Key_F2); },
+                                       [&] { QTest::keyClick(m_grid, Qt::Key_Backspace); },
+                                       [&] { QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, at); }};
+    for (const auto& start : ways) {
+        m_sheet->SelectSheetCell(1, 2);
+        m_grid->setFocus();
+        start();
+        QVERIFY(m_editor->hasFocus());
+        QTest::keyClick(m_editor, '1');
+        QCOMPARE(m_editor->text(), QString("0.051"));
+        QTest::keyClick(m_editor, Qt::Key_Escape);
+        QCOMPARE(m_sheet->GetSheetText(1, 2), QString("0.05"));
+    }
+    m_sheet->SelectSheetCell(0, 2);
+    QTest::keyClick(m_grid, Qt::Key_F2);
+    QVERIFY(m_grid->hasFocus());
+    QCOMPARE(m_grid->model()->headerData(2, Qt::Horizontal).toString(), QString("2")); // drawn, but not the cell's text
+    QCOMPARE(m_sheet->GetSheetText(0, 2), QString());
+}
+
+void TestDataSheet::remarksAreShown()
+{
+    const QModelIndex cell = m_grid->model()->index(1, 1);
+    m_sheet->SelectSheetCell(5, 1);
+    const auto ground = [&] {
+        return m_grid->grab(m_grid->visualRect(cell).translated(m_grid->viewport()->pos())).toImage();
+    };
+    m_sheet->SetSheetText(1, 1, "50 mM");
+    m_sheet->showRemarks(1);
+    QCOMPARE(m_grid->remark(1, 1), QString("\"50 mM\" is read as 50"));
+    QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString(), m_grid->remark(1, 1));
+    const QColor tinted = ground().pixelColor(2, 2), corner = ground().pixelColor(ground().width() - 2, 0);
+    m_sheet->SetSheetText(1, 1, "50");
+    m_sheet->showRemarks(1);
+    QVERIFY(m_grid->remark(1, 1).isEmpty());
+    QVERIFY(ground().pixelColor(2, 2) != tinted);
+    QVERIFY(corner != tinted);
 }
 
 void TestDataSheet::titleCellsAreNotEdited()

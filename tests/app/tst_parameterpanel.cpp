@@ -17,6 +17,7 @@ private slots:
     void startsWithItsDefaults();
     void modelRulesBoxes();
     void explainsModelsAndParameters();
+    void tellsHowTextsAreRead();
     void arrowKeysWalkThroughTheModels();
     void allLeavesTheFitRegionMode();
     void assistiveTechnologyChoosesToo();
@@ -78,6 +79,23 @@ void TestParameterPanel::explainsModelsAndParameters()
     QVERIFY(box("txtkq2").toolTip().contains("not a parameter of Model 4"));
     for (const auto* edit : m_panel->findChildren<QLineEdit*>())
         QVERIFY2(!edit->toolTip().isEmpty(), qPrintable(edit->objectName()));
+}
+
+void TestParameterPanel::tellsHowTextsAreRead()
+{
+    for (const char* name : {"txtK", "txtFitRegion"}) {
+        const QString guide = box(name).toolTip();
+        const QColor ground = box(name).palette().color(QPalette::Base);
+        box(name).setText("5×10⁻²");
+        option("opnModel3").click(); // explains the boxes anew
+        QVERIFY2(box(name).toolTip().endsWith("\n\"5×10⁻²\" is read as 5"), qPrintable(box(name).toolTip()));
+        QCOMPARE(box(name).accessibleDescription(), box(name).toolTip());
+        QVERIFY(box(name).palette().color(QPalette::Base) != ground);
+        box(name).setText("5e-2");
+        option("opnModel1").click();
+        QCOMPARE(box(name).toolTip(), guide);
+        QCOMPARE(box(name).palette().color(QPalette::Base), ground);
+    }
 }
 
 void TestParameterPanel::arrowKeysWalkThroughTheModels()
