@@ -8,13 +8,13 @@ namespace trust
 
 noise::RatioFit ratioFitOf(const analysis::Request& request)
 {
-    const leastsquares::Ranges usual = sensibleRanges(request.model);
+    const leastsquares::Ranges counted = countedRanges(request.model);
     noise::RatioFit ratioFit{.points = std::get<sternvolmer::RatioPoints>(request.data),
                              .model = request.model,
                              .Cp = request.Cp,
                              .free = leastsquares::freeSlots(request.options.parameterCount, request.options.fix)};
     for (const std::size_t slot : ratioFit.free)
-        ratioFit.ranges[slot] = {usual[slot].low / kSearchMargin, usual[slot].high * kSearchMargin};
+        ratioFit.ranges[slot] = counted[slot];
     return ratioFit;
 }
 

@@ -161,7 +161,7 @@ private:
         case 2:
             return m_desk.control<QRadioButton>(upTo(1) ? "opnFitRegion0" : "opnFitRegion1").click();
         case 3:
-            emit m_desk.program.modelComparison.modelChosen(1 + upTo(12), {0, 5, 6, 7});
+            emit m_desk.program.modelComparison.modelChosen(models::Analysis::SternVolmer, 1 + upTo(12), {0, 5, 6, 7});
             return;
         default:
             const QString option = QStringList{"opnTime", "opnMethod", "opnAssessment"}[upTo(2)];
