@@ -54,7 +54,6 @@ class TestRequest : public QObject
 private slots:
     void startsFromWhatIsLeftWithoutALogarithm();
     void keepsItsOwnWhileAnotherRuns();
-    void endsAsTheEngineSays_data();
     void endsAsTheEngineSays();
     void calculatesWhereAFitWouldStart();
     void fitsDecayCurves();
@@ -93,36 +92,32 @@ void TestRequest::keepsItsOwnWhileAnotherRuns()
     QCOMPARE(result.parameters, undisturbed.parameters);
 }
 
-void TestRequest::endsAsTheEngineSays_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<double>("start");
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<fit::Ending>("ending");
-    QTest::addColumn<double>("iterations");
-    QTest::addColumn<std::string>("error");
-    // The first step finds the slope, the second finds nothing better.
-    QTest::newRow("converged") << 1 << 1.0 << 100 << fit::Ending::Converged << 2.0 << std::string("OK");
-    QTest::newRow("limit") << 1 << 1.0 << 0 << fit::Ending::LimitExceeded << 1.0 << std::string("not satisfied");
-    QTest::newRow("no influence") << 2 << 1.0 << 100 << fit::Ending::Converged << 2.0 << std::string("*");
-    QTest::newRow("no derivative") << 1 << 0.0 << 100 << fit::Ending::ArithmeticFault << 0.0 << std::string("OK");
-}
-
 void TestRequest::endsAsTheEngineSays()
 {
-    QFETCH(int, count);
-    QFETCH(double, start);
-    QFETCH(int, limit);
-    analysis::Request request = lineRequest(0.3, start);
-    request.values[2] = 1;
-    request.options.parameterCount = count;
-    request.options.iterationLimit = limit;
-    const analysis::Result result = ranThrough(request);
-    QTEST(result.ending, "ending");
-    QTEST(result.iterations, "iterations");
-    QTEST(fit::errorText(result.status), "error");
-    QCOMPARE(result.fault, result.ending == fit::Ending::ArithmeticFault);
-    QCOMPARE(result.report.empty(), result.fault);
+    constexpr struct {
+        const char* name;
+        int count;
+        double start;
+        int limit;
+        fit::Ending ending;
+        double iterations; // the first step finds the slope, the second finds nothing better
+        const char* error;
+    } kCases[]{{"converged", 1, 1, 100, fit::Ending::Converged, 2, "OK"},
+               {"limit", 1, 1, 0, fit::Ending::LimitExceeded, 1, "not satisfied"},
+               {"no influence", 2, 1, 100, fit::Ending::Converged, 2, "*"},
+               {"no derivative", 1, 0, 100, fit::Ending::ArithmeticFault, 0, "OK"}};
+    for (const auto& c : kCases) {
+        analysis::Request request = lineRequest(0.3, c.start);
+        request.values[2] = 1;
+        request.options.parameterCount = c.count;
+        request.options.iterationLimit = c.limit;
+        const analysis::Result result = ranThrough(request);
+        QVERIFY2(result.ending == c.ending, c.name);
+        QVERIFY2(result.iterations == c.iterations, c.name);
+        QVERIFY2(fit::errorText(result.status) == c.error, c.name);
+        QCOMPARE(result.fault, c.ending == fit::Ending::ArithmeticFault);
+        QCOMPARE(result.report.empty(), result.fault);
+    }
 }
 
 void TestRequest::calculatesWhereAFitWouldStart()

@@ -37,26 +37,23 @@ class TestCurveEvaluator : public QObject
 {
     Q_OBJECT
 private slots:
-    void agreesWithTheFormulas_data();
     void agreesWithTheFormulas();
     void hasTheSameBitsInWideRegisters();
     void staysFiniteWhereTheFormulasDo();
-};
 
-void TestCurveEvaluator::agreesWithTheFormulas_data()
-{
-    QTest::addColumn<Reference>("reference");
-    QTest::addColumn<bool>("evenGrid");
-    QTest::newRow("one component") << support::kPyrene << true;
-    QTest::newRow("two components") << support::kRuRe << true;
-    QTest::newRow("three components") << support::kAlbumin << true;
-    QTest::newRow("three components, uneven grid") << support::kAlbumin << false;
-}
+private:
+    void compareWithTheFormulas(const Reference& reference, bool evenGrid);
+};
 
 void TestCurveEvaluator::agreesWithTheFormulas()
 {
-    QFETCH(Reference, reference);
-    QFETCH(bool, evenGrid);
+    for (const Reference& reference : {support::kPyrene, support::kRuRe, support::kAlbumin})
+        for (const bool evenGrid : {true, false})
+            compareWithTheFormulas(reference, evenGrid);
+}
+
+void TestCurveEvaluator::compareWithTheFormulas(const Reference& reference, bool evenGrid)
+{
     SampleTable table =
         support::tableFrom(support::simulatedSession(1, reference, {.p = {0, 1e8}}, support::kWideRange), 1);
     if (!evenGrid)

@@ -86,7 +86,6 @@ private slots:
     void eliminationExchangesRowsForTheLargerPivot();
     void eliminationSolvesSixUnknowns();
     void eliminationNamesTheStepOfAZeroPivot();
-    void findsTheLeastSquaresLine();
     void usesTheUpperTriangleOnly();
     void halvesTheDerivativeStepUntilTheFifthIteration();
     void restoresShiftedParametersBySubtraction();
@@ -144,16 +143,6 @@ void TestGaussNewton::eliminationNamesTheStepOfAZeroPivot()
     single.solve(1);
     QVERIFY(single.info == 1);
     QVERIFY(single.B[1] == 7);
-}
-
-void TestGaussNewton::findsTheLeastSquaresLine()
-{
-    fit::Options options = optionsFor(2, 10000);
-    options.tolerance = kTight;
-    const fit::Outcome outcome = run({4, scatteredLine}, options, {0, 5, 5});
-    QCOMPARE(outcome.ending, Ending::Converged);
-    QVERIFY2(std::abs(outcome.parameters[1] - 0.7) < kConverged, qPrintable(QString::number(outcome.parameters[1])));
-    QVERIFY2(std::abs(outcome.parameters[2] - 2.1) < kConverged, qPrintable(QString::number(outcome.parameters[2])));
 }
 
 void TestGaussNewton::usesTheUpperTriangleOnly()
@@ -272,9 +261,12 @@ void TestGaussNewton::keepsParametersInRange()
 void TestGaussNewton::retriesAfterAZeroPivotWithoutTheLastParameter()
 {
     fit::Options options = optionsFor(3, 10000);
+    options.tolerance = kTight;
     const fit::Outcome outcome = run({4, scatteredLine}, options, {0, 5, 5, 7});
     QCOMPARE(outcome.ending, Ending::Converged);
     QCOMPARE(outcome.status, Status::ZeroPivot);
+    QVERIFY(std::abs(outcome.parameters[1] - 0.7) < kConverged);
+    QVERIFY(std::abs(outcome.parameters[2] - 2.1) < kConverged);
     QVERIFY(outcome.parameters[3] == 7);
     options.parameterCount = 2;
     const fit::Outcome without = run({4, scatteredLine}, options, {0, 5, 5, 7});

@@ -42,39 +42,30 @@ class TestProfile : public QObject
     Q_OBJECT
 
 private slots:
-    void isTheSymmetricalIntervalOfALine_data();
     void isTheSymmetricalIntervalOfALine();
     void endsWhereTheSumDoes();
-    void isOpenWhereTheDataAllowAnything_data();
     void isOpenWhereTheDataAllowAnything();
     void tellsOfALowerSum();
 };
 
-void TestProfile::isTheSymmetricalIntervalOfALine_data()
-{
-    QTest::addColumn<fit::Parameters>("truth");
-    QTest::newRow("positive") << fit::Parameters{0, 2, 0.5};
-    QTest::newRow("a negative slope") << fit::Parameters{0, -2e-9, 0.5};
-    QTest::newRow("a negative intercept") << fit::Parameters{0, 2e9, -0.5};
-}
-
 void TestProfile::isTheSymmetricalIntervalOfALine()
 {
-    QFETCH(fit::Parameters, truth);
-    const double unit = std::abs(truth[1]);
-    support::CallableProblem problem = observed([=](double x, auto& b) { return b[1] / unit * x + b[2]; }, truth);
-    const FreeSlots free{1, 2};
-    const Minimum minimum = descend(problem, truth, free);
-    const Uncertainty symmetrical = uncertaintyOf(problem, minimum.values, free, problem.pointCount());
-    for (const std::size_t slot : free) {
-        const Profile profile = profileFrom(problem, truth, free, slot);
-        const double half = symmetrical.halfWidth[slot];
-        QVERIFY(std::abs(*profile.low - (minimum.values[slot] - half)) < kSixDigits * half);
-        QVERIFY(std::abs(*profile.high - (minimum.values[slot] + half)) < kSixDigits * half);
-        QVERIFY(!profile.lower.has_value());
-        QVERIFY2(profile.points.size() >= 9, "too few points to draw");
-        QCOMPARE(profile.points.front().value, *profile.low);
-        QCOMPARE(profile.points.back().value, *profile.high);
+    for (const fit::Parameters& truth : {fit::Parameters{0, 2, 0.5}, {0, -2e-9, 0.5}, {0, 2e9, -0.5}}) {
+        const double unit = std::abs(truth[1]);
+        support::CallableProblem problem = observed([=](double x, auto& b) { return b[1] / unit * x + b[2]; }, truth);
+        const FreeSlots free{1, 2};
+        const Minimum minimum = descend(problem, truth, free);
+        const Uncertainty symmetrical = uncertaintyOf(problem, minimum.values, free, problem.pointCount());
+        for (const std::size_t slot : free) {
+            const Profile profile = profileFrom(problem, truth, free, slot);
+            const double half = symmetrical.halfWidth[slot];
+            QVERIFY(std::abs(*profile.low - (minimum.values[slot] - half)) < kSixDigits * half);
+            QVERIFY(std::abs(*profile.high - (minimum.values[slot] + half)) < kSixDigits * half);
+            QVERIFY(!profile.lower.has_value());
+            QVERIFY2(profile.points.size() >= 9, "too few points to draw");
+            QCOMPARE(profile.points.front().value, *profile.low);
+            QCOMPARE(profile.points.back().value, *profile.high);
+        }
     }
 }
 
@@ -99,32 +90,28 @@ void TestProfile::endsWhereTheSumDoes()
     QVERIFY(std::abs(chiSquareProbability(11.0705, 5) - 0.05) < 1e-5);
 }
 
-void TestProfile::isOpenWhereTheDataAllowAnything_data()
-{
-    QTest::addColumn<int>("law");
-    QTest::addColumn<fit::Parameters>("truth");
-    QTest::addColumn<bool>("openBelow");
-    QTest::addColumn<bool>("openAbove");
-    QTest::newRow("saturated at once") << 0 << fit::Parameters{0, 8} << false << true;
-    QTest::newRow("hardly any effect") << 1 << fit::Parameters{0, 1e-4} << true << false;
-    QTest::newRow("hardly any effect, negative") << 1 << fit::Parameters{0, -1e-4} << false << true;
-    QTest::newRow("no effect at 0") << 1 << fit::Parameters{} << true << false;
-    QTest::newRow("a product determines no factor") << 2 << fit::Parameters{0, 2, 1} << true << true;
-}
-
 void TestProfile::isOpenWhereTheDataAllowAnything()
 {
-    QFETCH(int, law);
-    QFETCH(fit::Parameters, truth);
-    QFETCH(bool, openBelow);
-    QFETCH(bool, openAbove);
-    const Law laws[]{[](double x, auto& b) { return 1 - std::exp(-b[1] * x); },
-                     [](double x, auto& b) { return b[1] * x; }, [](double x, auto& b) { return b[1] * b[2] * x; }};
-    support::CallableProblem problem = observed(laws[law], truth);
-    const FreeSlots free = law == 2 ? FreeSlots{1, 2} : FreeSlots{1};
-    const Profile profile = profileFrom(problem, truth, free, 1, {1e-12, 1e12});
-    QCOMPARE(!profile.low.has_value(), openBelow);
-    QCOMPARE(!profile.high.has_value(), openAbove);
+    const Law saturation = [](double x, auto& b) { return 1 - std::exp(-b[1] * x); };
+    const Law line = [](double x, auto& b) { return b[1] * x; };
+    const Law product = [](double x, auto& b) { return b[1] * b[2] * x; };
+    const struct {
+        const char* name;
+        Law law;
+        fit::Parameters truth;
+        FreeSlots free;
+        bool openBelow, openAbove;
+    } cases[]{{"saturated at once", saturation, {0, 8}, {1}, false, true},
+              {"hardly any effect", line, {0, 1e-4}, {1}, true, false},
+              {"hardly any effect, negative", line, {0, -1e-4}, {1}, false, true},
+              {"no effect at 0", line, {}, {1}, true, false},
+              {"a product determines no factor", product, {0, 2, 1}, {1, 2}, true, true}};
+    for (const auto& c : cases) {
+        support::CallableProblem problem = observed(c.law, c.truth);
+        const Profile profile = profileFrom(problem, c.truth, c.free, 1, {1e-12, 1e12});
+        QVERIFY2(profile.low.has_value() != c.openBelow, c.name);
+        QVERIFY2(profile.high.has_value() != c.openAbove, c.name);
+    }
 }
 
 void TestProfile::tellsOfALowerSum()
