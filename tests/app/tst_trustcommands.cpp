@@ -39,8 +39,6 @@ const QList<support::Column> kAcridone{
 constexpr double kSumOfModel1 = 473.808, kSumOfModel3 = 4.05796;
 constexpr double kWithin = 2e-3; // 0.1 percent of the search, and the digits shown
 
-using Action = void (*)(app::VorloMain&);
-
 struct Program : support::Application {
     Program() { fill(kAcridone); }
     QString box(const char* name) { return control<QLineEdit>(name).text(); }
@@ -60,7 +58,6 @@ class TestTrustCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void foundStartLeadsTheAnalysis_data();
     void foundStartLeadsTheAnalysis();
     void solutionsCanBeChosenAndTakenBack();
     void findAndFitEndsAtTheLeastSum();
@@ -75,37 +72,28 @@ private slots:
     void decayDetailsHaveNoErrors();
     void comparisonLeavesTheRestAlone();
     void decayModelsAreRankedByTheirSum();
-    void searchesCanBeEnded_data();
     void searchesCanBeEnded();
 };
 
-void TestTrustCommands::foundStartLeadsTheAnalysis_data()
-{
-    QTest::addColumn<int>("logMode");
-    QTest::newRow("normal") << 0;
-    QTest::newRow("log mode") << 1;
-}
-
 void TestTrustCommands::foundStartLeadsTheAnalysis()
 {
-    QFETCH(int, logMode);
-    Program p;
-    p.program.shared.settings.LogMode = logMode;
-    p.choose(3);
-    const app::PanelState before = p.program.MainWindow.panel().panelState();
-    p.run("mnuFindSternVolmerStart");
-    QVERIFY(p.program.startValues.isVisible());
-    app::PanelState after = p.program.MainWindow.panel().panelState();
-    QVERIFY(after.K != before.K);
-    QVERIFY(after.kq2 != before.kq2);
-    after.K = before.K;
-    after.kq2 = before.kq2;
-    QCOMPARE(after, before); // nothing else has changed
-    QCOMPARE(p.program.shared.results.ResultCursor, 1);
-    p.run("mnuSternVolmerAnalysis");
-    QVERIFY2(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin,
-             QByteArray::number(p.program.SVAnalyzer.getXaisqr()));
-    QVERIFY(p.found().contains("ends at this minimum"));
+    for (const int logMode : {0, 1}) {
+        Program p;
+        p.program.shared.settings.LogMode = logMode;
+        p.choose(3);
+        const app::PanelState before = p.program.MainWindow.panel().panelState();
+        p.run("mnuFindSternVolmerStart");
+        QVERIFY(p.program.startValues.isVisible());
+        app::PanelState after = p.program.MainWindow.panel().panelState();
+        QVERIFY(std::exchange(after.K, before.K) != before.K);
+        QVERIFY(std::exchange(after.kq2, before.kq2) != before.kq2);
+        QCOMPARE(after, before); // nothing else has changed
+        QCOMPARE(p.program.shared.results.ResultCursor, 1);
+        p.run("mnuSternVolmerAnalysis");
+        QVERIFY2(std::abs(p.program.SVAnalyzer.getXaisqr() / kSumOfModel3 - 1) < kWithin,
+                 QByteArray::number(p.program.SVAnalyzer.getXaisqr()));
+        QVERIFY(p.found().contains("ends at this minimum"));
+    }
 }
 
 void TestTrustCommands::solutionsCanBeChosenAndTakenBack()
@@ -465,32 +453,31 @@ void TestTrustCommands::decayModelsAreRankedByTheirSum()
     QCOMPARE(p.program.MainWindow.panel().panelState().Model, text(0, "Model").toInt());
 }
 
-void TestTrustCommands::searchesCanBeEnded_data()
-{
-    QTest::addColumn<Action>("end");
-    QTest::newRow("program closed") << +[](app::VorloMain& program) { program.MainWindow.close(); };
-    QTest::newRow("window closed") << +[](app::VorloMain& program) {
-        program.startValues.close();
-        program.modelComparison.close();
-    };
-    QTest::newRow("Cancel") << +[](app::VorloMain& program) {
-        program.startValues.findChild<QPushButton*>("cmdCancelSearch")->click();
-        program.modelComparison.findChild<QPushButton*>("cmdCancelComparison")->click();
-    };
-}
-
 void TestTrustCommands::searchesCanBeEnded()
 {
-    QFETCH(Action, end);
-    Program p;
-    p.choose(6);
-    const app::PanelState typed = p.program.MainWindow.panel().panelState();
-    for (const char* command : {"mnuFindSternVolmerStart", "mnuCompareModels"}) {
-        QTimer::singleShot(0, &p.program.MainWindow, [&] { end(p.program); });
-        p.run(command);
-        QCOMPARE(p.program.MainWindow.panel().panelState(), typed);
+    using Action = void (*)(app::VorloMain&);
+    const std::pair<const char*, Action> ways[]{
+        {"program closed", [](app::VorloMain& program) { program.MainWindow.close(); }},
+        {"window closed",
+         [](app::VorloMain& program) {
+             program.startValues.close();
+             program.modelComparison.close();
+         }},
+        {"Cancel", [](app::VorloMain& program) {
+             program.startValues.findChild<QPushButton*>("cmdCancelSearch")->click();
+             program.modelComparison.findChild<QPushButton*>("cmdCancelComparison")->click();
+         }}};
+    for (const auto& [way, end] : ways) {
+        Program p;
+        p.choose(6);
+        const app::PanelState typed = p.program.MainWindow.panel().panelState();
+        for (const char* command : {"mnuFindSternVolmerStart", "mnuCompareModels"}) {
+            QTimer::singleShot(0, &p.program.MainWindow, [&, end = end] { end(p.program); });
+            p.run(command);
+            QVERIFY2(p.program.MainWindow.panel().panelState() == typed, way);
+        }
+        QVERIFY2(p.solutions().count() + p.models().rowCount() == 0, way);
     }
-    QCOMPARE(p.solutions().count() + p.models().rowCount(), 0);
 }
 
 QTEST_MAIN(TestTrustCommands)
