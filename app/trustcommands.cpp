@@ -239,8 +239,8 @@ void TrustCommands::compareAllModels(models::Analysis analysis)
     m_compared = analysis;
     window.showErrors(m_errors.errors);
     showInFront(window, kComparisonPlace);
-    const trust::Comparison comparison =
-        trust::compareModels(requests, m_errors.errors, m_input.shared.leastSums, [&](double share) { return progress(share); });
+    const trust::Comparison comparison = trust::compareModels(requests, m_errors.errors, m_input.shared.leastSums,
+                                                              [&](double share) { return progress(share); });
     if (!fit::StopRequested)
         window.showModels(comparison);
 }
