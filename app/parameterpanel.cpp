@@ -1,10 +1,10 @@
 #include "app/parameterpanel.h"
 
-#include "app/boxguides.h"
 #include "app/editsteps.h"
+#include "app/explained.h"
+#include "app/modelframe.h"
 #include "app/resultrow.h"
 #include "app/sharedstate.h"
-#include "app/sheetreading.h"
 #include "fit/numbertext.h"
 #include "models/guide.h"
 #include "ui/fittingfont.h"
@@ -16,7 +16,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -27,53 +26,23 @@ namespace app
 namespace
 {
 
-constexpr int kOptionsPerRow = 3;
 constexpr int kBoxPadding = 12; // pixels of frame and margins in a text box
 constexpr int kAllOption = 0;
-constexpr auto kGuide = "guide"; // property of a control: its explanation without a remark
 constexpr int kThresholdOption = 1;
 
-QString fromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
-
-template <class Button>
-Button* named(Button* button, const QString& name)
+template <class Control>
+Control* named(Control* control, const char* name)
 {
-    button->setObjectName(name);
-    return button;
+    control->setObjectName(QString::fromLatin1(name));
+    return control;
 }
 
-QLabel* label(const QString& text, const char* name, QWidget* parent)
-{
-    return named(new QLabel(text, parent), QString::fromLatin1(name));
-}
+QLabel* label(const QString& text, const char* name, QWidget* parent) { return named(new QLabel(text, parent), name); }
 
-/// Adds to the explanation of a box how its text is read, if not as it stands.
-void remarkOn(ui::TextBox& box)
+QString rateCaption(const char* name, std::string_view unit)
 {
-    const std::string remark = remarkOnNumber(box.text().toStdString());
-    const QStringList texts{box.property(kGuide).toString(), QString::fromStdString(remark)};
-    const QString text = remark.empty() ? texts.front() : texts.join('\n');
-    box.setToolTip(text);
-    box.setAccessibleDescription(text);
-    box.setRemarked(!remark.empty());
+    return name + QString("/") + QString::fromUtf8(unit.data(), static_cast<qsizetype>(unit.size()));
 }
-
-/// Sets the explanation that the tooltip of a control shows and a screen reader reads.
-void explain(QWidget& control, const std::string& text)
-{
-    control.setProperty(kGuide, QString::fromStdString(text));
-    control.setToolTip(QString::fromStdString(text));
-    control.setAccessibleDescription(QString::fromStdString(text));
-    if (auto* box = qobject_cast<ui::TextBox*>(&control))
-        remarkOn(*box);
-}
-
-void explain(QWidget& control, const BoxGuide& guide)
-{
-    explain(control, models::guideText(guide.meaning, guide.unit));
-}
-
-QString rateCaption(const char* name, std::string_view unit) { return name + QString("/") + fromUtf8(unit); }
 
 /// In two-site models this box holds the constant of the first site, in s^-1 per M; in all others that of a quencher
 /// beside the probe.
@@ -90,22 +59,16 @@ void showText(QLineEdit& box, const QString& text)
     box.setCursorPosition(0);
 }
 
-void tighten(QLayout& layout)
-{
-    layout.setContentsMargins(6, 2, 6, 4);
-    layout.setSpacing(2);
-}
-
 } // namespace
 
 ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
-    : QWidget(parent), m_shared(shared), m_models(new QButtonGroup(this)), m_fitRegions(new QButtonGroup(this)),
+    : QWidget(parent), m_shared(shared), m_models(new ModelFrame(this)), m_fitRegions(new QButtonGroup(this)),
       m_steps(new EditSteps(this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
-    layout->addWidget(makeModelFrame());
+    layout->addWidget(m_models);
     layout->addWidget(label(tr("Initial Parameters"), "lblInitialParameters", this));
     layout->addLayout(makeParameterBoxes());
     m_fixKq2 = named(new QCheckBox(tr("Fix kq2 value (Stern-Volmer Only)"), this), "Check1");
@@ -119,10 +82,9 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 
     // Checked, not clicked: assistive technology checks an option without a click.
-    connect(m_models, &QButtonGroup::idToggled, this, &ParameterPanel::modelToggled);
     connect(m_fitRegions, &QButtonGroup::idToggled, this, &ParameterPanel::fitRegionToggled);
-    for (QButtonGroup* options : {m_models, m_fitRegions})
-        ui::stopTabAtChosen(*options);
+    ui::stopTabAtChosen(*m_fitRegions);
+    connect(m_models, &ModelFrame::chosen, this, &ParameterPanel::modelChosen);
     setPanelState({});
     connect(m_fitRegion, &QLineEdit::textChanged, this, [this] { m_shared.DataNormalized = false; });
     for (const QLineEdit* box : findChildren<QLineEdit*>())
@@ -131,37 +93,6 @@ ParameterPanel::ParameterPanel(SharedState& shared, QWidget* parent)
         connect(option, &QAbstractButton::toggled, this, &ParameterPanel::changed);
     connect(m_fixKq2, &QCheckBox::toggled, this, [this] { m_steps->announce(tr("Fix kq2 value")); });
     connect(m_fixF, &QCheckBox::toggled, this, [this] { m_steps->announce(tr("Fix F value")); });
-}
-
-QGroupBox* ParameterPanel::makeModelFrame()
-{
-    auto* frame = named(new QGroupBox(tr("Model"), this), "Frame1");
-    auto* grid = new QGridLayout(frame);
-    tighten(*grid);
-    int row = 0;
-    int column = 0;
-    std::string_view above;
-    for (int model = 1; model <= models::kModelCount; ++model) {
-        const std::string_view group = models::row(model).group;
-        if (group != above)
-            grid->addWidget(new QLabel(fromUtf8(group), frame), ++row, 0, 1, kOptionsPerRow);
-        if (group != above || column == kOptionsPerRow) {
-            ++row;
-            column = 0;
-        }
-        above = group;
-        grid->addWidget(makeModelOption(model, frame), row, column++);
-    }
-    return frame;
-}
-
-QRadioButton* ParameterPanel::makeModelOption(int model, QWidget* parent)
-{
-    auto* option = named(new QRadioButton(tr("Model %1").arg(model), parent), QString("opnModel%1").arg(model));
-    explain(*option, std::string(models::row(model).group) + "\n" + models::modelText(model));
-    option->installEventFilter(this);
-    m_models->addButton(option, model);
-    return option;
 }
 
 QLayout* ParameterPanel::makeParameterBoxes()
@@ -190,7 +121,7 @@ QLayout* ParameterPanel::makeParameterBoxes()
 
 QLineEdit* ParameterPanel::addBox(QGridLayout& grid, Cell cell, QLabel* label, const char* name)
 {
-    auto* edit = named(new ui::TextBox(this), QString::fromLatin1(name));
+    auto* edit = named(new ui::TextBox(this), name);
     // Wide enough for a restored rate constant.
     edit->setFixedWidth(edit->fontMetrics().horizontalAdvance("1.235e+7") + kBoxPadding);
     // Start values from a search can have more digits. All must be visible, or the power of ten is hidden.
@@ -257,7 +188,7 @@ PanelState ParameterPanel::panelState() const
             .tolerance = m_tolerance->text().toStdString(),
             .iteration = m_iteration->text().toStdString(),
             .fitRegion = m_fitRegion->text().toStdString(),
-            .Model = m_models->checkedId(),
+            .Model = m_models->model(),
             .FixKq2 = m_fixKq2->isChecked() ? 1 : 0,
             .FixF = m_fixF->isChecked() ? 1 : 0,
             .allChosen = m_fitRegions->checkedId() == kAllOption};
@@ -285,16 +216,10 @@ void ParameterPanel::showPanel(const PanelState& panel)
     m_fitRegions->button(panel.allChosen ? kAllOption : kThresholdOption)->setChecked(true);
 }
 
-void ParameterPanel::chooseModel(int model)
-{
-    if (QAbstractButton* option = m_models->button(model))
-        option->setChecked(true);
-}
+void ParameterPanel::chooseModel(int model) { m_models->choose(model); }
 
-void ParameterPanel::modelToggled(int model, bool chosen)
+void ParameterPanel::modelChosen(int model)
 {
-    if (!chosen)
-        return;
     m_kq1Label->setText(kq1Caption(model));
     for (const models::Box used : {models::Box::kq1, models::Box::kq2, models::Box::K, models::Box::F}) {
         const models::Parameter* parameter = models::row(model).typedInto(used);
@@ -303,34 +228,6 @@ void ParameterPanel::modelToggled(int model, bool chosen)
                                       : "not a parameter of Model " + std::to_string(model));
     }
     m_steps->announce(tr("Model"));
-}
-
-// By default an arrow key goes to the nearest option on the screen and so skips some. Here all four keys follow the
-// model numbers.
-bool ParameterPanel::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() != QEvent::KeyPress)
-        return QWidget::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent*>(event)->key()) {
-    case Qt::Key_Right:
-    case Qt::Key_Down:
-        stepModel(1);
-        return true;
-    case Qt::Key_Left:
-    case Qt::Key_Up:
-        stepModel(-1);
-        return true;
-    default:
-        return false;
-    }
-}
-
-void ParameterPanel::stepModel(int step)
-{
-    if (QAbstractButton* option = m_models->button(m_models->checkedId() + step)) {
-        option->setFocus();
-        option->click();
-    }
 }
 
 // "All" does not change the mode: after a threshold was chosen, only a restart or an opened session resets it.

@@ -12,12 +12,12 @@ class QGroupBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QRadioButton;
 
 namespace app
 {
 
 class EditSteps;
+class ModelFrame;
 struct SharedState;
 
 /// Model, start values and fit controls. The panel keeps texts as typed; a command converts them when it runs.
@@ -44,12 +44,7 @@ public:
 signals:
     void changed(); // a text, the model or an option
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
-    QGroupBox* makeModelFrame();
-    QRadioButton* makeModelOption(int model, QWidget* parent);
     QGroupBox* makeFitRegionFrame();
     QLayout* makeParameterBoxes();
     struct Cell {
@@ -59,12 +54,11 @@ private:
     QLineEdit* addBox(QGridLayout& grid, Cell cell, QLabel* label, const char* name);
     void showPanel(const PanelState& panel);
     QLineEdit* box(models::Box box) const;
-    void modelToggled(int model, bool chosen);
+    void modelChosen(int model);
     void fitRegionToggled(int option, bool chosen);
-    void stepModel(int step);
 
     SharedState& m_shared;
-    QButtonGroup* m_models;
+    ModelFrame* m_models;
     QButtonGroup* m_fitRegions;
     EditSteps* m_steps;
     QLabel* m_kq1Label;
