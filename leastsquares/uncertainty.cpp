@@ -30,6 +30,8 @@ struct InverseNormal {
     InverseNormal(const Eigen::MatrixXd& J)
         : matrix(Eigen::MatrixXd::Zero(J.cols(), J.cols())), flat(static_cast<std::size_t>(J.cols()), false)
     {
+        if (J.cols() == 0) // nothing is fitted; a singular value decomposition needs a column
+            return;
         constexpr double kFlat = 1e-7; // of the steepest direction: central differences cannot distinguish this from 0
         constexpr double kTakesPart = 0.1; // of a direction of length 1
         const Eigen::JacobiSVD<Eigen::MatrixXd> svd(J, Eigen::ComputeThinU | Eigen::ComputeFullV);

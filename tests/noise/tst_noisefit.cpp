@@ -1,6 +1,7 @@
 #include "noise/noisefit.h"
 
 #include "models/catalogue.h"
+#include "noise/leaveoneout.h"
 #include "tests/support/datarows.h"
 #include "tests/support/publishedratios.h"
 
@@ -65,6 +66,7 @@ private slots:
     void aRatioThatIsNotPositiveHasNoValue();
     void exchangeableConstantsKeepTheirNames();
     void findsTheLowerOfTwoMinima();
+    void fixedConstantsHaveNoErrors();
     void saysWhatIsAssumedAndRefused();
 };
 
@@ -167,6 +169,17 @@ void TestNoiseFit::findsTheLowerOfTwoMinima()
     QCOMPARE(found.analysed.values, negative);
     QCOMPARE(found.analysed.differing, (leastsquares::FreeSlots{1}));
     QVERIFY(fitOf(line, {}).analysed.differing.empty());
+}
+
+void TestNoiseFit::fixedConstantsHaveNoErrors()
+{
+    RatioFit ratioFit = ratioFitOf("acridone", 3);
+    const fit::Parameters values = analysed(ratioFit);
+    ratioFit.free.clear();
+    const NoiseFit fitted = fitUnder({.assumption = Assumption::EqualOnRatios}, ratioFit, values);
+    QCOMPARE(fitted.analysed.standardError, fit::Parameters{});
+    QCOMPARE(fitted.analysed.residualError.back(), std::sqrt(fitted.scatter.variance)); // nothing is taken up by a fit
+    QVERIFY(leaveOneOut(fitted, ratioFit).empty());
 }
 
 void TestNoiseFit::saysWhatIsAssumedAndRefused()
