@@ -14,7 +14,8 @@ StatusLine::StatusLine(QWidget* parent)
     m_samples->setObjectName("lblSamples");
     m_samples->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // the verdict takes the room that it needs
     m_verdict->setObjectName("cmdVerdict");
-    m_verdict->setAutoDefault(true); // Enter presses it, too
+    m_verdict->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed); // a long verdict must not widen the window
+    m_verdict->setAutoDefault(true);                                    // Enter presses it, too
     m_verdict->setEnabled(false);
     m_verdict->showText(tr("no analysis yet"));
     auto* layout = new QHBoxLayout(this);
@@ -24,7 +25,11 @@ StatusLine::StatusLine(QWidget* parent)
     connect(m_verdict, &QPushButton::clicked, this, &StatusLine::verdictPressed);
 }
 
-void StatusLine::showSamples(const QString& text) { m_samples->showText(text); }
+void StatusLine::showSamples(const QString& text)
+{
+    m_samples->showText(text);
+    m_samples->setMinimumWidth(m_samples->minimumSizeHint().width()); // stays beside a long verdict
+}
 
 void StatusLine::showVerdict(const QString& text, const QString& opens, bool warns)
 {

@@ -124,7 +124,7 @@ void TestMainWindow::fitsItsUsualSize()
     }
 
     m_window->statusLine().showVerdict(QString(500, 'x'), "opens Fit Details", true);
-    QCoreApplication::sendPostedEvents(); // lays out anew
+    QTest::qWait(50); // lays out anew, one level of widgets after the other
     QCOMPARE(m_window->size(), support::expectedSize(*m_window, {ui::toPixels(9750), ui::toPixels(8160)}));
 
     QWidgetList controls;
