@@ -79,7 +79,7 @@ public:
                        ? "no law for decay curves"
                        : "cannot be evaluated at any start tried";
         addScore();
-        if (!m_compared.hasFreedom())
+        if (!m_compared.hasFreedom() && m_compared.details.judgement.verdict != Verdict::Untested)
             add("no degree of freedom");
         addSameCurve();
         addConstants();

@@ -18,12 +18,7 @@ std::string sumText(const Judgement& judgement)
         return "the sum is lower at constants of unusual size";
     if (judgement.leastIsExact)
         return "other constants fit exactly";
-    const double ratio = judgement.sumOfSquares / judgement.leastSum;
-    if (ratio < 2)
-        return "the sum is " + fit::formatNumber(100 * (ratio - 1), ratio < 1.1 ? "0.00" : "0.0") +
-               " % above the least";
-    const char* pattern = ratio < 10 ? "0.00" : ratio < 100 ? "0.0" : ratio < 1e5 ? "0" : "0.0e+0";
-    return "the sum is " + fit::formatNumber(ratio, pattern) + " times the least";
+    return "the sum is " + comparedWithLeast(judgement.sumOfSquares / judgement.leastSum);
 }
 
 /// ". With kq2 fixed the least lies at K = 1.24126 M-1"; empty without fixed constants.
@@ -41,6 +36,7 @@ std::string whereText(const Judgement& judgement, int model)
     return fixed.empty() ? "" : ". With " + fixed + " fixed the least lies at " + free;
 }
 
+/// What to do comes first, because a narrow window cuts off the end.
 std::string adviceText(const Judgement& judgement, int model)
 {
     switch (judgement.advice) {
@@ -50,11 +46,11 @@ std::string adviceText(const Judgement& judgement, int model)
     case Advice::FindStartValues:
         return ". Find Start Values";
     case Advice::OtherMode:
-        return whereText(judgement, model) + ". Choose \"" + (judgement.options.logMode == 1 ? "normal" : "log mode") +
-               "\" in the output settings, then Find Start Values";
+        return std::string(". Choose \"") + (judgement.options.logMode == 1 ? "normal" : "log mode") +
+               "\" in the output settings, then Find Start Values" + whereText(judgement, model);
     case Advice::Calculate:
-        return "; no analysis ends there" + whereText(judgement, model) +
-               ". Find Start Values, then \"Calc\" with input parameters shows it";
+        return ". Find Start Values, then \"Calc\" with input parameters shows the least; no analysis ends there" +
+               whereText(judgement, model);
     }
     return "";
 }
@@ -79,6 +75,14 @@ std::string stoppedText(const Judgement& judgement, int model)
 
 } // namespace
 
+std::string comparedWithLeast(double ratio)
+{
+    if (ratio < 2)
+        return fit::formatNumber(100 * (ratio - 1), ratio < 1.1 ? "0.00" : "0.0") + " % above the least";
+    const char* pattern = ratio < 10 ? "0.00" : ratio < 100 ? "0.0" : ratio < 1e5 ? "0" : "0.0e+0";
+    return fit::formatNumber(ratio, pattern) + " times the least";
+}
+
 std::string undeterminedText(const leastsquares::FreeSlots& undetermined, int model)
 {
     std::string names;
@@ -97,6 +101,10 @@ std::string sentence(const Judgement& judgement, int model)
         return "at a minimum";
     case Verdict::Undetermined:
         return undeterminedText(judgement.undetermined, model);
+    case Verdict::Untested:
+        return judgement.leastIsExact
+                   ? "the constants are not tested: as many as samples, so the curve meets all samples"
+                   : "at a minimum, but the constants are not tested: as many as samples";
     case Verdict::NothingFree:
         return "all constants are fixed";
     case Verdict::LocalMinimum:

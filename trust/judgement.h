@@ -10,6 +10,7 @@ namespace trust
 enum class Verdict {
     AtMinimum,    // at the least sum of squares, and the data determine all constants
     Undetermined, // at the least sum, but some constants may have other values without a larger sum
+    Untested,     // at the least sum, but no sample is left over to test the constants
     NothingFree,  // all constants are fixed
     LocalMinimum, // no descent lowers the sum, and the data determine all constants, but elsewhere it is lower
     StillMoving,  // the engine itself gets to the least sum with other limits
@@ -41,12 +42,18 @@ struct Judgement {
     fit::Options options{}; // of the request; for GoOn, those that lead to the least sum
     bool raiseLimit = false, lowerTolerance = false;
 
-    bool atLeastSum() const { return verdict == Verdict::AtMinimum || verdict == Verdict::Undetermined; }
+    bool atLeastSum() const
+    {
+        return verdict == Verdict::AtMinimum || verdict == Verdict::Undetermined || verdict == Verdict::Untested;
+    }
 };
 
 /// The judgement in one sentence, without a full stop: "at a minimum", "not a minimum: the sum is 1770 times the least.
 /// Find Start Values".
 std::string sentence(const Judgement& judgement, int model);
+
+/// "3.20 % above the least", "1770 times the least". ratio: of a sum to the least.
+std::string comparedWithLeast(double ratio);
 
 /// "the data do not determine K and kq1"
 std::string undeterminedText(const leastsquares::FreeSlots& undetermined, int model);

@@ -143,7 +143,10 @@ Verdict Judging::verdictAtLeast()
             m_judgement.undetermined = solution.undetermined;
         }
     }
-    return m_judgement.undetermined.empty() ? Verdict::AtMinimum : Verdict::Undetermined;
+    if (!m_judgement.undetermined.empty())
+        return Verdict::Undetermined;
+    const bool tested = m_requested.countedPoints() > static_cast<int>(m_requested.free().size());
+    return tested ? Verdict::AtMinimum : Verdict::Untested;
 }
 
 /// Runs the same analysis with a higher limit, a lower tolerance, or both.

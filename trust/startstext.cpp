@@ -21,7 +21,7 @@ std::string endText(const FoundStart& found, int logMode)
         "the sum " +
         sumText(found.start.reached);
     if (std::isfinite(found.start.reached))
-        text += ", " + figure(100 * (found.start.reached / found.solution.sumOfSquares - 1)) + " % above the least";
+        text += ", " + comparedWithLeast(found.start.reached / found.solution.sumOfSquares);
     text += ".";
     if (found.start.leadsInOtherMode)
         text += std::string(" With \"") + (logMode == 1 ? "normal" : "log mode") +

@@ -152,8 +152,9 @@ void TestJudging::saysWhatHappened_data()
         "still moving: raise the iteration limit to 400 and lower the tolerance to 1.0e-7");
     fit("fixed", support::acridone({.Model = 1, .FixKq2 = 1}), "all constants are fixed");
     fit("fixed, and the engine leaves the minimum", support::acridone({.kq2 = "4.5e9", .Model = 6, .FixKq2 = 1}),
-        "not a minimum: the sum is 1403 times the least; no analysis ends there. With kq2 fixed the least lies at K = "
-        "1.26");
+        "not a minimum: the sum is 1403 times the least. Find Start Values, then \"Calc\" with input parameters shows "
+        "the "
+        "least; no analysis ends there. With kq2 fixed the least lies at K = 1.26");
     fit("no probe", support::acridone({.K = "0", .Model = 5}),
         "the model cannot be evaluated at these constants. Find Start Values");
     const analysis::Request line =
@@ -164,6 +165,11 @@ void TestJudging::saysWhatHappened_data()
     const analysis::Request two =
         support::ratioRequest(support::panelOf(3), support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
     fit("one ratio for two constants", two, "not a minimum: other constants fit exactly. Find Start Values");
+    const analysis::Request one =
+        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
+    QTest::newRow("one ratio for one constant")
+        << one << analysis::Result{.values = {0, 1e9}}
+        << "the constants are not tested: as many as samples, so the curve meets all samples";
 }
 
 void TestJudging::saysWhatHappened()
