@@ -41,10 +41,17 @@ void TestSternVolmerCommands::refusesIncompleteSheets()
         Application vorlo;
         vorlo.fill(samples);
         vorlo.type("txtConcProbe", probe);
-        vorlo.run("mnuSternVolmerAnalysis");
-        QCOMPARE(vorlo.prompter.shown, messages);
+        for (const char* command : {"mnuFindSternVolmerStart", "mnuCompareModels", "mnuSternVolmerAnalysis"}) {
+            vorlo.prompter.shown.clear();
+            vorlo.run(command);
+            QCOMPARE(vorlo.prompter.shown, messages);
+        }
+        vorlo.prompter.shown.clear();
+        vorlo.run("mnuFindDecayStart");
+        QCOMPARE(vorlo.prompter.shown, QStringList("Please Normalize the data."));
         QCOMPARE(vorlo.result(1, 0), "");
         QVERIFY(!vorlo.program.GraphWindow2.isVisible());
+        QVERIFY(!vorlo.program.startValues.isVisible());
     }
 }
 

@@ -64,7 +64,6 @@ private slots:
     void statusLineJudgesEachRun();
     void verdictsStayWithTheirResults();
     void escapeClosesTheWindows();
-    void complainsAsTheAnalysisDoes();
     void refusesInfiniteBoxes();
     void searchesDecayCurves();
     void detailsFollowEachAnalysis();
@@ -236,24 +235,6 @@ void TestTrustCommands::escapeClosesTheWindows()
         window->findChild<QPushButton*>(button)->click();
         QVERIFY(!window->isVisible());
     }
-}
-
-void TestTrustCommands::complainsAsTheAnalysisDoes()
-{
-    Program p;
-    p.program.MainWindow.sheet().SetSheetText(1, 1, "0.01");
-    for (const char* command : {"mnuFindSternVolmerStart", "mnuCompareModels", "mnuSternVolmerAnalysis"}) {
-        p.prompter.shown.clear();
-        p.run(command);
-        QCOMPARE(p.prompter.shown, (QStringList{"Please input the 0moldm-3 data in the left of column.",
-                                                "You must input intensity data."}));
-    }
-    for (const char* command : {"mnuFindDecayStart", "mnuDecayCurveAnalysis"}) {
-        p.prompter.shown.clear();
-        p.run(command);
-        QCOMPARE(p.prompter.shown, QStringList{"Please Normalize the data."});
-    }
-    QVERIFY(!p.program.startValues.isVisible());
 }
 
 // An infinite probe concentration makes the ratio of Model 9 a finite 1. Model 1 does not use it, but a comparison of
