@@ -46,8 +46,8 @@ std::string adviceText(const Judgement& judgement, int model)
     case Advice::FindStartValues:
         return ". Find Start Values";
     case Advice::OtherMode:
-        return std::string(". Choose \"") + (judgement.options.logMode == 1 ? "normal" : "log mode") +
-               "\" in the output settings, then Find Start Values" + whereText(judgement, model);
+        return std::string(". Find Start Values in ") + (judgement.options.logMode == 1 ? "normal" : "log") + " mode" +
+               whereText(judgement, model);
     case Advice::Calculate:
         return ". Find Start Values, then \"Calc\" with input parameters shows the least; no analysis ends there" +
                whereText(judgement, model);

@@ -160,8 +160,7 @@ void TestJudging::saysWhatHappened_data()
     const analysis::Request line =
         support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1e-8));
     QTest::newRow("exact data") << line << analysis::Result{.values = {0, 2e8}}
-                                << "not a minimum: other constants fit exactly. Choose \"log mode\" in the "
-                                   "output settings, then Find Start Values";
+                                << "not a minimum: other constants fit exactly. Find Start Values in log mode";
     const analysis::Request two =
         support::ratioRequest(support::panelOf(3), support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
     fit("one ratio for two constants", two, "not a minimum: other constants fit exactly. Find Start Values");
