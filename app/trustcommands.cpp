@@ -24,7 +24,7 @@ struct Place {
     int crampedTop, crampedLeft;
     int height, width;
 };
-constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9900, 8900};
+constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9900, 10500};
 constexpr Place kStartsPlace{10350, 16350, 2000, 3000, 5000, 8900}; // below the details, beside the boxes
 constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
 

@@ -3,7 +3,6 @@
 #include "fit/numbertext.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace noise
 {
@@ -22,7 +21,7 @@ std::vector<double> errorsFromPercent(std::string_view text)
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of(kBetween), text.size());
         if (end > 0)
-            errors.push_back(fit::strictNumber(text.substr(0, end)).value_or(std::nan("")) / 100);
+            errors.push_back(fit::strictNumber(text.substr(0, end)).value_or(0) / 100);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return errors;
@@ -43,8 +42,9 @@ std::optional<std::string> complaint(const Errors& errors, int samples)
     if (errors.typed.size() != 1 && errors.typed.size() != static_cast<std::size_t>(samples))
         return "Please type one relative error for all samples, or one for each of the " + std::to_string(samples) +
                " samples.";
-    if (!std::all_of(errors.typed.begin(), errors.typed.end(), [](double e) { return e > 0 && std::isfinite(e); }))
-        return "Every relative error must be above 0: no instrument is exact.";
+    constexpr double kLeast = 1e-8, kLargest = 10; // far beyond all instruments; the weights 1 / e^2 stay finite
+    if (!std::all_of(errors.typed.begin(), errors.typed.end(), [](double e) { return e >= kLeast && e <= kLargest; }))
+        return "Every relative error must be a number from 1e-6 to 1000 %: no instrument is exact.";
     return std::nullopt;
 }
 

@@ -28,12 +28,12 @@ struct Errors {
     double ofSample(int sample) const;
 };
 
-/// Relative errors typed in percent, apart by blanks or semicolons: "1 0.5" -> {0.01, 0.005}. NaN stands for what is no
-/// number.
+/// Relative errors typed in percent, apart by blanks or semicolons: "1 0.5" -> {0.01, 0.005}. 0, which is refused,
+/// stands for what is no number.
 std::vector<double> errorsFromPercent(std::string_view text);
 std::string percentText(const std::vector<double>& errors);
 
-/// What is wrong with typed errors for so many samples: a number that is not positive or their count.
+/// What is wrong with typed errors for so many samples: their count, or an error out of the range of instruments.
 std::optional<std::string> complaint(const Errors& errors, int samples);
 
 /// One sentence that says what is assumed.

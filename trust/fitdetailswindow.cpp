@@ -170,7 +170,7 @@ void FitDetailsWindow::showSettings(const ErrorSettings& settings, const QString
     m_errors->setErrors(settings.errors);
     m_print->setTyped(settings.typed);
     if (!complaint.isEmpty())
-        m_assumption->setText(complaint);
+        m_assumption->setText(tr("%1 Until then the errors below take all ratios to scatter alike.").arg(complaint));
 }
 
 } // namespace trust

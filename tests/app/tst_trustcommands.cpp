@@ -344,7 +344,11 @@ void TestTrustCommands::errorsFollowTheChoice()
     type("txtErrors", "1 2");
     QVERIFY(assumption().contains("7 samples"));
     type("txtErrors", "0");
-    QVERIFY(assumption().contains("above 0"));
+    QVERIFY(assumption().contains("a number from"));
+    type("txtErrors", "abc");
+    QCOMPARE(window.findChild<QLineEdit*>("txtErrors")->text(), QString("abc")); // nothing typed is lost
+    QCOMPARE(error(), QString("0.106"));
+    QVERIFY(assumption().contains("all ratios to scatter alike"));
     type("txtErrors", "3");
     window.findChild<QCheckBox*>("chkKnownErrors")->click();
     QVERIFY(p.details("grdAssumedFigures").item(3, 0)->text().contains("chi-square"));

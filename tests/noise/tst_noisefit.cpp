@@ -189,6 +189,8 @@ void TestNoiseFit::saysWhatIsAssumedAndRefused()
     };
     QVERIFY(!typed({0.01}) && !typed({0.01, 0.02, 0.01}));
     QVERIFY(typed({}) && typed({0.01, 0.02}) && typed({0}) && typed({0.01, -0.01, 0.01}) && typed({INFINITY}));
+    QVERIFY(typed({1e-200}) && typed({1e200})); // their squares are 0 and infinite
+    QVERIFY(typed(errorsFromPercent("abc")));
     QVERIFY(!complaint({}, 3).has_value());
     QVERIFY(sentence({}) != sentence({Assumption::AsTyped, {}, true}));
 }
