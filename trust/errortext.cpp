@@ -62,7 +62,9 @@ TitledRows assumedRows(const ErrorDetails& details)
 TitledRows assumedFigures(const ErrorDetails& details)
 {
     const noise::NoiseFit& fit = details.fit;
-    TitledRows table{{"Figure", "Value"}, {"Sum of squares under the assumption", figure(fit.minimum.sumOfSquares)}};
+    TitledRows table{{"Figure", "Value"},
+                     {fit.errors.areKnown() ? "Chi-square" : "Sum of squares under the assumption",
+                      figure(fit.minimum.sumOfSquares)}};
     table.push_back({"Degrees of freedom", std::to_string(fit.scatter.degreesOfFreedom)});
     table.push_back({"AICc, to compare under this assumption only", fit.AICc ? figure(*fit.AICc) : "too few samples"});
     const bool areRelative = fit.errors.assumption != noise::Assumption::EqualOnRatios;
