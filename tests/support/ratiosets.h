@@ -34,18 +34,16 @@ inline analysis::Request acridone(const app::PanelState& panel) { return ratioRe
 inline analysis::Request acridone(int model) { return acridone(panelOf(model)); }
 inline analysis::Request hFis1(int model) { return ratioRequest(hFis1Ratios(), panelOf(model)); }
 
-/// Ratios of a model with noise, and the constants from which they were made.
+/// Ratios of a model, and the constants from which they were made.
 struct SimulatedRatios {
     sternvolmer::RatioPoints points;
     fit::Parameters constants{};
 };
 
-/// An experiment drawn from a seed: lifetimes 1..300 ns, constants over two decades around the values that the
-/// concentrations can determine.
-/// noise: standard deviation relative to each ratio. The reference is 1.
-inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, double noise)
+/// Exact ratios of an experiment drawn at random: lifetimes 1..300 ns, constants over two decades around the values
+/// that the concentrations can determine.
+inline SimulatedRatios exactRatios(int model, std::mt19937& generator, int samples)
 {
-    std::mt19937 generator(1000 * static_cast<unsigned>(model) + seed);
     const auto between = [&](double low, double high) {
         return low * std::pow(high / low, std::uniform_real_distribution<double>(0, 1)(generator));
     };
@@ -63,14 +61,23 @@ inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, do
         const double constant = parameter.box == models::Box::K ? K : parameter.box == models::Box::F ? F : rate;
         simulated.constants[++slot] = constant;
     }
-    std::normal_distribution<double> error(0, noise);
     std::vector<double> Q, ratio;
     for (int i = 0; i < samples; ++i) {
         Q.push_back(Xmax * i / (samples - 1));
-        const double exact = models::ratio(model, Q.back(), {tau0, 50e-6, simulated.constants});
-        ratio.push_back(i == 0 ? 1 : exact * (1 + error(generator)));
+        ratio.push_back(i == 0 ? 1 : models::ratio(model, Q.back(), {tau0, 50e-6, simulated.constants}));
     }
     simulated.points = ratioPoints(Q, ratio, tau0);
+    return simulated;
+}
+
+/// The same drawn from a seed. noise: standard deviation relative to each ratio. The reference is 1.
+inline SimulatedRatios simulatedRatios(int model, unsigned seed, int samples, double noise)
+{
+    std::mt19937 generator(1000 * static_cast<unsigned>(model) + seed);
+    SimulatedRatios simulated = exactRatios(model, generator, samples);
+    std::normal_distribution<double> error(0, noise);
+    for (std::size_t i = 2; i <= static_cast<std::size_t>(samples); ++i)
+        simulated.points.ratio[i] *= 1 + error(generator);
     return simulated;
 }
 
