@@ -50,6 +50,7 @@ std::optional<std::string> complaint(const Errors& errors, int samples)
 
 std::string sentence(const Errors& errors)
 {
+    const std::string typed = percentText(errors.typed) + " %";
     switch (errors.assumption) {
     case Assumption::EqualOnRatios:
         return "All ratios are taken to scatter alike, and the reference to be exact; it is not counted.";
@@ -57,9 +58,11 @@ std::string sentence(const Errors& errors)
         return "All intensities, the reference's included, are taken to have the same relative error.";
     case Assumption::AsTyped:
         return errors.known
-                   ? "The intensities, the reference's included, are taken to have the typed relative errors."
+                   ? "The intensities, the reference's included, are taken to have the typed relative errors (" +
+                         typed + ")."
                    : "The intensities, the reference's included, are taken to err in proportion to the typed relative "
-                     "errors; the scatter about the fit says how much.";
+                     "errors (" +
+                         typed + "); the scatter about the fit says how much.";
     }
     return {};
 }

@@ -358,7 +358,7 @@ void TestTrustCommands::errorsFollowTheChoice()
     type("txtTau0Error", "2");
     QCOMPARE(p.details("grdReady").item(1, 2)->text().left(3), QString("9.5")); // 2 % of 4.8e9
     window.findChild<QPushButton*>("cmdCopySentence")->click();
-    QVERIFY(QGuiApplication::clipboard()->text().contains("typed relative errors"));
+    QVERIFY(QGuiApplication::clipboard()->text().contains("typed relative errors (3 %)"));
 }
 
 void TestTrustCommands::decayDetailsHaveNoErrors()
