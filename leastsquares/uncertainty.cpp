@@ -22,13 +22,16 @@ Eigen::MatrixXd derivativeMatrix(fit::Problem& problem, const fit::Parameters& v
     return J;
 }
 
-/// Inverse of the normal matrix J'J of relative changes. Directions that change no point are excluded and reported.
-struct InverseNormal {
+/// Covariance of relative changes.
+struct Covariance {
     Eigen::MatrixXd matrix;
-    std::vector<bool> flat; // by column
+    std::vector<bool> flat; // by column: takes part in a direction that changes no point
+};
 
+/// Inverse of the normal matrix J'J of relative changes. Directions that change no point are excluded and reported.
+struct InverseNormal : Covariance {
     InverseNormal(const Eigen::MatrixXd& J)
-        : matrix(Eigen::MatrixXd::Zero(J.cols(), J.cols())), flat(static_cast<std::size_t>(J.cols()), false)
+        : Covariance{Eigen::MatrixXd::Zero(J.cols(), J.cols()), std::vector<bool>(static_cast<std::size_t>(J.cols()))}
     {
         if (J.cols() == 0) // nothing is fitted; a singular value decomposition needs a column
             return;
@@ -48,17 +51,21 @@ struct InverseNormal {
     }
 };
 
-/// Correlation of two parameters. product: of their values, whose sign turns relative changes into absolute changes. 0
-/// if one of the two has no effect.
-double correlation(const InverseNormal& inverse, std::size_t j, std::size_t k, double product)
+/// Correlations of the parameters; 0 for a parameter without effect. The signs of the values turn relative changes into
+/// absolute changes.
+Matrix4 correlations(const Covariance& covariance, const fit::Parameters& values, const FreeSlots& free)
 {
-    const auto row = static_cast<Eigen::Index>(j), column = static_cast<Eigen::Index>(k);
-    const double scale = std::sqrt(inverse.matrix(row, row) * inverse.matrix(column, column));
-    if (j == k)
-        return 1;
-    return inverse.flat[j] || inverse.flat[k] || scale == 0
-               ? 0
-               : std::copysign(1.0, product) * inverse.matrix(row, column) / scale;
+    const Eigen::MatrixXd& matrix = covariance.matrix;
+    Matrix4 correlation{};
+    for (std::size_t j = 0; j < free.size(); ++j)
+        for (std::size_t k = 0; k < free.size(); ++k) {
+            const auto row = static_cast<Eigen::Index>(j), column = static_cast<Eigen::Index>(k);
+            const double scale = std::sqrt(matrix(row, row)) * std::sqrt(matrix(column, column));
+            const double sign = std::copysign(1.0, values[free[j]]) * std::copysign(1.0, values[free[k]]);
+            const bool none = covariance.flat[j] || covariance.flat[k] || scale == 0;
+            correlation[free[j]][free[k]] = j == k ? 1 : none ? 0 : sign * matrix(row, column) / scale;
+        }
+    return correlation;
 }
 
 } // namespace
@@ -80,9 +87,8 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
         result.halfWidth[slot] = scatter.quantile * result.standardError[slot];
         if (relative > 1)
             result.undetermined.push_back(slot);
-        for (std::size_t k = 0; k < free.size(); ++k)
-            result.correlation[slot][free[k]] = correlation(inverse, j, k, values[slot] * values[free[k]]);
     }
+    result.correlation = correlations(inverse, values, free);
     return result;
 }
 
@@ -128,6 +134,10 @@ PropagatedErrors propagatedErrors(fit::Problem& problem, const fit::Parameters& 
         errors.ofParameters[free[j]] =
             inverse.flat[j] ? kInfinity
                             : errorThrough(toValues, static_cast<Eigen::Index>(j)) * std::abs(values[free[j]]);
+    const Eigen::MatrixXd ownMoves = toValues * ownErrors.asDiagonal();
+    const Eigen::VectorXd commonMoves = toValues * commonErrors;
+    const Covariance covariance{ownMoves * ownMoves.transpose() + commonMoves * commonMoves.transpose(), inverse.flat};
+    errors.correlation = correlations(covariance, values, free);
     return errors;
 }
 

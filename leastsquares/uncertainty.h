@@ -39,6 +39,7 @@ fit::Parameters responseTo(std::span<const double> shift, fit::Problem& problem,
 struct PropagatedErrors {
     fit::Parameters ofParameters{};  // slots as in Uncertainty; infinity: not determined
     std::vector<double> ofResiduals; // of each point
+    Matrix4 correlation{};           // of the values, as in Uncertainty
 };
 
 /// With the covariance S = diag(own^2) + common common' of the observations, the covariance of the values is A J'S J A

@@ -33,12 +33,12 @@ std::optional<double> criterion(const RatioFit& ratioFit, const Errors& errors, 
 }
 
 /// Errors of all ratios: each sample has its own error, and all share the error of the reference, by which they are
-/// divided. The ratio of the reference is 1 by definition and has no error.
+/// divided. The ratio of the reference is 1 by definition and has no error. Unit: the deviation of the scatter.
 struct RatioErrors {
     std::vector<double> own{0}, common{0};
 };
 
-RatioErrors ratioErrors(const RatioFit& ratioFit, const Errors& errors, double deviation, const fit::Parameters& values)
+RatioErrors ratioErrors(const RatioFit& ratioFit, const Errors& errors, const fit::Parameters& values)
 {
     sternvolmer::RatioProblem ratios(ratioFit.points, ratioFit.model, 0, ratioFit.Cp);
     const sternvolmer::RatioSlots fitted = ratios.fittedValues(values);
@@ -46,8 +46,8 @@ RatioErrors ratioErrors(const RatioFit& ratioFit, const Errors& errors, double d
     RatioErrors found;
     for (int sample = 2; sample <= ratioFit.points.count; ++sample) {
         const double ratio = fitted[static_cast<std::size_t>(sample)];
-        found.own.push_back(deviation * (equal ? 1 : errors.ofSample(sample) * ratio));
-        found.common.push_back(equal ? 0 : deviation * errors.ofSample(1) * ratio);
+        found.own.push_back(equal ? 1 : errors.ofSample(sample) * ratio);
+        found.common.push_back(equal ? 0 : errors.ofSample(1) * ratio);
     }
     return found;
 }
@@ -56,13 +56,16 @@ AnalysedConstants analysedUnder(const NoiseFit& fitted, const RatioFit& ratioFit
 {
     constexpr double kFar = 2; // standard errors
     sternvolmer::RatioProblem ratios(ratioFit.points, ratioFit.model, 0, ratioFit.Cp);
-    const RatioErrors observed = ratioErrors(ratioFit, fitted.errors, std::sqrt(fitted.scatter.variance), values);
+    const RatioErrors observed = ratioErrors(ratioFit, fitted.errors, values);
     const leastsquares::PropagatedErrors propagated =
         leastsquares::propagatedErrors(ratios, values, ratioFit.free, observed.own, observed.common);
-    AnalysedConstants analysed{.values = values};
-    analysed.standardError = propagated.ofParameters;
-    analysed.residualError = propagated.ofResiduals;
+    const double deviation = std::sqrt(fitted.scatter.variance);
+    AnalysedConstants analysed{.values = values, .correlation = propagated.correlation};
+    for (const double error : propagated.ofResiduals)
+        analysed.residualError.push_back(deviation * error);
     for (const std::size_t slot : ratioFit.free) {
+        const double error = propagated.ofParameters[slot];
+        analysed.standardError[slot] = std::isinf(error) ? error : deviation * error; // 0 times infinity is no number
         analysed.halfWidth[slot] = fitted.scatter.quantile * analysed.standardError[slot];
         const double distance = std::abs(values[slot] - fitted.minimum.values[slot]);
         if (fitted.scatter.quantile > 0 && distance > kFar * analysed.standardError[slot])

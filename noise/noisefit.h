@@ -24,8 +24,9 @@ struct RatioFit {
 /// assumption.
 struct AnalysedConstants {
     fit::Parameters values{};
-    fit::Parameters standardError{};     // infinity: not determined
-    fit::Parameters halfWidth{};         // of the symmetrical 95 percent interval
+    fit::Parameters standardError{}; // infinity: not determined
+    fit::Parameters halfWidth{};     // of the symmetrical 95 percent interval
+    leastsquares::Matrix4 correlation{};
     std::vector<double> residualError{}; // expected, of the ratio of each sample; 0 for the reference
     leastsquares::FreeSlots differing{}; // more than two standard errors from the constants fitted under the assumption
 };

@@ -193,7 +193,9 @@ std::string Writer::correlationText(std::size_t row, std::size_t column) const
     const leastsquares::Uncertainty& uncertainty = m_details.uncertainty;
     const bool known =
         std::isfinite(uncertainty.standardError[row]) && std::isfinite(uncertainty.standardError[column]);
-    return known ? figure(uncertainty.correlation[row][column]) : "-";
+    const leastsquares::Matrix4& correlation =
+        m_details.errors ? m_details.errors->fit.analysed.correlation : uncertainty.correlation;
+    return known ? figure(correlation[row][column]) : "-";
 }
 
 TitledRows Writer::residuals() const
