@@ -32,7 +32,8 @@ LeftOut leftOut(const NoiseFit& fitted, const RatioFit& ratioFit, int sample)
         .sample = sample, .values = minimum.values, .outlyingness = fitted.minimum.sumOfSquares - minimum.sumOfSquares};
     for (const std::size_t slot : ratioFit.free) {
         const double moved = std::abs(minimum.values[slot] - fitted.minimum.values[slot]);
-        const double inErrors = moved / fitted.uncertainty.standardError[slot];
+        const double inErrors =
+            moved > 0 ? moved / fitted.uncertainty.standardError[slot] : 0; // exact data have no errors
         if (row.slot == 0 || inErrors > row.influence) {
             row.slot = slot;
             row.influence = inErrors;

@@ -2,6 +2,8 @@
 
 #include "tests/support/noisyratios.h"
 
+#include "tests/support/publishedratios.h"
+
 #include <QTest>
 
 #include <algorithm>
@@ -18,6 +20,7 @@ private slots:
     void theReferenceCountsIfItIsMeasured();
     void anOutlierStandsFirst_data();
     void anOutlierStandsFirst();
+    void exactDataHaveNoInfluence();
 };
 
 // Ratios 1, 2.1, 2.9, 4.2 at 0, 1, 2, 3 M: the slope is 14.5/14, without the last sample 4.9/5. The sum drops by
@@ -91,6 +94,16 @@ void TestLeaveOneOut::anOutlierStandsFirst()
     qInfo("the outlier stands first in %.1f %% of %d sets, seed %u", share, sets, seed);
     const double chance = sets < 1000 ? 3 * std::sqrt(kLeast * (100 - kLeast) / sets) : 0; // of a small number of sets
     QVERIFY(!must || share >= kLeast - chance);
+}
+
+void TestLeaveOneOut::exactDataHaveNoInfluence()
+{
+    const RatioFit line{
+        .points = support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1), .model = 1, .Cp = 0, .free = {1}};
+    const NoiseFit fitted = fitUnder({.assumption = Assumption::EqualOnRatios}, line, {0, 1});
+    QCOMPARE(fitted.uncertainty.standardError[1], 0.0);
+    for (const LeftOut& row : leaveOneOut(fitted, line))
+        QCOMPARE(row.influence, 0.0);
 }
 
 QTEST_APPLESS_MAIN(TestLeaveOneOut)
