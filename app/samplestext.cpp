@@ -26,14 +26,6 @@ int typedColumns(const SheetText& sheet)
     return count;
 }
 
-bool anyTyped(const SheetText& sheet, int row, int fromColumn)
-{
-    for (int column = fromColumn; column < sheet.columnCount(); ++column)
-        if (!sheet.cell(row, column).empty())
-            return true;
-    return false;
-}
-
 /// What one analysis reads; read: columns up to the first one without a concentration.
 std::string readText(int read, int typed, int incompleteColumn)
 {
@@ -68,8 +60,9 @@ std::string samplesText(const SheetText& sheet)
     const int typed = typedColumns(sheet);
     if (typed == 0)
         return "no samples";
-    const bool hasDecays = anyTyped(sheet, decay::kComponentRow, 2); // the reference has its components for both
-    const bool hasIntensities = anyTyped(sheet, decay::kPhiRow, 1);
+    const bool hasDecays =
+        anyTyped(sheet, decay::kComponentRow, 2, sheet.columnCount()); // the reference has its components for both
+    const bool hasIntensities = anyTyped(sheet, decay::kPhiRow, 1, sheet.columnCount());
     const std::string ratios = ratiosText(cellsOf(sheet), typed);
     if (!hasDecays)
         return ratios;

@@ -22,14 +22,6 @@ int endOfSamples(const decay::CellText& cell)
     return column;
 }
 
-bool anyTyped(const SheetText& sheet, int row, int fromColumn, int endColumn)
-{
-    for (int column = fromColumn; column < endColumn; ++column)
-        if (!sheet.cell(row, column).empty())
-            return true;
-    return false;
-}
-
 bool anyTypedFrom(const SheetText& sheet, int fromColumn)
 {
     for (int row = 1; row < sheet.rowCount(); ++row)

@@ -29,6 +29,15 @@ public:
     virtual void setCell(int row, int column, const std::string& text) = 0;
 };
 
+/// Whether a row has a text in the columns fromColumn to endColumn - 1.
+inline bool anyTyped(const SheetText& sheet, int row, int fromColumn, int endColumn)
+{
+    for (int column = fromColumn; column < endColumn; ++column)
+        if (!sheet.cell(row, column).empty())
+            return true;
+    return false;
+}
+
 /// A reader of the sheet for the analyses; `sheet` must outlive it.
 inline decay::CellText cellsOf(const SheetText& sheet)
 {
