@@ -24,7 +24,7 @@ ModelFrame::ModelFrame(QWidget* parent) : QGroupBox(tr("Model"), parent), m_opti
 {
     setObjectName("Frame1");
     auto* grid = new QGridLayout(this);
-    tighten(*grid);
+    ui::tighten(*grid);
     int row = 0;
     int column = 0;
     std::string_view above;
@@ -92,12 +92,6 @@ void ModelFrame::step(int by)
         option->setFocus();
         option->click();
     }
-}
-
-void tighten(QLayout& layout)
-{
-    layout.setContentsMargins(6, 2, 6, 4);
-    layout.setSpacing(2);
 }
 
 } // namespace app

@@ -33,7 +33,4 @@ private:
     QButtonGroup* m_options;
 };
 
-/// Small margins and gaps, because the panel is narrow.
-void tighten(QLayout& layout);
-
 } // namespace app

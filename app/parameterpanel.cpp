@@ -143,7 +143,7 @@ QGroupBox* ParameterPanel::makeFitRegionFrame()
     frame->setLayoutDirection(Qt::LeftToRight);
     const QString mark = QGuiApplication::isRightToLeft() ? QString(QChar(0x200e)) : QString();
     auto* row = new QHBoxLayout(frame);
-    tighten(*row);
+    ui::tighten(*row);
     auto* threshold = named(new QRadioButton(mark + tr("≧") + mark, frame), "opnFitRegion1");
     auto* region = named(new ui::TextBox(frame), "txtFitRegion");
     m_fitRegion = region;

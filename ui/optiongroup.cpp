@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QLayout>
 
 namespace ui
 {
@@ -14,6 +15,12 @@ void stopTabAtChosen(QButtonGroup& group)
     for (QAbstractButton* option : group.buttons())
         follow(option, option->isChecked());
     QObject::connect(&group, &QButtonGroup::buttonToggled, &group, follow);
+}
+
+void tighten(QLayout& layout)
+{
+    layout.setContentsMargins(6, 2, 6, 4);
+    layout.setSpacing(2);
 }
 
 } // namespace ui
