@@ -8,14 +8,11 @@ namespace trust
 
 noise::RatioFit ratioFitOf(const analysis::Request& request)
 {
-    const leastsquares::Ranges counted = countedRanges(request.model);
-    noise::RatioFit ratioFit{.points = std::get<sternvolmer::RatioPoints>(request.data),
-                             .model = request.model,
-                             .Cp = request.Cp,
-                             .free = leastsquares::freeSlots(request.options.parameterCount, request.options.fix)};
-    for (const std::size_t slot : ratioFit.free)
-        ratioFit.ranges[slot] = counted[slot];
-    return ratioFit;
+    return {.points = std::get<sternvolmer::RatioPoints>(request.data),
+            .model = request.model,
+            .Cp = request.Cp,
+            .free = leastsquares::freeSlots(request.options.parameterCount, request.options.fix),
+            .ranges = countedRanges(request.model)};
 }
 
 ErrorDetails errorDetails(const analysis::Request& request, const fit::Parameters& analysed,
