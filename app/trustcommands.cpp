@@ -98,7 +98,7 @@ bool TrustCommands::search(models::Analysis analysis)
     return search(*request, panel);
 }
 
-/// Of normalised data; without them the user is told.
+/// The request for the normalised decays. None without such data; a message says so.
 std::optional<analysis::Request> TrustCommands::decayRequest(const PanelValues& panel)
 {
     const SharedState& shared = m_input.shared;
@@ -112,7 +112,7 @@ std::optional<analysis::Request> TrustCommands::decayRequest(const PanelValues& 
     return requestOf(panel, shared.settings.LogMode, request);
 }
 
-/// Of checked data; what is wrong with them is told.
+/// The request for the ratios in the sheet. None if they cannot be used; messages say why.
 std::optional<analysis::Request> TrustCommands::ratioRequest(const PanelValues& panel)
 {
     sternvolmer::RatioData data = sternvolmer::readSternVolmerData(cellsOf(m_input.sheet));
@@ -182,9 +182,8 @@ trust::FoundStarts TrustCommands::startsFor(const trust::RequestedFit& requested
                               .logMode = requested.request.options.logMode,
                               .typedSum = found.typedSum,
                               .starts = {}};
-    for (const leastsquares::Solution& solution : found.solutions) {
+    for (const leastsquares::Solution& solution : found.solutions)
         starts.starts.push_back({solution, trust::engineStart(requested, solution, keepGoing)});
-    }
     return starts;
 }
 
@@ -272,9 +271,6 @@ std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const analysis::Reque
     m_windows.fitDetails.showSettings(m_errors, QString::fromStdString(complaint.value_or("")));
     if (complaint)
         return std::nullopt;
-    const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
-    if (!m_input.shared.leastSums.searched(request))
-        trust::searchStart({*problem, request}, m_input.shared.leastSums);
     std::vector<fit::Parameters> starts;
     for (const leastsquares::Minimum& minimum : m_input.shared.leastSums.minima(request))
         starts.push_back(minimum.values);

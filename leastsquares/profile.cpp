@@ -102,7 +102,7 @@ std::optional<double> ProfileWalk::end(int direction)
 double ProfileWalk::crossing(const ValleyPoint& inside, const ValleyPoint& outside)
 {
     constexpr double kClose = 1e-8;  // of u: eight digits of the value
-    constexpr double kSteepest = 10; // stands for a sum that is not defined
+    constexpr double kSteepest = 10; // replaces the rise where the sum is not defined
     std::uintmax_t evaluations = 60;
     const auto beyond = [&](const ValleyPoint& point) { return std::min(rise(point), kSteepest) - 1; };
     const auto beyondAt = [&](double u) { return beyond(at(u, inside, outside)); };

@@ -88,7 +88,7 @@ void SolutionList::add(const Minimum& minimum)
         *known = {solution.values, solution.sumOfSquares, known->lowestSum, solution.undetermined};
 }
 
-/// The usual share is for those who compare with the solution; what stands for it may use up a tenth.
+/// A representative may use up a tenth of the usual share; the rest is for sums that are compared with the solution.
 bool SolutionList::mayStandFor(double sum, double least) const
 {
     constexpr double kPart = 0.1;

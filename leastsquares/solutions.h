@@ -5,11 +5,11 @@
 namespace leastsquares
 {
 
-/// A minimum that stands for all like it.
+/// A minimum that represents all others like it.
 struct Solution {
     fit::Parameters values{};
     double sumOfSquares = 0;
-    double lowestSum = 0;   // of all that it stands for; at most a tenth of the usual share lower
+    double lowestSum = 0;   // of all that it represents; at most a tenth of the usual share lower
     FreeSlots undetermined; // the parameters that the data do not determine
 };
 

@@ -28,8 +28,8 @@ struct Errors {
     double ofSample(int sample) const;
 };
 
-/// Relative errors typed in percent, apart by blanks or semicolons: "1 0.5" -> {0.01, 0.005}. 0, which is refused,
-/// stands for what is no number.
+/// Relative errors typed in percent, apart by blanks or semicolons: "1 0.5" -> {0.01, 0.005}. A text that is no
+/// number becomes 0, which is refused.
 std::vector<double> errorsFromPercent(std::string_view text);
 std::string percentText(const std::vector<double>& errors);
 

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-// How often 95 % intervals hold the truth. The seed of a case is its model's number times 1000000.
+// How often 95 % intervals hold the truth. Each model's random sets have the seed 1000000 times its number.
 
 using namespace noise;
 
