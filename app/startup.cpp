@@ -171,9 +171,9 @@ void VorloMain::connectTrust()
     connectCommand(&Main::findDecayStartChosen, [this] { m_trustCommands.findStart(Analysis::Decay); });
     connectCommand(&Main::findAndFitSternVolmerChosen, [this] { m_trustCommands.findAndFit(Analysis::SternVolmer); });
     connectCommand(&Main::findAndFitDecayChosen, [this] { m_trustCommands.findAndFit(Analysis::Decay); });
-    connectCommand(&Main::fitDetailsChosen, [this] { m_trustCommands.showFitDetails(); });
     connectCommand(&Main::compareModelsChosen, [this] { m_trustCommands.compareAllModels(Analysis::SternVolmer); });
     connectCommand(&Main::compareDecayModelsChosen, [this] { m_trustCommands.compareAllModels(Analysis::Decay); });
+    connect(&MainWindow, &Main::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
     m_trustCommands.analyse = [this](Analysis analysis) {
         MainWindow.goTo(analysis == Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis");
     };
@@ -201,7 +201,8 @@ void VorloMain::connectStatusLine()
     });
     m_afterChanges.start();
     connect(&m_verdicts, &VerdictWatch::changed, this, &VorloMain::showVerdict);
-    connect(&m_verdicts, &VerdictWatch::leastSumFell, this, [this] { m_trustCommands.refreshDetails(); });
+    connect(&m_verdicts, &VerdictWatch::judged, this,
+            [this](const trust::Judgement& judgement) { m_trustCommands.judged(judgement); });
     connect(&MainWindow.statusLine(), &StatusLine::verdictPressed, this,
             [this] { MainWindow.goTo(m_verdicts.stated().opens.name); });
     connect(&SVAnalyzer, &analysis::AnalyzerWindow::faulted, this,

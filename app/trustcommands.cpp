@@ -252,19 +252,29 @@ void TrustCommands::showFitDetails()
 
 void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result)
 {
-    m_details = [this, request, result, s = panelValues(m_panel.panelState()).s] {
-        trust::FitDetails details = trust::fitDetails(request, result, m_input.shared.leastSums);
-        details.errors = errorsOf(request, result.values, s);
-        m_windows.fitDetails.showDetails(details, trust::labelsOf(request));
-    };
+    m_last = {.request = request, .result = result, .s = panelValues(m_panel.panelState()).s};
     refreshDetails();
 }
 
-/// None for decay curves, and if the typed errors cannot be used; the window says why.
-std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const analysis::Request& request,
-                                                           const fit::Parameters& analysed, double s)
+void TrustCommands::judged(const trust::Judgement& judgement)
 {
-    const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data);
+    m_last->judgement = judgement;
+    refreshDetails();
+}
+
+void TrustCommands::refreshDetails()
+{
+    if (!m_last || !m_windows.fitDetails.isVisible())
+        return;
+    trust::FitDetails details = trust::fitDetails(m_last->request, m_last->result, m_last->judgement);
+    details.errors = errorsOf(*m_last);
+    m_windows.fitDetails.showDetails(details, trust::labelsOf(m_last->request));
+}
+
+/// None for decay curves, and if the typed errors cannot be used; the window says why.
+std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const Analysed& analysed)
+{
+    const auto* points = std::get_if<sternvolmer::RatioPoints>(&analysed.request.data);
     if (!points)
         return std::nullopt;
     const auto complaint = noise::complaint(m_errors.errors, points->count);
@@ -272,9 +282,9 @@ std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const analysis::Reque
     if (complaint)
         return std::nullopt;
     std::vector<fit::Parameters> starts;
-    for (const leastsquares::Minimum& minimum : m_input.shared.leastSums.minima(request))
+    for (const leastsquares::Minimum& minimum : m_input.shared.leastSums.minima(analysed.request))
         starts.push_back(minimum.values);
-    return trust::errorDetails(request, analysed, m_errors, s, starts);
+    return trust::errorDetails(analysed.request, analysed.result.values, m_errors, analysed.s, starts);
 }
 
 void TrustCommands::setErrors(const noise::Errors& errors)
@@ -289,12 +299,6 @@ void TrustCommands::setTypedErrors(const noise::TypedErrors& typed)
 {
     m_errors.typed = typed;
     refreshDetails();
-}
-
-void TrustCommands::refreshDetails()
-{
-    if (m_details && m_windows.fitDetails.isVisible())
-        m_details();
 }
 
 } // namespace app

@@ -40,12 +40,18 @@ public:
 
     /// Called after every finished analysis and calculation.
     void analysed(const analysis::Request& request, const analysis::Result& result);
-    /// Brings open fit details up to date.
-    void refreshDetails();
+    /// Called when the last one is judged.
+    void judged(const trust::Judgement& judgement);
 
 private:
     std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
     std::optional<analysis::Request> decayRequest(const PanelValues& panel);
+    struct Analysed {
+        analysis::Request request;
+        analysis::Result result;
+        double s = 0; // radius of the probe, nm
+        trust::Judgement judgement{};
+    };
     bool search(models::Analysis analysis);
     bool search(const analysis::Request& request, const PanelState& panel);
     bool showSearch(const trust::RequestedFit& requested);
@@ -57,8 +63,8 @@ private:
     void chooseModel(models::Analysis analysis, int model, const fit::Parameters& values);
     void setErrors(const noise::Errors& errors);
     void setTypedErrors(const noise::TypedErrors& typed);
-    std::optional<trust::ErrorDetails> errorsOf(const analysis::Request& request, const fit::Parameters& analysed,
-                                                double s);
+    void refreshDetails();
+    std::optional<trust::ErrorDetails> errorsOf(const Analysed& analysed);
 
     CommandInput m_input;
     PanelEditor& m_panel;
@@ -70,7 +76,7 @@ private:
     leastsquares::FreeSlots m_searched; // the parameters of the last search
     models::Analysis m_compared{};      // what the last comparison was about
     trust::ErrorSettings m_errors;      // kept while the program runs
-    std::function<void()> m_details;    // updates the window of fit details; empty before the first analysis
+    std::optional<Analysed> m_last;     // what Fit Details show
 };
 
 } // namespace app

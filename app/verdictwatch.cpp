@@ -44,7 +44,8 @@ StatedVerdict verdictOf(const trust::Judgement& judgement, const analysis::Reque
     using trust::Verdict;
     return {.text = trust::sentence(judgement, request.model),
             .opens = namedBy(judgement, analysis::methodOf(request)),
-            .warns = judgement.verdict != Verdict::AtMinimum && judgement.verdict != Verdict::NothingFree};
+            .warns = judgement.verdict != Verdict::Judging && judgement.verdict != Verdict::AtMinimum &&
+                     judgement.verdict != Verdict::NothingFree};
 }
 
 } // namespace
@@ -73,12 +74,13 @@ void VerdictWatch::analysed(const analysis::Request& request, const analysis::Re
         results.setVerdict(m_last->run, "not judged");
     m_last = {.request = request, .result = result, .run = result.fitted ? results.runs : 0, .leastSum = {}};
     m_judged = m_begun;
-    state({.text = "judging", .opens = kDetails});
+    state(verdictOf({}, request));
 }
 
 void VerdictWatch::faulted(models::Analysis analysis)
 {
-    m_last.reset();
+    if (m_last)
+        m_last->isStated = false;
     m_judged = m_begun;
     state({.text = "no result: a number became infinite or undefined. Find Start Values",
            .opens = startSearchOf(analysis),
@@ -88,13 +90,10 @@ void VerdictWatch::faulted(models::Analysis analysis)
 void VerdictWatch::judgeIfNeeded()
 {
     trust::LeastSums& known = m_input.shared.leastSums;
-    const bool isJudged = m_last->leastSum.has_value();
-    if (isJudged && known.leastSum(m_last->request) >= *m_last->leastSum)
+    if (m_last->leastSum && known.leastSum(m_last->request) >= *m_last->leastSum)
         return;
     m_judging.emplace(m_last->request, m_last->result, known);
     m_slices.start(0);
-    if (isJudged)
-        emit leastSumFell();
 }
 
 void VerdictWatch::drop()
@@ -107,11 +106,14 @@ void VerdictWatch::workOneSlice()
 {
     if (!m_judging->advance(kSlice))
         return;
-    const StatedVerdict verdict = verdictOf(m_judging->judgement(), m_judging->request());
-    m_last->leastSum = m_judging->judgement().leastSum;
+    const trust::Judgement judgement = m_judging->judgement();
+    const StatedVerdict verdict = verdictOf(judgement, m_judging->request());
+    m_last->leastSum = judgement.leastSum;
     drop();
     m_input.shared.results.setVerdict(m_last->run, verdict.text);
-    state(verdict);
+    if (m_last->isStated)
+        state(verdict);
+    emit judged(judgement);
 }
 
 VerdictWatch::Typed VerdictWatch::typed() const

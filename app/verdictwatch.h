@@ -53,8 +53,8 @@ public:
     const StatedVerdict& stated() const { return m_stated; }
 
 signals:
-    void changed();      // what is stated
-    void leastSumFell(); // below the one of the verdict
+    void changed();                                 // what is stated
+    void judged(const trust::Judgement& judgement); // the last analysis or calculation with a result
 
 private:
     /// All that a command reads; a verdict holds as long as this stays the same.
@@ -69,6 +69,7 @@ private:
         analysis::Result result;
         int run = 0;                    // number of the stored result; 0: none
         std::optional<double> leastSum; // of its verdict; none before
+        bool isStated = true;           // false: a later command had no result, and that is stated
     };
     Typed typed() const;
     void state(const StatedVerdict& verdict);

@@ -49,7 +49,7 @@ double determination(double sumOfSquares, std::span<const double> observed)
 
 } // namespace
 
-FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result, LeastSums& known)
+FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result, const Judgement& judgement)
 {
     fit::clearUpperHalves();
     const std::unique_ptr<fit::Problem> problem = realProblem(request);
@@ -70,9 +70,9 @@ FitDetails fitDetails(const analysis::Request& request, const analysis::Result& 
     if (analysis::methodOf(requested.request) == models::Analysis::SternVolmer)
         details.AICc = leastsquares::correctedAkaike(sum, requested.countedPoints(), fittedConstants);
     details.runs = leastsquares::runsTest(details.residuals);
-    details.judgement = judged(request, result, known);
-    if (details.judgement.atLeastSum()) // a fit may end where the same constants look a little better or worse known
-        details.uncertainty.undetermined = details.judgement.undetermined;
+    details.judgement = judgement;
+    if (judgement.atLeastSum()) // a fit may end where the same constants look a little better or worse known
+        details.uncertainty.undetermined = judgement.undetermined;
     return details;
 }
 

@@ -3,7 +3,8 @@
 #include "leastsquares/runstest.h"
 #include "leastsquares/uncertainty.h"
 #include "trust/errordetails.h"
-#include "trust/judging.h"
+#include "trust/judgement.h"
+#include "trust/requestedfit.h"
 
 #include <optional>
 #include <vector>
@@ -31,7 +32,7 @@ struct FitDetails {
     std::optional<ErrorDetails> errors{}; // of ratios, under the chosen assumption
 };
 
-/// result: what came out of the request. known: learns from the judging.
-FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result, LeastSums& known);
+/// result: what came out of the request. judgement: of this result, as far as it is known.
+FitDetails fitDetails(const analysis::Request& request, const analysis::Result& result, const Judgement& judgement);
 
 } // namespace trust

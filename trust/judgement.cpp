@@ -97,6 +97,8 @@ std::string undeterminedText(const leastsquares::FreeSlots& undetermined, int mo
 std::string sentence(const Judgement& judgement, int model)
 {
     switch (judgement.verdict) {
+    case Verdict::Judging:
+        return "judging";
     case Verdict::AtMinimum:
         return "at a minimum";
     case Verdict::Undetermined:

@@ -8,6 +8,7 @@ namespace trust
 {
 
 enum class Verdict {
+    Judging,      // nothing is known yet
     AtMinimum,    // at the least sum of squares, and the data determine all constants
     Undetermined, // at the least sum, but some constants may have other values without a larger sum
     Untested,     // at the least sum, but no sample is left over to test the constants
@@ -30,7 +31,7 @@ enum class Advice {
 
 /// What is known of one fit or calculation.
 struct Judgement {
-    Verdict verdict = Verdict::NotDefined;
+    Verdict verdict = Verdict::Judging;
     leastsquares::FreeSlots undetermined; // the constants that the data do not determine, at the least sum
     double sumOfSquares = 0;              // infinity: not defined
     double leastSum = 0;                  // the lowest sum found anywhere; infinity: none

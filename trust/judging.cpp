@@ -88,8 +88,10 @@ void Judging::endSearch()
     }
     m_descent.emplace(*m_problem, m_result.values, m_requested.free(), ranges);
     m_stage = Stage::Descend;
-    if (!std::isfinite(m_judgement.sumOfSquares))
+    if (!std::isfinite(m_judgement.sumOfSquares)) {
+        m_judgement.verdict = Verdict::NotDefined;
         findStart();
+    }
 }
 
 bool Judging::atLeast(double sum) const

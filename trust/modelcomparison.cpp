@@ -1,6 +1,7 @@
 #include "trust/modelcomparison.h"
 
 #include "models/guide.h"
+#include "trust/judging.h"
 #include "trust/modelrelations.h"
 
 #include <algorithm>
@@ -74,13 +75,13 @@ ComparedModel compared(const analysis::Request& request, const noise::Errors& er
     const EngineStart start = engineStart(requested, best);
     analysis::Request fromThere = request;
     fromThere.values = start.values;
-    const analysis::Result atMinimum{.values = best.values};
+    const analysis::Result end = start.leadsToMinimum ? runEngine(fromThere) : analysis::Result{.values = best.values};
 
     result.fitted = true;
     result.start = start.values;
     result.engineStays = start.leadsToMinimum;
     result.solutionCount = found.solutions.size();
-    result.details = fitDetails(fromThere, start.leadsToMinimum ? runEngine(fromThere) : atMinimum, known);
+    result.details = fitDetails(fromThere, end, judged(fromThere, end, known));
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(request.options.parameterCount); ++slot)
         result.doubts[slot] = doubtOf(result, slot);
     if (analysis::methodOf(request) == models::Analysis::SternVolmer)

@@ -175,9 +175,8 @@ void TestManual::examplesComeOutAsPrinted()
         } else if (step.action == support::ManualStep::Action::Result) {
             QCOMPARE(reader.lastResult(step.rows.at(0)), step.rows.at(1));
         } else if (step.action == support::ManualStep::Action::Copied) {
-            const QList<QStringList> copied = reader.copied();
-            for (const QStringList& line : step.rows)
-                QVERIFY2(copied.contains(line), qPrintable(line.join(' ')));
+            for (const QStringList& line : step.rows) // the verdict comes when judging ends
+                QTRY_VERIFY2(reader.copied().contains(line), qPrintable(line.join(' ')));
             ++compared;
         } else {
             reader.doStep(step);

@@ -181,10 +181,14 @@ void TestTrustCommands::statusLineJudgesEachRun()
     p.type("txtkq2", "5e9");
     p.run("mnuCalcSternVolmer");
     QTRY_VERIFY(p.stated().text().startsWith("not a minimum"));
+    p.type("txtkq2", "5e8");
+    p.run("mnuCalcSternVolmer"); // is judged after the next command
     p.type("txtkq2", "1e400");
     p.run("mnuSternVolmerAnalysis");
     QVERIFY(p.stated().text().startsWith("no result: "));
     QCOMPARE(p.stated().accessibleDescription(), QString("finds start values"));
+    QTRY_VERIFY(p.verdict().startsWith("not a minimum"));
+    QVERIFY(p.stated().text().startsWith("no result: "));
 }
 
 void TestTrustCommands::verdictsStayWithTheirResults()
@@ -288,12 +292,16 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     QVERIFY(p.program.fitDetails.width() >= std::min(ui::toPixels(1.2 * 7400), room));      // as large texts need
     QCOMPARE(p.program.fitDetails.focusWidget()->objectName(), QString("cmdCloseDetails")); // no caret in a title
     p.run("mnuSternVolmerAnalysis"); // default panel, log mode: ends where the engine sees no slope
-    QCOMPARE(p.verdict(), QString("not a minimum: the sum is 52.7 times the least. Find Start Values"));
+    QCOMPARE(p.verdict(), QString("judging"));
+    p.program.fitDetails.close();
+    p.run("mnuFitDetails");
+    QCOMPARE(p.verdict(), QString("judging"));
+    QCOMPARE(p.details("grdResiduals").rowCount(), 7);
+    QTRY_COMPARE(p.verdict(), QString("not a minimum: the sum is 52.7 times the least. Find Start Values"));
     p.run("mnuFindSternVolmerStart");
     p.run("mnuSternVolmerAnalysis");
-    QCOMPARE(p.verdict(), QString("at a minimum"));
+    QTRY_COMPARE(p.verdict(), QString("at a minimum"));
     QCOMPARE(p.details("grdConstants").item(0, 0)->text(), QString("kq2 /M-1s-1"));
-    QCOMPARE(p.details("grdResiduals").rowCount(), 7);
     p.program.fitDetails.findChild<QPushButton*>("cmdCopyDetails")->click();
     QVERIFY(QGuiApplication::clipboard()->text().startsWith("Stern-Volmer Analysis, Model 1\r\nat a minimum\r\n"));
     QVERIFY(QGuiApplication::clipboard()->text().contains("\r\nkq2 /M-1s-1\t"));
@@ -304,7 +312,7 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     p.type("txtkq2", "-5");
     p.type("txtIteration", "1");
     p.run("mnuSternVolmerAnalysis");
-    QCOMPARE(p.verdict(), QString("still moving: raise the iteration limit to 6"));
+    QTRY_COMPARE(p.verdict(), QString("still moving: raise the iteration limit to 6"));
 
     p.control<QCheckBox>("Check1").click();
     p.run("mnuFindSternVolmerStart");
@@ -312,7 +320,7 @@ void TestTrustCommands::detailsFollowEachAnalysis()
     p.choose(3);
     p.run("mnuCalcSternVolmer");
     QCOMPARE(p.details("grdConstants").item(1, 2)->text(), QString("fixed"));
-    QVERIFY2(p.verdict().contains("With kq2 fixed the least lies at K = "), p.verdict().toUtf8());
+    QTRY_VERIFY2(p.verdict().contains("With kq2 fixed the least lies at K = "), p.verdict().toUtf8());
 }
 
 // Standard errors of K in tests/data/noisefits.txt: 0.23176 if errors are proportional, 0.10698 if they are equal; the
@@ -369,7 +377,7 @@ void TestTrustCommands::decayDetailsHaveNoErrors()
     p.run("mnuFindDecayStart");
     p.run("mnuDecayCurveAnalysis");
     p.run("mnuFitDetails");
-    QCOMPARE(p.verdict(), QString("at a minimum"));
+    QTRY_COMPARE(p.verdict(), QString("at a minimum"));
     QCOMPARE(p.details("grdConstants").columnCount(), 3);
     QCOMPARE(p.details("grdConstants").item(0, 2)->text(), QString("free"));
     QVERIFY(p.program.fitDetails.findChild<QLabel*>("lblRemarks")->text().contains("carry no noise"));

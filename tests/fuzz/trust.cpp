@@ -2,7 +2,7 @@
 #include "sternvolmer/ratiodata.h"
 #include "tests/fuzz/sheet.h"
 #include "trust/fitdetails.h"
-#include "trust/startsearch.h"
+#include "trust/judging.h"
 
 #include <cmath>
 
@@ -49,7 +49,8 @@ trust::SearchResult checkSearch(const trust::RequestedFit& requested)
 void checkDetails(const trust::RequestedFit& requested, const analysis::Result& result)
 {
     trust::LeastSums known;
-    const trust::FitDetails details = trust::fitDetails(requested.request, result, known);
+    const trust::FitDetails details =
+        trust::fitDetails(requested.request, result, trust::judged(requested.request, result, known));
     check(details.residuals.size() == static_cast<std::size_t>(requested.problem.pointCount()));
     for (const double error : details.uncertainty.standardError)
         check(error >= 0);

@@ -173,6 +173,7 @@ struct Tour {
         picture(program.startValues, "start-values.png");
         tour::chooseItem(window, "mnuSternVolmerAnalysis");
         tour::chooseItem(window, "mnuFitDetails");
+        tour::waitWhile(tour::find<QPushButton>(window, "cmdVerdict"), "judging");
         picture(program.fitDetails, "fit-details.png");
         tour::chooseItem(window, "mnuFindAndFitSternVolmer");
         tour::chooseItem(window, "mnuCompareModels");

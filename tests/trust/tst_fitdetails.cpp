@@ -4,6 +4,7 @@
 #include "sternvolmer/ratioproblem.h"
 #include "tests/support/callableproblem.h"
 #include "tests/support/ratiosets.h"
+#include "trust/judging.h"
 
 #include <QTest>
 
@@ -22,17 +23,21 @@ analysis::Request startingFrom(analysis::Request request, const fit::Parameters&
     return request;
 }
 
+FitDetails judgedDetails(const analysis::Request& request, const analysis::Result& result)
+{
+    LeastSums unknown;
+    return fitDetails(request, result, judged(request, result, unknown));
+}
+
 FitDetails detailsOfFit(const analysis::Request& request)
 {
     support::PatientObserver patient;
-    LeastSums unknown;
-    return fitDetails(request, analysis::run(request, patient), unknown);
+    return judgedDetails(request, analysis::run(request, patient));
 }
 
 FitDetails detailsAt(const analysis::Request& request, const fit::Parameters& values)
 {
-    LeastSums unknown;
-    return fitDetails(request, {.values = values}, unknown);
+    return judgedDetails(request, {.values = values});
 }
 
 FitDetails detailsAtOptimum(const analysis::Request& request, const fit::Parameters& start)

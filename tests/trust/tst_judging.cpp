@@ -94,7 +94,8 @@ void TestJudging::everyWindowAgrees()
         };
         QVERIFY2(sameLeast(best.sumOfSquares), QByteArray::number(compared.model));
         QCOMPARE(best.undetermined, row.undetermined);
-        const FitDetails details = fitDetails(request, fitted(request), known);
+        const analysis::Result end = fitted(request);
+        const FitDetails details = fitDetails(request, end, judged(request, end, known));
         QVERIFY2(sameLeast(details.judgement.leastSum), QByteArray::number(compared.model));
         if (details.judgement.atLeastSum())
             QCOMPARE(details.judgement.undetermined, row.undetermined);
