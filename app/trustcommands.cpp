@@ -3,50 +3,18 @@
 #include "analysis/arithmeticfault.h"
 #include "app/panelrequest.h"
 #include "app/panelstarts.h"
+#include "app/windowplaces.h"
 #include "decay/complaints.h"
 #include "sternvolmer/complaints.h"
 #include "ui/twips.h"
 
 #include <QScopedValueRollback>
-#include <QScreen>
 
 #include <algorithm>
 #include <cassert>
 
 namespace app
 {
-namespace
-{
-
-/// The place of a window in twips: beside or below the main window, or over it if the screen is too narrow.
-struct Place {
-    int top, left;
-    int crampedTop, crampedLeft;
-    int height, width;
-};
-constexpr Place kDetailsPlace{0, 16350, 1000, 2000, 9900, 10500};
-constexpr Place kStartsPlace{10350, 16350, 2000, 3000, 5000, 8900}; // below the details, beside the boxes
-constexpr Place kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
-
-/// Places a window that is not visible yet, and always brings it to the front.
-void showInFront(QWidget& window, const Place& place)
-{
-    constexpr int kTitleBar = 450, kBorders = 150; // twips, about
-    const QSize screen = window.screen()->availableSize();
-    const int roomWide = ui::toTwips(screen.width()) - kBorders, roomHigh = ui::toTwips(screen.height()) - kTitleBar;
-    constexpr double kUsualPoints = 9; // font size for which the places are designed
-    const double growth = std::max(1.0, window.font().pointSizeF() / kUsualPoints);
-    const int width = std::min(static_cast<int>(growth * place.width), roomWide);
-    const int height = std::min(static_cast<int>(growth * place.height), roomHigh);
-    const bool wide = place.left + width <= roomWide;
-    if (!window.isVisible())
-        ui::placeAndShow(window, {std::min(wide ? place.top : place.crampedTop, roomHigh - height),
-                                  std::min(wide ? place.left : place.crampedLeft, roomWide - width), height, width});
-    ui::bringToFront(window);
-}
-
-} // namespace
-
 TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, const Windows& windows,
                              const Analyzers& analyzers)
     : m_input(input), m_panel(panel), m_windows(windows), m_analyzers(analyzers)

@@ -1,7 +1,8 @@
 #pragma once
 
-/// The places at which windows appear, in twips. Windows for start values and judgements of fits choose theirs by the
-/// room on the screen.
+class QWidget;
+
+/// The places at which windows appear, in twips.
 namespace app
 {
 
@@ -23,5 +24,18 @@ inline constexpr WindowCorner kDecayTableCorner{9600, 6500};
 inline constexpr WindowCorner kAnalysisTableCorner{9600, 11000};
 
 inline constexpr int kRatioPlotSize = 5000; // width and height of the plot of a Stern-Volmer command
+
+/// The place of a window beside or below the main window, or over it if the screen is too narrow.
+struct RoomyPlace {
+    int top, left;
+    int crampedTop, crampedLeft;
+    int height, width;
+};
+inline constexpr RoomyPlace kDetailsPlace{0, 16350, 1000, 2000, 9900, 10500};
+inline constexpr RoomyPlace kStartsPlace{10350, 16350, 2000, 3000, 5000, 8900}; // below the details, beside the boxes
+inline constexpr RoomyPlace kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
+
+/// Places a window that is not visible yet, and always brings it to the front. It is larger where the font is.
+void showInFront(QWidget& window, const RoomyPlace& place);
 
 } // namespace app
