@@ -1,7 +1,5 @@
 #include "app/statusline.h"
 
-#include "ui/elided.h"
-
 #include <QHBoxLayout>
 #include <QStyle>
 

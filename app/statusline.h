@@ -1,12 +1,6 @@
 #pragma once
 
-#include <QWidget>
-
-namespace ui
-{
-class ElidedButton;
-class ElidedLabel;
-} // namespace ui
+#include "ui/elided.h"
 
 namespace app
 {

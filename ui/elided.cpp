@@ -17,21 +17,28 @@ QString leftToRight(const QString& text)
     return kMark + text + kMark;
 }
 
-QSize leastSize(const QWidget& widget)
-{
-    return widget.sizeHint().boundedTo({kFewestCharacters * widget.fontMetrics().averageCharWidth(), QWIDGETSIZE_MAX});
-}
+QString caption(const QLabel&, const QString& text) { return text; }
+
+// An "&" would underline the next letter.
+QString caption(const QPushButton&, const QString& text) { return QString(text).replace('&', "&&"); }
 
 } // namespace
 
-void ElidedLabel::showText(const QString& text)
+template <class Control>
+void Elided<Control>::showText(const QString& text)
 {
-    setText(text);
-    setToolTip(text);
+    this->setText(caption(*this, text));
+    this->setToolTip(text);
+    this->updateGeometry();
 }
 
-QSize ElidedLabel::minimumSizeHint() const { return leastSize(*this); }
+template <class Control>
+QSize Elided<Control>::minimumSizeHint() const
+{
+    return this->sizeHint().boundedTo({kFewestCharacters * this->fontMetrics().averageCharWidth(), QWIDGETSIZE_MAX});
+}
 
+template <>
 void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QStylePainter painter(this);
@@ -40,16 +47,7 @@ void ElidedLabel::paintEvent(QPaintEvent*)
     painter.drawItemText(rect(), start, palette(), isEnabled(), shown, foregroundRole());
 }
 
-// An "&" would underline the next letter.
-void ElidedButton::showText(const QString& text)
-{
-    setText(QString(text).replace('&', "&&"));
-    setToolTip(text);
-    updateGeometry();
-}
-
-QSize ElidedButton::minimumSizeHint() const { return leastSize(*this); }
-
+template <>
 void ElidedButton::paintEvent(QPaintEvent*)
 {
     QStyleOptionButton button;
@@ -60,5 +58,8 @@ void ElidedButton::paintEvent(QPaintEvent*)
         leftToRight(fontMetrics().elidedText(button.text, Qt::ElideRight, room.width() - icon, Qt::TextShowMnemonic));
     QStylePainter(this).drawControl(QStyle::CE_PushButton, button);
 }
+
+template class Elided<QLabel>;
+template class Elided<QPushButton>;
 
 } // namespace ui

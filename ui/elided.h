@@ -3,15 +3,16 @@
 #include <QLabel>
 #include <QPushButton>
 
-/// Controls of one line whose text is cut short with "..." where it has too little room. The tooltip and screen readers
-/// have the whole text.
 namespace ui
 {
 
-class ElidedLabel : public QLabel
+/// A control of one line whose text is cut short with "..." where it has too little room. The tooltip and screen
+/// readers have the whole text.
+template <class Control>
+class Elided final : public Control
 {
 public:
-    using QLabel::QLabel;
+    using Control::Control;
     void showText(const QString& text);
     QSize minimumSizeHint() const override;
 
@@ -19,15 +20,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-class ElidedButton : public QPushButton
-{
-public:
-    using QPushButton::QPushButton;
-    void showText(const QString& text);
-    QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-};
+using ElidedLabel = Elided<QLabel>;
+using ElidedButton = Elided<QPushButton>;
 
 } // namespace ui
