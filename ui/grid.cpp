@@ -2,6 +2,7 @@
 
 #include "ui/fittingfont.h"
 #include "ui/gridpainting.h"
+#include "ui/gridsteps.h"
 #include "ui/titledcells.h"
 #include "ui/twips.h"
 
@@ -13,7 +14,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <optional>
 
 namespace ui
 {
@@ -22,43 +22,6 @@ namespace
 
 constexpr int kColumnTwips = 960; // initial width of a column
 constexpr int kRowPadding = 4;    // pixels above and below a row's text together
-
-struct Step {
-    int rows = 0;
-    int columns = 0;
-};
-
-/// Steps of the length of the whole grid end at its edge.
-std::optional<Step> stepOf(const QKeyEvent& event, const Grid& grid)
-{
-    const bool toEdge = event.modifiers() & Qt::ControlModifier;
-    const int rows = toEdge ? grid.rows() : 1;
-    const int columns = toEdge ? grid.columns() : 1;
-    const int page = grid.verticalScrollBar()->pageStep();
-    switch (event.key()) {
-    case Qt::Key_Left:
-        return Step{0, -columns};
-    case Qt::Key_Right:
-        return Step{0, columns};
-    case Qt::Key_Up:
-        return Step{-rows, 0};
-    case Qt::Key_Down:
-        return Step{rows, 0};
-    case Qt::Key_PageUp:
-        return Step{-page, 0};
-    case Qt::Key_PageDown:
-        return Step{page, 0};
-    case Qt::Key_Home:
-        return Step{toEdge ? -grid.rows() : 0, -grid.columns()};
-    case Qt::Key_End:
-        return Step{toEdge ? grid.rows() : 0, grid.columns()};
-    default:
-        return std::nullopt;
-    }
-}
-
-/// A step may lead from a title into the cells, but never from a cell to a title.
-int stepped(int from, int step, int count) { return std::clamp(from + step, std::min(from, 1), count - 1); }
 
 bool isPrintable(const QString& text) { return !text.isEmpty() && text.front().unicode() > 32; }
 
@@ -266,7 +229,8 @@ void Grid::mouseDoubleClickEvent(QMouseEvent* event)
 void Grid::keyPressEvent(QKeyEvent* event)
 {
     const bool command = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    const std::optional<Step> step = stepOf(*event, *this);
+    const std::optional<GridStep> step =
+        gridStep(*event, {.rows = rows(), .columns = columns(), .page = verticalScrollBar()->pageStep()});
     if (step && !(event->modifiers() & (Qt::AltModifier | Qt::MetaModifier))) {
         moveBy(step->rows, step->columns, event->modifiers() & Qt::ShiftModifier);
         emit cellChosen();
