@@ -4,6 +4,7 @@
 #include "ui/gridpainting.h"
 #include "ui/gridsteps.h"
 #include "ui/titledcells.h"
+#include "ui/titlemouse.h"
 #include "ui/twips.h"
 
 #include <QAbstractButton>
@@ -54,15 +55,7 @@ void Grid::setUpTitles()
     setColumnTwips(0, kColumnTwips);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
-        // A click makes the title current instead of selecting its row or column.
-        disconnect(header, &QHeaderView::sectionPressed, this, nullptr);
-        disconnect(header, &QHeaderView::sectionEntered, this, nullptr);
-    }
-    connect(horizontalHeader(), &QHeaderView::sectionPressed, this, [this](int column) { titleClicked(0, column); });
-    connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this](int row) { titleClicked(row, 0); });
-    disconnect(m_corner, &QAbstractButton::clicked, this, nullptr);
-    connect(m_corner, &QAbstractButton::clicked, this, [this] { titleClicked(0, 0); });
+    m_titleMouse = new TitleMouse(*this, *m_corner);
     m_corner->installEventFilter(this);
 }
 
@@ -110,6 +103,8 @@ void Grid::numberColumns()
     m_cells->numberColumns();
     horizontalHeader()->viewport()->update();
 }
+
+void Grid::selectByTitles() { m_titleMouse->selectByTitles(); }
 
 void Grid::setColumnTwips(int column, int twips)
 {
@@ -163,13 +158,6 @@ void Grid::selectAll()
         selectBlock(1, 1, rows() - 1, columns() - 1);
 }
 
-void Grid::titleClicked(int row, int column)
-{
-    setFocus(Qt::MouseFocusReason);
-    selectCell(row, column);
-    emit cellChosen();
-}
-
 void Grid::extendTo(int row, int column)
 {
     selectBlock(currentRow(), currentColumn(), row, column);
@@ -200,7 +188,11 @@ void Grid::currentMoved()
 void Grid::mousePressEvent(QMouseEvent* event)
 {
     const QModelIndex cell = indexAt(event->position().toPoint());
-    if (event->button() != Qt::LeftButton || !cell.isValid())
+    if (!cell.isValid())
+        return;
+    if (event->button() == Qt::RightButton && selectionModel()->isSelected(cell))
+        return; // the context menu is for the selected block
+    if (event->button() != Qt::LeftButton && event->button() != Qt::RightButton)
         return;
     if (event->modifiers() & Qt::ShiftModifier)
         extendTo(cell.row(), cell.column());
@@ -257,6 +249,8 @@ QVariant Grid::inputMethodQuery(Qt::InputMethodQuery query) const
 {
     if (query == Qt::ImEnabled)
         return true;
+    if (query == Qt::ImCursorRectangle) // where the menu key opens the context menu
+        return visualRect(currentIndex()).translated(viewport()->pos());
     return QTableView::inputMethodQuery(query);
 }
 

@@ -8,6 +8,7 @@ namespace ui
 {
 
 class TitledCells;
+class TitleMouse;
 
 /// A grid of text cells with titles in row 0 and column 0. The titles are cells of the model, but headers that stay in
 /// view show them. The model holds the texts, the selection model the current cell and the selected block. Texts that
@@ -33,6 +34,9 @@ public:
     QString remark(int row, int column) const;
     /// Shows the number of each column that has no title.
     void numberColumns();
+    /// From now on a click on a title selects its row or column, and the corner all cells. The titles themselves stay
+    /// out of the selection.
+    void selectByTitles();
 
     /// Wider where the font is larger than usual.
     void setColumnTwips(int column, int twips);
@@ -74,13 +78,13 @@ protected:
 private:
     void setUpTitles();
     int columnPixels(int twips) const;
-    void titleClicked(int row, int column);
     void moveBy(int rows, int columns, bool extend);
     void extendTo(int row, int column);
     void currentMoved();
 
     TitledCells* m_cells;
     QAbstractButton* m_corner;
+    TitleMouse* m_titleMouse = nullptr;
 };
 
 } // namespace ui

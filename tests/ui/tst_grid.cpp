@@ -19,6 +19,7 @@ private slots:
     void init();
     void cleanup();
     void titlesAreHeadersAndCells();
+    void titlesSelectTheirCells();
     void arrowsStayAmongTheCells();
     void shiftArrowsKeepTheAnchor();
     void dragKeepsTheAnchor();
@@ -84,6 +85,28 @@ void TestGrid::titlesAreHeadersAndCells()
     QTest::mouseClick(m_grid->findChild<QAbstractButton*>(), Qt::LeftButton);
     QCOMPARE(block(), "0,0 to 0,0");
     QCOMPARE(clicks.count(), 3);
+}
+
+void TestGrid::titlesSelectTheirCells()
+{
+    m_grid->selectByTitles();
+    const QHeaderView* across = m_grid->horizontalHeader();
+    const QHeaderView* down = m_grid->verticalHeader();
+    const auto title = [](const QHeaderView& header, int section) {
+        const int middle = header.sectionViewportPosition(section) + header.sectionSize(section) / 2;
+        return header.orientation() == Qt::Horizontal ? QPoint(middle, 5) : QPoint(5, middle);
+    };
+    QTest::mouseClick(down->viewport(), Qt::LeftButton, {}, title(*down, 2));
+    QCOMPARE(block(), "2,1 to 2,5");
+    QTest::mouseClick(m_grid->findChild<QAbstractButton*>(), Qt::LeftButton);
+    QCOMPARE(block(), "1,1 to 9,5");
+    QTest::mousePress(across->viewport(), Qt::LeftButton, {}, title(*across, 2));
+    QCOMPARE(block(), "1,2 to 9,2");
+    QMouseEvent drag(QEvent::MouseMove, title(*across, 4), across->viewport()->mapToGlobal(title(*across, 4)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(across->viewport(), &drag);
+    QTest::mouseRelease(across->viewport(), Qt::LeftButton, {}, title(*across, 4));
+    QCOMPARE(block(), "1,2 to 9,4");
 }
 
 void TestGrid::arrowsStayAmongTheCells()
