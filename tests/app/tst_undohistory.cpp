@@ -192,6 +192,7 @@ private slots:
     void undoneCellsAreNotNormalized();
     void aTextBoxUndoesItsOwnTypingFirst();
     void savingIsNoStep();
+    void verdictsComeBackWithTheirData();
     void nothingIsUndoneDuringAFit();
     void twoHundredStepsOfTheLargestSessionNeedLittleMemory();
 
@@ -349,6 +350,28 @@ void TestUndoHistory::savingIsNoStep()
     desk.run("mnuUndo");
     QCOMPARE(desk.program.MainWindow.windowTitle(), app::frmVorloMain::kTitle);
     QCOMPARE(support::contents(m_folder.filePath("0.vrl")), file);
+}
+
+void TestUndoHistory::verdictsComeBackWithTheirData()
+{
+    Desk desk;
+    desk.fill(kSamples);
+    desk.run("mnuSternVolmerAnalysis");
+    const auto& line = desk.control<QPushButton>("cmdVerdict");
+    QTRY_VERIFY(line.text() != "judging");
+    const QString verdict = line.text();
+    const auto ofRow = [&] { return QString::fromStdString(desk.program.shared.results.verdicts[1].text); };
+    QCOMPARE(ofRow(), verdict);
+    desk.typeCell("0.0");
+    QTRY_COMPARE(line.text(), "of data changed since: " + verdict);
+    desk.run("mnuUndo");
+    QTRY_COMPARE(line.text(), verdict);
+    desk.run("mnuUndo");
+    QCOMPARE(desk.item("mnuRedo"), QString("Redo New Result"));
+    QCOMPARE(ofRow(), QString());
+    desk.run("mnuRedo");
+    QCOMPARE(ofRow(), verdict); // though it was given after the step
+    QCOMPARE(line.text(), verdict);
 }
 
 void TestUndoHistory::nothingIsUndoneDuringAFit()
