@@ -16,6 +16,18 @@ Block ordered(const Block& block)
     return {top, left, bottom, right};
 }
 
+/// How many fields of a line have a text, the first ones left out.
+int typedFields(std::string_view line, int leftOut)
+{
+    int count = 0;
+    for (int field = 0; !line.empty(); ++field) {
+        const std::size_t end = std::min(line.find('\t'), line.size());
+        count += field >= leftOut && end > 0 ? 1 : 0;
+        line.remove_prefix(std::min(end + 1, line.size()));
+    }
+    return count;
+}
+
 void pasteRow(SheetText& sheet, int row, int column, std::string_view line)
 {
     for (const std::string& text : fieldsOf(line, sheet.columnCount() - column)) {
@@ -49,14 +61,16 @@ void emptyBlock(SheetText& sheet, const Block& block)
 
 bool isBlock(std::string_view text) { return text.find_first_of(kSeparators) < text.find_last_not_of(kLineEnd) + 1; }
 
-void pasteBlock(SheetText& sheet, int row, int column, std::string_view text)
+int pasteBlock(SheetText& sheet, int row, int column, std::string_view text)
 {
-    for (; row < sheet.rowCount(); ++row) {
-        const auto line = takeLine(text);
-        if (!line)
-            return;
-        pasteRow(sheet, row, column, *line);
+    int dropped = 0;
+    for (; const auto line = takeLine(text); ++row) {
+        const bool inside = row < sheet.rowCount();
+        if (inside)
+            pasteRow(sheet, row, column, *line);
+        dropped += typedFields(*line, inside ? sheet.columnCount() - column : 0);
     }
+    return dropped;
 }
 
 } // namespace app

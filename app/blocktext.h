@@ -23,7 +23,7 @@ void emptyBlock(SheetText& sheet, const Block& block);
 bool isBlock(std::string_view text);
 
 /// Writes a text into the cells from (row, column) on. Cells outside the sheet are dropped, title cells keep their
-/// texts.
-void pasteBlock(SheetText& sheet, int row, int column, std::string_view text);
+/// texts. Returns how many cells with a text were dropped.
+int pasteBlock(SheetText& sheet, int row, int column, std::string_view text);
 
 } // namespace app

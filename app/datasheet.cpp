@@ -14,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <utility>
 
 namespace app
 {
@@ -64,8 +63,13 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
 
     for (const auto signal : {&QAbstractItemModel::rowsRemoved, &QAbstractItemModel::columnsRemoved})
         connect(m_grid->model(), signal, this, &DataSheet::changed);
-    connect(m_grid->model(), &QAbstractItemModel::dataChanged, this, &DataSheet::changed);
+    connect(m_grid->model(), &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex&, const QModelIndex&, const QList<int>& roles) {
+                if (roles.contains(Qt::DisplayRole)) // not a remark
+                    emit changed();
+            });
     m_grid->numberColumns();
+    m_grid->selectByTitles();
     setCounts(kSheetRows, kSheetColumns);
     m_grid->setColumnTwips(0, kTitleColumnTwips);
     showWholeColumns();
@@ -198,9 +202,10 @@ void DataSheet::editPresentText()
 
 void DataSheet::showRemarks(int model)
 {
+    const SheetReading reading(*this, model);
     for (int row = 1; row < rowCount(); ++row)
         for (int column = 1; column < columnCount(); ++column)
-            m_grid->setRemark(row, column, QString::fromStdString(remarkOnCell(*this, row, column, model)));
+            m_grid->setRemark(row, column, QString::fromStdString(reading.remarkOn(row, column)));
 }
 
 void DataSheet::store()
@@ -228,11 +233,12 @@ void DataSheet::pasteText(const QString& text)
     storeTyped();
     emit aboutToChange();
     m_grid->setRedraw(false);
-    pasteBlock(*this, m_grid->currentRow(), m_grid->currentColumn(), text.toStdString());
+    m_dropped = pasteBlock(*this, m_grid->currentRow(), m_grid->currentColumn(), text.toStdString());
     m_grid->setRedraw(true);
     mirrorCurrentCell();
     emit edited();
     emit stepMade(tr("Paste"));
+    emit changed(); // even if every cell was dropped
 }
 
 bool DataSheet::takeBlock(const QString& text)

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <utility>
+
 class QKeyEvent;
 
 namespace ui
@@ -45,6 +47,8 @@ public:
     void storeTyped();
     /// Marks the cells whose texts are not read as they stand, or that an analysis with the model needs.
     void showRemarks(int model);
+    /// How many cells the last paste has dropped; asked again, none.
+    int takeDropped() { return std::exchange(m_dropped, 0); }
 
     ui::Grid& grid() { return *m_grid; }
     const ui::Grid& grid() const { return *m_grid; }
@@ -80,6 +84,7 @@ private:
     int m_shownColumn = 0;
     QString m_shown;
     bool m_typed = false;
+    int m_dropped = 0; // cells of a paste, not told yet
 };
 
 } // namespace app

@@ -49,6 +49,7 @@ struct Item {
 struct Menu {
     const char* title;
     std::vector<Item> items;
+    bool inSheet = false; // the context menu of the sheet has the items, too
 };
 
 const std::vector<Menu>& menus()
@@ -66,7 +67,8 @@ const std::vector<Menu>& menus()
           {"&Paste", "mnuPaste", &Main::pasteChosen, "Ctrl+V"},
           {"", "", nullptr},
           {kUndo, "mnuUndo", &Main::undoChosen, "Ctrl+Z"},
-          {kRedo, "mnuRedo", &Main::redoChosen, "Ctrl+Shift+Z"}}},
+          {kRedo, "mnuRedo", &Main::redoChosen, "Ctrl+Shift+Z"}},
+         true},
         {"&Calc",
          {{"&Normalization", "mnuNormalization", &Main::normalizationChosen},
           {"&Decay Curve Analysis", "mnuDecayCurveAnalysis", &Main::decayCurveAnalysisChosen},
@@ -138,6 +140,8 @@ void frmVorloMain::makeMenus()
                 submenu = shown->addMenu(tr(item.submenu));
             addItem(*this, *item.submenu ? *submenu : *shown, item);
         }
+        if (menu.inSheet)
+            m_sheet->grid().addActions(shown->actions());
     }
 }
 
@@ -161,6 +165,7 @@ void frmVorloMain::arrange()
     lines->addLayout(columns, 1);
     lines->addWidget(m_statusLine);
     setCentralWidget(centre);
+    m_sheet->grid().setContextMenuPolicy(Qt::ActionsContextMenu);
     m_sheet->grid().setFocus(); // no focus proxy, or Tab would skip the editor after the last control
 }
 

@@ -1,7 +1,7 @@
 #include "app/samplestext.h"
 
+#include "app/sheetreading.h"
 #include "decay/normalization.h"
-#include "decay/samplecolumn.h"
 #include "models/catalogue.h"
 #include "sternvolmer/ratiodata.h"
 
@@ -10,10 +10,10 @@ namespace app
 namespace
 {
 
-bool isTyped(const SheetText& sheet, int column)
+bool anyTypedIn(const SheetText& sheet, int column)
 {
     for (int row = 1; row < sheet.rowCount(); ++row)
-        if (!sheet.cell(row, column).empty())
+        if (isTyped(sheet.cell(row, column), row))
             return true;
     return false;
 }
@@ -22,20 +22,18 @@ int typedColumns(const SheetText& sheet)
 {
     int count = 0;
     for (int column = 1; column < sheet.columnCount(); ++column)
-        count += isTyped(sheet, column) ? 1 : 0;
+        count += anyTypedIn(sheet, column) ? 1 : 0;
     return count;
 }
 
-/// What one analysis reads; read: columns up to the first one without a concentration.
-std::string readText(int read, int typed, int incompleteColumn)
+/// What one analysis reads.
+std::string readText(const decay::CellText& cell, int typed, int incompleteColumn)
 {
     if (incompleteColumn > 0)
         return "column " + std::to_string(incompleteColumn) + " is incomplete";
-    const std::string text = std::to_string(read) + " of " + std::to_string(typed) + " samples";
-    if (read >= typed)
-        return text;
-    return read == decay::kMaxSamples ? text + ": a table has no more"
-                                      : text + ": column " + std::to_string(read + 1) + " has no concentration";
+    const int end = decay::endOfSamples(cell);
+    const std::string text = std::to_string(end - 1) + " of " + std::to_string(typed) + " samples";
+    return end > typed ? text : text + ": " + reasonToEnd(end);
 }
 
 std::string ratiosText(const decay::CellText& cell, int typed)
@@ -43,19 +41,17 @@ std::string ratiosText(const decay::CellText& cell, int typed)
     const sternvolmer::RatioData data = sternvolmer::readSternVolmerData(cell);
     if (!data.referenceFirst)
         return "the first column is not at 0 M";
-    return readText(data.samples.SampleCount, typed, data.incompleteColumn);
+    return readText(cell, typed, data.incompleteColumn);
 }
 
 std::string decaysText(const decay::CellText& cell, int typed)
 {
     constexpr double kAnyLevel = 1; // excludes nothing
     const decay::DecayData data = decay::readDecayData(cell, kAnyLevel, models::kModelCount);
-    return readText(data.samples.SampleCount, typed, data.incompleteColumn);
+    return readText(cell, typed, data.incompleteColumn);
 }
 
-} // namespace
-
-std::string samplesText(const SheetText& sheet)
+std::string readSamplesText(const SheetText& sheet)
 {
     const int typed = typedColumns(sheet);
     if (typed == 0)
@@ -70,6 +66,16 @@ std::string samplesText(const SheetText& sheet)
     if (!hasIntensities || ratios == decays)
         return decays;
     return "Stern-Volmer: " + ratios + "; decay curves: " + decays;
+}
+
+} // namespace
+
+std::string samplesText(const SheetText& sheet, int droppedCells)
+{
+    const std::string dropped = droppedCells == 0   ? ""
+                                : droppedCells == 1 ? "1 pasted cell did not fit; "
+                                                    : std::to_string(droppedCells) + " pasted cells did not fit; ";
+    return dropped + readSamplesText(sheet);
 }
 
 } // namespace app

@@ -1,6 +1,5 @@
 #include "app/sheetreading.h"
 
-#include "decay/samplecolumn.h"
 #include "fit/numberscanner.h"
 #include "fit/numbertext.h"
 #include "models/catalogue.h"
@@ -13,13 +12,9 @@ namespace app
 namespace
 {
 
-/// The first column without a sample that is read.
-int endOfSamples(const decay::CellText& cell)
+std::string readAs(std::string_view text, double value)
 {
-    int column = 1;
-    while (decay::hasSample(cell, column))
-        ++column;
-    return column;
+    return '"' + std::string(text) + "\" is read as " + fit::plainText(value);
 }
 
 bool anyTypedFrom(const SheetText& sheet, int fromColumn)
@@ -30,56 +25,70 @@ bool anyTypedFrom(const SheetText& sheet, int fromColumn)
     return false;
 }
 
-std::string remarkOnUnread(const SheetText& sheet, int row, int column, int end)
-{
-    if (!sheet.cell(row, column).empty())
-        return end > decay::kMaxSamples
-                   ? "not read: there are at most " + std::to_string(decay::kMaxSamples) + " samples"
-                   : "not read: column " + std::to_string(end) + " has no concentration";
-    const bool ends = row == decay::kConcRow && column == end && end <= decay::kMaxSamples;
-    return ends && anyTypedFrom(sheet, column) ? "needed: without a concentration, no sample from here on is read" : "";
-}
-
-/// Whether the number of components must be typed: for the reference always, for the others as soon as one has it.
-bool needsComponents(const SheetText& sheet, int column, int end, int model)
-{
-    return column == 1 || (models::row(model).hasDecayLaw() && anyTyped(sheet, decay::kComponentRow, 2, end));
-}
-
-bool isNeeded(const SheetText& sheet, int row, int column, int end, int model)
-{
-    if (row == decay::kPhiRow)
-        return anyTyped(sheet, row, 1, end);
-    if (row == decay::kComponentRow)
-        return needsComponents(sheet, column, end, model);
-    const double count = fit::numberFrom(sheet.cell(decay::kComponentRow, column));
-    const int last = std::min(fit::heldInt32(count), decay::kMaxComponents);
-    return row > decay::kComponentRow && row <= decay::lifetimeRow(last);
-}
-
 } // namespace
 
 std::string remarkOnNumber(std::string_view text)
 {
     fit::NumberScanner scanner(text, fit::NumberScanner::Blanks::Ignored);
     const std::optional<double> value = scanner.scan();
-    const bool whole = value && text.find_first_not_of(fit::kBlanks, scanner.next()) == std::string_view::npos;
-    if (text.empty() || whole)
-        return {};
-    return '"' + std::string(text) + "\" is read as " + fit::plainText(value.value_or(0));
+    const std::size_t first = text.find_first_not_of(fit::kBlanks, value ? scanner.next() : 0);
+    return first == std::string_view::npos ? std::string() : readAs(text, value.value_or(0));
 }
 
-std::string remarkOnCell(const SheetText& sheet, int row, int column, int model)
+std::string reasonToEnd(int column)
+{
+    return column > decay::kMaxSamples ? "there are at most " + std::to_string(decay::kMaxSamples) + " samples"
+                                       : "column " + std::to_string(column) + " has no concentration";
+}
+
+SheetReading::SheetReading(const SheetText& sheet, int model)
+{
+    for (int row = 0; row < sheet.rowCount(); ++row) {
+        m_texts.emplace_back();
+        for (int column = 0; column < sheet.columnCount(); ++column)
+            m_texts.back().push_back(sheet.cell(row, column));
+    }
+    m_end = decay::endOfSamples(cellsOf(sheet));
+    m_anyBeyond = anyTypedFrom(sheet, m_end);
+    m_anyIntensity = anyTyped(sheet, decay::kPhiRow, 1, m_end);
+    m_allComponents = models::row(model).hasDecayLaw() && anyTyped(sheet, decay::kComponentRow, 2, m_end);
+}
+
+const std::string& SheetReading::text(int row, int column) const
+{
+    return m_texts[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+}
+
+std::string SheetReading::remarkOn(int row, int column) const
 {
     if (row < 1 || column < 1 || row > decay::kPhiRow)
         return {};
-    const int end = endOfSamples(cellsOf(sheet));
-    if (column >= end)
-        return remarkOnUnread(sheet, row, column, end);
-    const std::string text = sheet.cell(row, column);
-    if (text.empty() && isNeeded(sheet, row, column, end, model))
-        return "needed for an analysis";
-    return remarkOnNumber(text);
+    if (column >= m_end)
+        return remarkOnUnread(row, column);
+    const std::string& typed = text(row, column);
+    if (!isTyped(typed, row))
+        return isNeeded(row, column) ? "needed for an analysis" : "";
+    const bool blank = typed.find_first_not_of(fit::kBlanks) == std::string::npos;
+    return blank ? readAs(typed, 0) : remarkOnNumber(typed);
+}
+
+std::string SheetReading::remarkOnUnread(int row, int column) const
+{
+    if (isTyped(text(row, column), row))
+        return "not read: " + reasonToEnd(m_end);
+    const bool ends = row == decay::kConcRow && column == m_end && m_end <= decay::kMaxSamples;
+    return ends && m_anyBeyond ? "needed: without a concentration, no sample from here on is read" : "";
+}
+
+bool SheetReading::isNeeded(int row, int column) const
+{
+    if (row == decay::kPhiRow)
+        return m_anyIntensity;
+    if (row == decay::kComponentRow)
+        return column == 1 || m_allComponents;
+    const double count = fit::numberFrom(text(decay::kComponentRow, column));
+    const int last = std::min(fit::heldInt32(count), decay::kMaxComponents);
+    return row > decay::kComponentRow && row <= decay::lifetimeRow(last);
 }
 
 } // namespace app

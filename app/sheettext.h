@@ -1,6 +1,7 @@
 #pragma once
 
-#include "decay/sampletable.h"
+#include "decay/samplecolumn.h"
+#include "fit/numberscanner.h"
 
 #include <array>
 #include <string>
@@ -29,11 +30,18 @@ public:
     virtual void setCell(int row, int column, const std::string& text) = 0;
 };
 
-/// Whether a row has a text in the columns fromColumn to endColumn - 1.
+/// Whether the analyses read a cell otherwise than an empty one. Blanks alone are a concentration and a number of
+/// components, both 0; elsewhere they are read as an empty cell.
+inline bool isTyped(std::string_view text, int row)
+{
+    return row <= decay::kComponentRow ? !text.empty() : text.find_first_not_of(fit::kBlanks) != std::string_view::npos;
+}
+
+/// Whether a row has a typed cell in the columns fromColumn to endColumn - 1.
 inline bool anyTyped(const SheetText& sheet, int row, int fromColumn, int endColumn)
 {
     for (int column = fromColumn; column < endColumn; ++column)
-        if (!sheet.cell(row, column).empty())
+        if (isTyped(sheet.cell(row, column), row))
             return true;
     return false;
 }

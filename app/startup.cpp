@@ -196,7 +196,7 @@ void VorloMain::connectStatusLine()
     connect(&m_afterChanges, &QTimer::timeout, this, [this] {
         DataSheet& sheet = MainWindow.sheet();
         sheet.showRemarks(MainWindow.panel().panelState().Model);
-        MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet)));
+        MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet, sheet.takeDropped())));
         m_verdicts.look();
     });
     m_afterChanges.start();

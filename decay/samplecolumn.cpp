@@ -7,6 +7,14 @@ namespace decay
 
 bool hasSample(const CellText& cell, int column) { return column <= kMaxSamples && !cell(kConcRow, column).empty(); }
 
+int endOfSamples(const CellText& cell)
+{
+    int column = 1;
+    while (hasSample(cell, column))
+        ++column;
+    return column;
+}
+
 bool readComponents(const CellText& cell, int column, SampleRecord& record)
 {
     const int count = fit::roundedInt32(fit::numberFrom(cell(kComponentRow, column))).value_or(0);

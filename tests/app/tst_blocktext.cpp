@@ -90,8 +90,9 @@ void TestBlockText::everyLineEndEndsARow()
 void TestBlockText::dropsWhatLiesOutsideAndKeepsTitles()
 {
     MemorySheet sheet = numberedSheet();
-    pasteBlock(sheet, 9, 20, "in\tout\r\nout\r\n");
+    QCOMPARE(pasteBlock(sheet, 9, 20, "in\tout\t\r\nout\tout"), 3);
     QCOMPARE(sheet.cell(9, 20), "in");
+    QCOMPARE(pasteBlock(sheet, 1, 1, "in\tin\r\n\r\n"), 0);
     pasteBlock(sheet, 0, 0, "title\ttitle\r\ntitle\tcell\r\n");
     QCOMPARE(sheet.cell(0, 1), "0/1");
     QCOMPARE(sheet.cell(1, 0), "1/0");

@@ -14,6 +14,7 @@
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <functional>
 
@@ -55,6 +56,7 @@ private slots:
     void editKeysInTheResultsKeepToThem();
     void commandsTakeWhatIsInTheLine();
     void statusLineTellsWhichSamplesAreRead();
+    void contextMenuOfTheSheetEdits();
     void menusOpenTitledModelessWindows();
     void closingHidesEveryWindow();
 };
@@ -241,6 +243,42 @@ void TestStartup::statusLineTellsWhichSamplesAreRead()
         vorlo.fill(typed);
         QTRY_COMPARE(line.text(), text);
     }
+    vorlo.program.MainWindow.sheet().SelectSheetCell(1, 20);
+    ui::copyText("1\t2\t3");
+    vorlo.run("mnuPaste");
+    QTRY_COMPARE(line.text(), QString("2 pasted cells did not fit; Stern-Volmer: column 2 is incomplete; "
+                                      "decay curves: 2 of 3 samples: column 3 has no concentration"));
+    vorlo.run("mnuUndo");
+    QTRY_VERIFY(line.text().startsWith("Stern"));
+}
+
+void TestStartup::contextMenuOfTheSheetEdits()
+{
+    support::Application vorlo;
+    vorlo.fill({{"0"}, {"1"}});
+    ui::Grid& grid = vorlo.program.MainWindow.sheet().grid();
+    const auto choose = [&](QContextMenuEvent::Reason reason, const QString& item) {
+        const QRect cell = grid.visualRect(grid.currentIndex());
+        QTimer::singleShot(0, &grid, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            for (QAction* action : menu ? menu->actions() : QList<QAction*>())
+                if (action->text().remove('&').startsWith(item))
+                    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+        });
+        QContextMenuEvent event(reason, cell.center(), grid.viewport()->mapToGlobal(cell.center()));
+        QApplication::sendEvent(grid.viewport(), &event);
+    };
+    grid.selectBlock(1, 1, 1, 2);
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, grid.visualRect(grid.model()->index(1, 2)).center());
+    QCOMPARE(grid.farColumn(), 2); // the block stays
+    choose(QContextMenuEvent::Mouse, "Cut");
+    QCOMPARE(grid.text(1, 2), QString());
+    choose(QContextMenuEvent::Keyboard, "Undo");
+    QCOMPARE(grid.text(1, 2), QString("1"));
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, grid.visualRect(grid.model()->index(3, 2)).center());
+    QCOMPARE(grid.currentRow(), 3);
+    const QRect cell = grid.visualRect(grid.currentIndex()).translated(grid.viewport()->pos());
+    QCOMPARE(grid.inputMethodQuery(Qt::ImCursorRectangle).toRect(), cell); // the menu key opens the menu here
 }
 
 void TestStartup::menusOpenTitledModelessWindows()
