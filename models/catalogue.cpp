@@ -55,14 +55,25 @@ using D = DecayArguments;
 constexpr DecayLaw kTwoSiteDecay = [](const D& v) { return twoSiteDecay(v.Q, v.p[1], v.p[2], v.p[3]); };
 constexpr DecayLaw kOneOfTwoSitesDecay = [](const D& v) { return oneOfTwoSitesDecay(v.Q, v.p[1], v.p[2]); };
 
+// Models that only collide: the mean lifetime is in proportion to the intensity.
+constexpr RatioLaw kDynamicRatio = everywhere<[](const Mixture& mix, const P& p) { return dynamicRatio(mix, p[1]); }>;
+constexpr RatioLaw kTwoSiteRatio =
+    everywhere<[](const Mixture& mix, const P& p) { return twoSiteRatio(mix, p[1], p[2], p[3]); }>;
+constexpr RatioLaw kOneOfTwoSitesRatio =
+    everywhere<[](const Mixture& mix, const P& p) { return oneOfTwoSitesRatio(mix, p[1], p[2]); }>;
+constexpr std::string_view kLikeIntensities = "τ0/τ = Φ0/Φ";
+
+constexpr LifetimeDescription kSameLifetime{
+    "τ0/τ = 1", everywhere<[](const Mixture&, const P&) { return unchangedLifetime(); }>, true};
+
 // Row number = model number.
 constexpr std::array<Model, kModelCount + 1> kModels{{
     {},
     {.group = kDynamic,
      .name = "collisions",
      .parameters = {kCollisions},
-     .ratio = {"Φ0/Φ = 1 + kq2·τ0·Q",
-               everywhere<[](const Mixture& mix, const P& p) { return dynamicRatio(mix, p[1]); }>},
+     .ratio = {"Φ0/Φ = 1 + kq2·τ0·Q", kDynamicRatio},
+     .lifetime = {"τ0/τ = 1 + kq2·τ0·Q", kDynamicRatio, true},
      .decay = {"I(t) = S(kq2·Q)", [](const D& v) { return dynamicDecay(v.Q, v.p[1]); }, Composition::Shared}},
     {.group = kOneStep,
      .name = "a complex that decays faster, and collisions",
@@ -81,6 +92,9 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .parameters = {kComplex, neverRestored(kCollisions)},
      .ratio = {"Φ0/Φ = (1 + kq2·τ0·Qf)·(1 + K·Qf)",
                everywhere<[](const Mixture& mix, const P& p) { return darkComplexAndDynamicRatio(mix, p[1], p[2]); }>},
+     .lifetime = {"τ0/τ = 1 + kq2·τ0·Qf",
+                  everywhere<[](const Mixture& mix, const P& p) { return darkComplexLifetimeRatio(mix, p[1], p[2]); }>,
+                  true},
      .decay = {"I(t) = S(kq2·Qf)",
                [](const D& v) {
                    return darkComplexDecay({v.Q, v.Cp}, v.p[1], v.p[2]);
@@ -102,7 +116,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .name = "a dark complex",
      .parameters = {kComplex},
      .ratio = {"Φ0/Φ = 1 + K·Qf",
-               everywhere<[](const Mixture& mix, const P& p) { return darkComplexRatio(mix, p[1]); }>}},
+               everywhere<[](const Mixture& mix, const P& p) { return darkComplexRatio(mix, p[1]); }>},
+     .lifetime = kSameLifetime},
     {.group = kMultiStep,
      .name = "a sphere in which the probe decays faster, and collisions",
      .parameters = {kSphere, kBeside, freeInDecay(kCollisions)},
@@ -117,6 +132,9 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .parameters = {kSphere, kCollisions},
      .ratio = {"Φ0/Φ = (1 + kq2·τ0·Q/D)·exp(K·Q/D)",
                everywhere<[](const Mixture& mix, const P& p) { return darkSphereAndDynamicRatio(mix, p[1], p[2]); }>},
+     .lifetime = {"τ0/τ = 1 + kq2·τ0·Q/D",
+                  everywhere<[](const Mixture& mix, const P& p) { return darkSphereLifetimeRatio(mix, p[1], p[2]); }>,
+                  true},
      .decay = {"I(t) = S(kq2·p0·Q)", [](const D& v) { return darkSphereDecay(v.Q, v.p[1], v.p[2]); },
                Composition::Shared},
      .hasRadius = true,
@@ -135,6 +153,7 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
      .parameters = {kSphere},
      .ratio = {"Φ0/Φ = exp(K·Q/D)",
                everywhere<[](const Mixture& mix, const P& p) { return darkSphereRatio(mix, p[1]); }>},
+     .lifetime = kSameLifetime,
      .hasRadius = true},
     {.group = kMultiStep,
      .name = "quenchers in Poisson numbers beside the probe, and collisions",
@@ -158,8 +177,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
     {.group = kTwoSites,
      .name = "two sites, each with collisions",
      .parameters = {kSecondPopulation, kFirstSite, kSecondSite},
-     .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q)·(1 + kq2·τ0·Q) / (1 + (F·kq1 + kq2)·τ0·Q/(1 + F))",
-               everywhere<[](const Mixture& mix, const P& p) { return twoSiteRatio(mix, p[1], p[2], p[3]); }>},
+     .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q)·(1 + kq2·τ0·Q) / (1 + (F·kq1 + kq2)·τ0·Q/(1 + F))", kTwoSiteRatio},
+     .lifetime = {kLikeIntensities, kTwoSiteRatio},
      .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−(1/τ2 + kq2·Q)·t)) / (1 + F)", kTwoSiteDecay,
                Composition::Sites},
      .exchanged = [](const fit::Parameters& p) -> fit::Parameters {
@@ -169,8 +188,8 @@ constexpr std::array<Model, kModelCount + 1> kModels{{
     {.group = kTwoSites,
      .name = "two sites, the second out of reach",
      .parameters = {kSecondPopulation, kFirstSite},
-     .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q) / (1 + F·kq1·τ0·Q/(1 + F))",
-               everywhere<[](const Mixture& mix, const P& p) { return oneOfTwoSitesRatio(mix, p[1], p[2]); }>},
+     .ratio = {"Φ0/Φ = (1 + kq1·τ0·Q) / (1 + F·kq1·τ0·Q/(1 + F))", kOneOfTwoSitesRatio},
+     .lifetime = {kLikeIntensities, kOneOfTwoSitesRatio},
      .decay = {"I(t) = (exp(−(1/τ1 + kq1·Q)·t) + F·exp(−t/τ2)) / (1 + F)", kOneOfTwoSitesDecay, Composition::Sites},
      .limits = {testedWithout(Box::F, 1)}},
 }};
@@ -244,6 +263,12 @@ void ratios(int model, std::span<const double> Q, const RatioArguments& argument
         law(Q, arguments, ratio.data());
     else
         std::fill(ratio.begin(), ratio.end(), 0.0);
+}
+
+void lifetimeRatios(int model, std::span<const double> Q, const RatioArguments& arguments,
+                    std::span<double> lifetimeRatio)
+{
+    row(model).lifetime.law(Q, arguments, lifetimeRatio.data());
 }
 
 Populations populationsOf(int model, const DecayArguments& arguments)

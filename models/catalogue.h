@@ -59,6 +59,16 @@ struct RatioDescription {
     RatioLaw law = nullptr;
 };
 
+/// The law of a model for ratios tau0/tau of mean lifetimes, weighted by the amplitudes; empty if there is none. Its
+/// collisions are those of the ratio law. Decay laws may count the quencher for collisions otherwise.
+struct LifetimeDescription {
+    std::string_view formula;
+    RatioLaw law = nullptr;
+    /// The ratio is 1 + X with X in proportion to tau0. If the reference has several components, each follows this law
+    /// with its own lifetime.
+    bool ofEachComponent = false;
+};
+
 /// The law of a model for decay curves; empty if there is none.
 struct DecayDescription {
     std::string_view formula;
@@ -80,6 +90,7 @@ struct Model {
     std::string_view name;                                   // in words
     std::array<Parameter, fit::kMaxParameters> parameters{}; // in fitting order
     RatioDescription ratio{};
+    LifetimeDescription lifetime{};
     DecayDescription decay{};
     bool hasRadius = false; // the law implies an interaction radius
     /// The same law with its two sites exchanged: other parameters for the same curve of a probe with one lifetime;
@@ -109,6 +120,7 @@ struct Model {
     }
     constexpr bool uses(Box box) const { return typedInto(box) != nullptr; }
     constexpr bool hasDecayLaw() const { return decay.law != nullptr; }
+    constexpr bool hasLifetimeLaw() const { return lifetime.law != nullptr; }
     /// The law contains the total probe concentration, because a complex or a sphere binds quencher. Decay laws of
     /// spheres use the total quencher instead.
     constexpr bool usesProbe(Analysis analysis) const
@@ -139,6 +151,11 @@ double ratio(int model, double Q, const RatioArguments& arguments);
 
 /// The same at many Q; ratio must have the size of Q.
 void ratios(int model, std::span<const double> Q, const RatioArguments& arguments, std::span<double> ratio);
+
+/// Ratios tau0/tau of mean lifetimes at many Q; lifetimeRatio must have the size of Q. The model must have a law for
+/// lifetimes.
+void lifetimeRatios(int model, std::span<const double> Q, const RatioArguments& arguments,
+                    std::span<double> lifetimeRatio);
 
 /// The populations of a model or of a decay code 14 or 15, which are the laws of Models 12 and 13 with sites that share
 /// all components of the reference. None without a decay law.

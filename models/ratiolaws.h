@@ -45,6 +45,13 @@ inline double darkComplexAndDynamicRatio(const Mixture& mix, double K, double kq
     return (kq2 * mix.tau0 * Qf + 1.0) * (K * Qf + 1.0);
 }
 
+/// Ratio tau0/tau of lifetimes where a dark 1:1 complex binds part of the quencher: the free probe collides with the
+/// rest. K -> 0: dynamicRatio.
+inline double darkComplexLifetimeRatio(const Mixture& mix, double K, double kq2)
+{
+    return kq2 * mix.tau0 * FreeQuencher(mix, K) + 1.0;
+}
+
 /// A 1:1 complex that decays faster by kq1, without collisions. kq1 = 0: 1; kq1 -> infinity: darkComplexRatio.
 inline double complexRatio(const Mixture& mix, double K, double kq1)
 {
@@ -70,6 +77,13 @@ inline double darkSphereAndDynamicRatio(const Mixture& mix, double K, double kq2
 {
     const double D = dilution(mix, K);
     return (kq2 * mix.tau0 * mix.Q / D + 1.0) * std::exp(K * mix.Q / D);
+}
+
+/// Ratio tau0/tau of lifetimes where dark spheres bind part of the quencher: the probe collides with the rest, Q / D.
+/// K = 0: dynamicRatio.
+inline double darkSphereLifetimeRatio(const Mixture& mix, double K, double kq2)
+{
+    return kq2 * mix.tau0 * mix.Q / dilution(mix, K) + 1.0;
 }
 
 /// Sphere of action inside which the probe decays faster by kq1. kq1 = 0: 1.
@@ -114,6 +128,9 @@ inline double oneOfTwoSitesRatio(const Mixture& mix, double F, double kq2)
     const double u = 1.0 - 1.0 / (F + 1.0); // fraction of the second site
     return (mix.tau0 * kq2 * mix.Q + 1.0) / (u * kq2 * mix.tau0 * mix.Q + 1.0);
 }
+
+/// Ratio tau0/tau of lifetimes where the probe that emits never meets a quencher: quenched probes are dark.
+inline double unchangedLifetime() { return 1.0; }
 
 /// The arguments of a ratio law besides the quencher.
 struct RatioArguments {

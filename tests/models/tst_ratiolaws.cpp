@@ -23,6 +23,7 @@ class TestRatioLaws : public QObject
 private slots:
     void areOneWithoutQuencher();
     void areTheAreaUnderTheDecay();
+    void lifetimesAreMeansOfTheDecay();
     void tendToTheirLimits();
 };
 
@@ -47,6 +48,39 @@ void TestRatioLaws::areTheAreaUnderTheDecay()
             area += term.amplitude / term.rate;
         QVERIFY2(near(kTau0 / area, ratio(model, kQuencher, {kTau0, Cp, p})), qPrintable(QString::number(model)));
     }
+}
+
+// Weighted by amplitudes; a dark complex leaves no component. The decay law of a sphere counts exp(-K Q) Q as quencher
+// for collisions, the ratio law Q / D.
+void TestRatioLaws::lifetimesAreMeansOfTheDecay()
+{
+    const decay::Reference reference{1, {0, 1}, {0, 1 / kTau0}};
+    const auto ratioAt = [](int model, double Q, const fit::Parameters& p) {
+        double value = 0;
+        models::lifetimeRatios(model, {&Q, 1}, {kTau0, kProbe, p}, {&value, 1});
+        return value;
+    };
+    int laws = 0;
+    for (int model = 1; model <= models::kModelCount; ++model) {
+        if (!models::row(model).hasLifetimeLaw())
+            continue;
+        ++laws;
+        const fit::Parameters p{0, model == 1 ? 3e9 : 25.0, 2e8, 4e9};
+        QVERIFY2(near(ratioAt(model, 0, p), 1), qPrintable(QString::number(model)));
+        double expected = 1;
+        if (model == 7)
+            expected = 1 + 2e8 * kTau0 * kQuencher / (1 + 25 * kProbe);
+        else if (models::row(model).hasDecayLaw()) {
+            double area = 0, amplitudes = 0;
+            for (const auto& term : decay::quenchedDecay(model, {kQuencher, kProbe, p}, reference)) {
+                area += term.amplitude / term.rate;
+                amplitudes += term.amplitude;
+            }
+            expected = kTau0 * amplitudes / area;
+        }
+        QVERIFY2(near(ratioAt(model, kQuencher, p), expected), qPrintable(QString::number(model)));
+    }
+    QCOMPARE(laws, 7);
 }
 
 // The other constants keep their order; with K of the Poisson law kq1 loses its effect as well.
