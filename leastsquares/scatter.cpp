@@ -30,6 +30,16 @@ Scatter knownScatter(int degreesOfFreedom)
     return {degreesOfFreedom, 1, boost::math::quantile(boost::math::normal(), kUpperEnd)};
 }
 
+Scatter weightedScatter(double degreesOfFreedom)
+{
+    Scatter scatter{.degreesOfFreedom = static_cast<int>(degreesOfFreedom)};
+    if (degreesOfFreedom > 0) {
+        scatter.variance = 1;
+        scatter.quantile = boost::math::quantile(boost::math::students_t(degreesOfFreedom), kUpperEnd);
+    }
+    return scatter;
+}
+
 double chiSquareProbability(double sumOfSquares, int degreesOfFreedom)
 {
     if (degreesOfFreedom < 1 || !std::isfinite(sumOfSquares))

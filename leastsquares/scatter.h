@@ -16,6 +16,10 @@ Scatter estimatedScatter(double sumOfSquares, int degreesOfFreedom);
 /// For residuals in units of their known errors: the variance 1, with the quantile of the normal distribution.
 Scatter knownScatter(int degreesOfFreedom);
 
+/// For residuals in units of errors that were estimated with so many degrees of freedom, which need not be whole: the
+/// variance 1, with Student's t.
+Scatter weightedScatter(double degreesOfFreedom);
+
 /// The probability of a sum of squares of so much or more, for residuals in units of their known errors; 1 without a
 /// degree of freedom.
 double chiSquareProbability(double sumOfSquares, int degreesOfFreedom);
