@@ -11,34 +11,36 @@ namespace trust
 namespace
 {
 
-/// From values and sums of squares to pixels. The line of the interval's end is at four fifths of the height.
+/// From a curve to pixels. The line of the interval's end is at four fifths of the height.
 struct Scale {
     QRectF area;
-    double left, right, lowest, highest;
+    const ProfileCurve& curve;
+    double lowest, highest;
 
     QPointF at(const leastsquares::ProfilePoint& point) const
     {
         constexpr double kHeightOfEnd = 0.8;
-        const double x = right > left ? (point.value - left) / (right - left) : 0.5;
         const double y = highest > lowest ? (point.sumOfSquares - lowest) / (highest - lowest) : 0;
-        return {area.left() + x * area.width(), area.bottom() - kHeightOfEnd * y * area.height()};
+        return {area.left() + curve.along(point.value) * area.width(),
+                area.bottom() - kHeightOfEnd * y * area.height()};
     }
 };
 
-const leastsquares::ProfilePoint& lowestOf(const leastsquares::Profile& profile)
+const leastsquares::ProfilePoint& lowestOf(const ProfileCurve& curve)
 {
-    return *std::min_element(profile.points.begin(), profile.points.end(),
+    return *std::min_element(curve.points.begin(), curve.points.end(),
                              [](const auto& a, const auto& b) { return a.sumOfSquares < b.sumOfSquares; });
 }
 
-/// The number below a point of the curve, and a line down to it.
-void markValue(QPainter& painter, const Scale& scale, const leastsquares::ProfilePoint& point, Qt::Alignment side)
+/// The number below an end of the curve. At an end of the interval a line leads to it.
+void markValue(QPainter& painter, const Scale& scale, const leastsquares::ProfilePoint& point, bool endsInterval)
 {
     const QPointF place = scale.at(point);
-    painter.drawLine(place, QPointF(place.x(), scale.area.bottom()));
+    if (endsInterval)
+        painter.drawLine(place, QPointF(place.x(), scale.area.bottom()));
     const int height = painter.fontMetrics().height();
     painter.drawText(QRectF(place.x() - 1, scale.area.bottom(), 2, height),
-                     static_cast<int>(side | Qt::AlignTop) | Qt::TextDontClip, qtText(figure(point.value)));
+                     static_cast<int>(Qt::AlignHCenter | Qt::AlignTop) | Qt::TextDontClip, qtText(figure(point.value)));
 }
 
 } // namespace
@@ -51,7 +53,9 @@ ProfilePlot::ProfilePlot(QWidget* parent) : QWidget(parent)
 
 void ProfilePlot::setProfile(const leastsquares::Profile& profile, double highest, const QString& name)
 {
-    m_profile = profile;
+    m_curve = profileCurve(profile, highest);
+    m_endsBelow = profile.low.has_value();
+    m_endsAbove = profile.high.has_value();
     m_highest = highest;
     m_name = name;
     update();
@@ -69,23 +73,25 @@ void ProfilePlot::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setLayoutDirection(Qt::LeftToRight);
     painter.fillRect(rect(), palette().color(QPalette::Base));
-    if (m_profile.points.empty())
+    if (m_curve.points.empty())
         return;
     const int line = painter.fontMetrics().height(), margin = 6 * painter.fontMetrics().averageCharWidth();
-    const Scale scale{QRectF(rect()).adjusted(margin, 1.5 * line, -margin, -2.5 * line), m_profile.points.front().value,
-                      m_profile.points.back().value, lowestOf(m_profile).sumOfSquares, m_highest};
+    const leastsquares::ProfilePoint& lowest = lowestOf(m_curve);
+    const Scale scale{QRectF(rect()).adjusted(margin, 1.5 * line, -margin, -2.5 * line), m_curve, lowest.sumOfSquares,
+                      m_highest};
     QPolygonF curve;
-    for (const leastsquares::ProfilePoint& point : m_profile.points)
+    for (const leastsquares::ProfilePoint& point : m_curve.points)
         curve << scale.at(point);
     painter.setPen(QPen(Qt::red, 2));
     painter.drawPolyline(curve);
+    painter.drawEllipse(scale.at(lowest), 3, 3);
     painter.setPen(QPen(palette().color(QPalette::Text), 1, Qt::DashLine));
-    const double end = scale.at({scale.left, m_highest}).y();
+    const double end = scale.at({lowest.value, m_highest}).y();
     painter.drawLine(QPointF(scale.area.left(), end), QPointF(scale.area.right(), end));
     painter.setPen(palette().color(QPalette::Text));
     painter.drawLine(scale.area.bottomLeft(), scale.area.bottomRight());
-    markValue(painter, scale, m_profile.points.front(), Qt::AlignHCenter);
-    markValue(painter, scale, m_profile.points.back(), Qt::AlignHCenter);
+    markValue(painter, scale, m_curve.points.front(), m_endsBelow);
+    markValue(painter, scale, m_curve.points.back(), m_endsAbove);
     const auto text = [&](const QRectF& room, Qt::Alignment alignment, const QString& words) {
         painter.drawText(room, static_cast<int>(alignment) | Qt::TextDontClip, words);
     };
@@ -93,7 +99,8 @@ void ProfilePlot::paintEvent(QPaintEvent*)
          tr("95 %: sum of squares %1").arg(qtText(figure(m_highest))));
     text({scale.area.left(), 0, 1, double(line)}, Qt::AlignLeft | Qt::AlignTop,
          tr("Least sum of squares %1").arg(qtText(figure(scale.lowest))));
-    text({0, scale.area.bottom() + line, double(width()), double(line)}, Qt::AlignHCenter | Qt::AlignTop, m_name);
+    text({0, scale.area.bottom() + line, double(width()), double(line)}, Qt::AlignHCenter | Qt::AlignTop,
+         m_curve.logarithmic ? tr("%1, logarithmic").arg(m_name) : m_name);
 }
 
 } // namespace trust

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "leastsquares/profile.h"
+#include "trust/profilecurve.h"
 
 #include <QWidget>
 
@@ -25,7 +25,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    leastsquares::Profile m_profile;
+    ProfileCurve m_curve;
+    bool m_endsBelow = false, m_endsAbove = false; // the interval is closed on this side
     double m_highest = 0;
     QString m_name;
 };
