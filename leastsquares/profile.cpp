@@ -78,13 +78,19 @@ Profile ProfileWalk::result()
 std::optional<double> ProfileWalk::end(int direction)
 {
     constexpr double kRise = 0.12;       // wanted from point to point, of the distance to the end
+    constexpr double kMostRise = 0.3;    // a longer step is halved, as far as the number of halvings allows
     constexpr double kLongestStep = 2.3; // about a decade; the valley may bend
+    int halvings = 12;
     const double edge = std::log(direction < 0 ? m_range.low : m_range.high);
     ValleyPoint before = m_start, inside = m_start;
     double step = m_firstStep;
     while ((edge - inside.u) * direction > 0) {
         const double u = direction < 0 ? std::max(edge, inside.u - step) : std::min(edge, inside.u + step);
         const ValleyPoint next = at(u, inside, before);
+        if (rise(next) - rise(inside) > kMostRise && halvings-- > 0) {
+            step = std::abs(u - inside.u) / 2;
+            continue;
+        }
         if (!(rise(next) < 1)) {
             const double found = crossing(inside, next);
             m_profile.points.push_back({found, m_highest});

@@ -11,11 +11,6 @@ namespace
 
 using Points = std::vector<leastsquares::ProfilePoint>;
 
-bool isLower(const leastsquares::ProfilePoint& a, const leastsquares::ProfilePoint& b)
-{
-    return a.sumOfSquares < b.sumOfSquares;
-}
-
 /// The number of points from one end up to the minimum that can be omitted, because the next one is as high.
 template <class Iterator>
 std::ptrdiff_t flatTail(Iterator end, Iterator minimum, double visible)
@@ -43,19 +38,20 @@ double ProfileCurve::along(double value) const
     return logarithmic ? std::log(value / first) / std::log(last / first) : (value - first) / (last - first);
 }
 
-ProfileCurve profileCurve(const leastsquares::Profile& profile, double highest)
+ProfileCurve profileCurve(const leastsquares::Profile& profile, double fitted, double highest)
 {
     if (profile.points.empty())
         return {};
     constexpr double kVisible = 0.02; // of the height of the interval's ends
     const Points& points = profile.points;
-    const auto [minimum, maximum] = std::minmax_element(points.begin(), points.end(), isLower);
-    const double visible = kVisible * (highest - minimum->sumOfSquares);
-    const bool isLevel = maximum->sumOfSquares - minimum->sumOfSquares < visible;
+    const auto minimum =
+        std::find_if(points.begin(), points.end() - 1, [=](const auto& point) { return point.value >= fitted; });
+    const double lowest = minimum->sumOfSquares, visible = kVisible * (highest - lowest);
+    const bool isLevel = std::all_of(points.begin(), points.end(),
+                                     [=](const auto& point) { return point.sumOfSquares - lowest < visible; });
     const auto left = profile.low || isLevel ? 0 : flatTail(points.begin(), minimum, visible);
-    const auto right = profile.high || isLevel
-                           ? 0
-                           : flatTail(points.rbegin(), std::make_reverse_iterator(std::next(minimum)), visible);
+    const auto right =
+        profile.high || isLevel ? 0 : flatTail(points.rbegin(), std::make_reverse_iterator(minimum + 1), visible);
     ProfileCurve curve{.points = {points.begin() + left, points.end() - right}};
     curve.logarithmic = spansDecades(curve.points.front().value, curve.points.back().value);
     return curve;

@@ -18,7 +18,8 @@ struct ProfileCurve {
 
 /// An open side of an interval ends at the edge of a wide range, far beyond the place where the sum has flattened. The
 /// curve keeps one point of such a tail, and all points of a level profile. The axis is logarithmic if the rest spans
-/// more than two decades. highest: the sum at the ends of the interval.
-ProfileCurve profileCurve(const leastsquares::Profile& profile, double highest);
+/// more than two decades. fitted: the value at the minimum, which the curve always shows. highest: the sum at the ends
+/// of the interval.
+ProfileCurve profileCurve(const leastsquares::Profile& profile, double fitted, double highest);
 
 } // namespace trust

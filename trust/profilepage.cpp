@@ -50,9 +50,11 @@ void ProfilePage::drawProfile(int row)
 {
     const auto chosen = static_cast<std::size_t>(row);
     if (row < 0 || chosen >= m_details.ratioFit.free.size())
-        return m_plot->setProfile({}, 0, {});
-    const leastsquares::Profile& profile = m_details.profiles[m_details.ratioFit.free[chosen]];
-    m_plot->setProfile(profile, leastsquares::highestSum(m_details.fit.minimum, m_details.fit.scatter),
+        return m_plot->setProfile({}, {}, 0, {});
+    const std::size_t slot = m_details.ratioFit.free[chosen];
+    const leastsquares::Minimum& minimum = m_details.fit.minimum;
+    m_plot->setProfile(m_details.profiles[slot], {minimum.values[slot], minimum.sumOfSquares},
+                       leastsquares::highestSum(minimum, m_details.fit.scatter),
                        qtText(m_text.constants[chosen + 1].front()));
 }
 

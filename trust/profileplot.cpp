@@ -26,12 +26,6 @@ struct Scale {
     }
 };
 
-const leastsquares::ProfilePoint& lowestOf(const ProfileCurve& curve)
-{
-    return *std::min_element(curve.points.begin(), curve.points.end(),
-                             [](const auto& a, const auto& b) { return a.sumOfSquares < b.sumOfSquares; });
-}
-
 /// The number below an end of the curve. At an end of the interval a line leads to it.
 void markValue(QPainter& painter, const Scale& scale, const leastsquares::ProfilePoint& point, bool endsInterval)
 {
@@ -51,9 +45,11 @@ ProfilePlot::ProfilePlot(QWidget* parent) : QWidget(parent)
     setAccessibleName(tr("Profile of the selected constant; the list of constants holds its interval"));
 }
 
-void ProfilePlot::setProfile(const leastsquares::Profile& profile, double highest, const QString& name)
+void ProfilePlot::setProfile(const leastsquares::Profile& profile, const leastsquares::ProfilePoint& fitted,
+                             double highest, const QString& name)
 {
-    m_curve = profileCurve(profile, highest);
+    m_curve = profileCurve(profile, fitted.value, highest);
+    m_fitted = fitted;
     m_endsBelow = profile.low.has_value();
     m_endsAbove = profile.high.has_value();
     m_highest = highest;
@@ -76,17 +72,16 @@ void ProfilePlot::paintEvent(QPaintEvent*)
     if (m_curve.points.empty())
         return;
     const int line = painter.fontMetrics().height(), margin = 6 * painter.fontMetrics().averageCharWidth();
-    const leastsquares::ProfilePoint& lowest = lowestOf(m_curve);
-    const Scale scale{QRectF(rect()).adjusted(margin, 1.5 * line, -margin, -2.5 * line), m_curve, lowest.sumOfSquares,
+    const Scale scale{QRectF(rect()).adjusted(margin, 1.5 * line, -margin, -2.5 * line), m_curve, m_fitted.sumOfSquares,
                       m_highest};
     QPolygonF curve;
     for (const leastsquares::ProfilePoint& point : m_curve.points)
         curve << scale.at(point);
     painter.setPen(QPen(Qt::red, 2));
     painter.drawPolyline(curve);
-    painter.drawEllipse(scale.at(lowest), 3, 3);
+    painter.drawEllipse(scale.at(m_fitted), 3, 3);
     painter.setPen(QPen(palette().color(QPalette::Text), 1, Qt::DashLine));
-    const double end = scale.at({lowest.value, m_highest}).y();
+    const double end = scale.at({m_fitted.value, m_highest}).y();
     painter.drawLine(QPointF(scale.area.left(), end), QPointF(scale.area.right(), end));
     painter.setPen(palette().color(QPalette::Text));
     painter.drawLine(scale.area.bottomLeft(), scale.area.bottomRight());

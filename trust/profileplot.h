@@ -16,8 +16,9 @@ class ProfilePlot : public QWidget
 public:
     explicit ProfilePlot(QWidget* parent = nullptr);
 
-    /// highest: the sum at the ends of the interval. name: of the constant, with its unit.
-    void setProfile(const leastsquares::Profile& profile, double highest, const QString& name);
+    /// fitted: the minimum. highest: the sum at the ends of the interval. name: of the constant, with its unit.
+    void setProfile(const leastsquares::Profile& profile, const leastsquares::ProfilePoint& fitted, double highest,
+                    const QString& name);
 
     QSize minimumSizeHint() const override;
 
@@ -27,6 +28,7 @@ protected:
 private:
     ProfileCurve m_curve;
     bool m_endsBelow = false, m_endsAbove = false; // the interval is closed on this side
+    leastsquares::ProfilePoint m_fitted;
     double m_highest = 0;
     QString m_name;
 };

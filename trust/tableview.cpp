@@ -43,8 +43,9 @@ void fillTable(QTableWidget& table, const TitledRows& rows)
             else
                 table.setItem(row - 1, column, new QTableWidgetItem(qtText(text)));
         }
+    table.horizontalHeader()->setStretchLastSection(false); // only a change stretches new columns
     table.resizeColumnsToContents();
-    table.horizontalHeader()->setStretchLastSection(true); // again, because new columns are not stretched
+    table.horizontalHeader()->setStretchLastSection(true);
     table.resizeRowsToContents();
 }
 

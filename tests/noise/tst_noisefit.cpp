@@ -66,6 +66,7 @@ private slots:
     void aRatioThatIsNotPositiveHasNoValue();
     void exchangeableConstantsKeepTheirNames();
     void findsTheLowerOfTwoMinima();
+    void followsABentValley();
     void fixedConstantsHaveNoErrors();
     void correlatesWithoutScatter();
     void saysWhatIsAssumedAndRefused();
@@ -172,6 +173,18 @@ void TestNoiseFit::findsTheLowerOfTwoMinima()
     QCOMPARE(found.analysed.values, negative);
     QCOMPARE(found.analysed.differing, (leastsquares::FreeSlots{1}));
     QVERIFY(fitOf(line, {}).analysed.differing.empty());
+}
+
+// Only K kq1 matters as long as the probe binds little quencher; beyond, K can grow without effect. A walk in steps too
+// long loses this valley at K = 331 and ends the interval there.
+void TestNoiseFit::followsABentValley()
+{
+    RatioFit ratioFit = ratioFitOf("hFis1", 11);
+    ratioFit.Cp = 1e-5;
+    ratioFit.ranges[1] = {1e-5, 1e9};
+    NoiseFit fitted = fitUnder({}, ratioFit, {0, 230, 2.02e6});
+    const leastsquares::Profile profile = profilesOf(fitted, ratioFit)[1];
+    QVERIFY(!profile.low.has_value() && !profile.high.has_value());
 }
 
 void TestNoiseFit::fixedConstantsHaveNoErrors()

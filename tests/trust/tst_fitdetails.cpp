@@ -232,22 +232,24 @@ void TestFitDetails::showsErrorsUnderTheAssumption()
 void TestFitDetails::drawsAProfileWhereItBends()
 {
     using leastsquares::Profile;
-    const auto drawn = [](const Profile& profile) {
-        const ProfileCurve curve = profileCurve(profile, 11);
+    const auto drawn = [](const Profile& profile, double fitted = 1) {
+        const ProfileCurve curve = profileCurve(profile, fitted, 11);
         return std::tuple(curve.points.front().value, curve.points.back().value, curve.logarithmic);
     };
     const Profile closed{1, 4, {{1, 11}, {2, 1}, {4, 11}}, {}};
     const Profile below{{}, 3, {{1e-9, 2}, {1e-5, 2.05}, {0.1, 1.9}, {0.5, 1.2}, {1, 1}, {3, 11}}, {}};
+    const Profile flat{{}, 3, {{1e-9, 1}, {1e-5, 1}, {0.5, 1}, {1, 1}, {3, 11}}, {}};
     const Profile above{0.1, {}, {{0.1, 11}, {1, 1}, {9, 6}, {90, 6.9}, {900, 7}, {1e6, 7}}, {}};
     const Profile negative{{}, -0.1, {{-1e6, 7}, {-9, 7}, {-3, 6}, {-1, 1}, {-0.1, 11}}, {}};
     const Profile level{{}, {}, {{1e-9, 1.1}, {1, 1}, {4, 1}, {1e9, 1}}, {}};
-    QCOMPARE(drawn(closed), std::tuple(1.0, 4.0, false));
+    QCOMPARE(drawn(closed, 2), std::tuple(1.0, 4.0, false));
     QCOMPARE(drawn(below), std::tuple(0.1, 3.0, false));
+    QCOMPARE(drawn(flat), std::tuple(0.5, 3.0, false));
     QCOMPARE(drawn(above), std::tuple(0.1, 90.0, true));
-    QCOMPARE(drawn(negative), std::tuple(-9.0, -0.1, false));
+    QCOMPARE(drawn(negative, -1), std::tuple(-9.0, -0.1, false));
     QCOMPARE(drawn(level), std::tuple(1e-9, 1e9, true));
-    QCOMPARE(profileCurve(closed, 11).along(2.5), 0.5);
-    QVERIFY(std::abs(profileCurve(above, 11).along(3) - 0.5) < kHandCalculation); // 0.1, 3, 90
+    QCOMPARE(profileCurve(closed, 2, 11).along(2.5), 0.5);
+    QVERIFY(std::abs(profileCurve(above, 1, 11).along(3) - 0.5) < kHandCalculation); // 0.1, 3, 90
 }
 
 // Four signs of each kind: 70 orders, of which 2 have two runs, 6 three, 18 four.
