@@ -1,0 +1,99 @@
+#include "imports/quantities.h"
+
+#include "imports/asciitext.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string>
+#include <vector>
+
+namespace imports
+{
+namespace
+{
+
+using Words = std::vector<std::string>;
+
+// In lower case.
+constexpr std::array<std::string_view, 7> kConcentration{"c",      "q",        "conc",    "concentration",
+                                                         "qtotal", "quencher", "molarity"};
+constexpr std::array<std::string_view, 13> kIntensity{"i",      "f",    "int",      "intensity", "intensities",
+                                                      "phi",    "fluo", "emission", "signal",    "fluorescence",
+                                                      "counts", "cps",  "pl"};
+constexpr std::array<std::string_view, 4> kAmplitude{"a", "alpha", "amplitude", "amp"};
+constexpr std::array<std::string_view, 4> kLifetime{"tau", "lifetime", "lifetimes", "t"};
+constexpr std::array<std::string_view, 23> kOther{
+    "sample", "no",    "nr",  "number", "index", "ratio", "f0",  "i0",         "phi0",  "tau0",       "volume", "vol",
+    "v",      "error", "err", "sd",     "std",   "sem",   "dev", "absorbance", "probe", "wavelength", "blank"};
+
+template <std::size_t N>
+bool isOneOf(const std::array<std::string_view, N>& list, std::string_view word)
+{
+    return std::ranges::find(list, word) != list.end();
+}
+
+template <std::size_t N>
+bool anyOf(const std::array<std::string_view, N>& list, const Words& words)
+{
+    return std::ranges::any_of(words, [&list](const std::string& word) { return isOneOf(list, word); });
+}
+
+Words wordsOf(std::string_view title)
+{
+    Words words(1);
+    for (const char c : title)
+        if (std::isalnum(static_cast<unsigned char>(c)))
+            words.back() += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        else if (!words.back().empty())
+            words.emplace_back();
+    return words;
+}
+
+/// The number of a component behind one of the names: 2 for "tau2" and "lifetime 2".
+template <std::size_t N>
+std::optional<int> componentOf(const std::array<std::string_view, N>& names, const Words& words)
+{
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string joined = words[i] + (i + 1 < words.size() ? words[i + 1] : std::string());
+        for (const std::string& text : {words[i], joined}) {
+            const int digit = text.empty() ? 0 : text.back() - '0';
+            if (digit >= 1 && digit <= decay::kMaxComponents && isOneOf(names, text.substr(0, text.size() - 1)))
+                return digit;
+        }
+    }
+    return std::nullopt;
+}
+
+Quantity ofComponent(Quantity first, int component)
+{
+    return static_cast<Quantity>(indexOf(first) + 2 * static_cast<std::size_t>(component - 1));
+}
+
+bool namesLifetime(const Words& words)
+{
+    return std::ranges::any_of(words, [](const std::string& word) { return word != "t" && isOneOf(kLifetime, word); });
+}
+
+} // namespace
+
+Guess guessFromTitle(std::string_view title)
+{
+    const std::string ascii = asciiText(title);
+    const Words words = wordsOf(ascii);
+    const Unit unit = unitOfTitle(ascii).value_or(Unit{});
+    if (anyOf(kOther, words) && !isOneOf(kConcentration, words.front()))
+        return {std::nullopt, true};
+    if (const auto component = componentOf(kAmplitude, words))
+        return {ofComponent(Quantity::A1, *component)};
+    if (const auto component = componentOf(kLifetime, words))
+        return {ofComponent(Quantity::Tau1, *component)};
+    if (unit.kind == UnitKind::Time || namesLifetime(words))
+        return {Quantity::Tau1};
+    if (unit.kind == UnitKind::Concentration || anyOf(kConcentration, words))
+        return {Quantity::Concentration};
+    if (anyOf(kIntensity, words))
+        return {Quantity::Intensity};
+    return {};
+}
+
+} // namespace imports
