@@ -177,12 +177,14 @@ void VorloMain::connectTrust()
     m_trustCommands.analyse = [this](Analysis analysis) {
         MainWindow.goTo(analysis == Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis");
     };
-    const auto look = [this](const analysis::Request& request, const analysis::Result& result) {
+    m_sternVolmerCommands.finished = [this](const auto& request, const auto& result, double s) {
+        m_verdicts.analysed(request, result);
+        m_trustCommands.analysed(request, result, s);
+    };
+    m_decayCommands.finished = [this](const auto& request, const auto& result) {
         m_verdicts.analysed(request, result);
         m_trustCommands.analysed(request, result);
     };
-    m_sternVolmerCommands.finished = look;
-    m_decayCommands.finished = look;
 }
 
 void VorloMain::connectStatusLine()

@@ -31,7 +31,7 @@ void SternVolmerCommands::SternVolmerAnalysis()
         return analyzer.reportArithmeticFault();
     show(*run, *curves);
     m_results.storeResult(*record, models::reportedMask(run->request.model, models::Analysis::SternVolmer));
-    finished(run->request, *result);
+    finished(run->request, *result, run->s);
     ui::bringToFront(analyzer);
 }
 
@@ -45,7 +45,7 @@ void SternVolmerCommands::CalcSternVolmer()
     if (!curves || !m_windows.analyzer.showReport(run->request.model, result))
         return;
     show(*run, *curves);
-    finished(run->request, result);
+    finished(run->request, result, run->s);
     ui::bringToFront(m_windows.analyzer);
 }
 

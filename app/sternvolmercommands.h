@@ -29,9 +29,9 @@ public:
     {
     }
 
-    /// The owner receives every finished run.
-    std::function<void(const analysis::Request& request, const analysis::Result& result)> finished =
-        [](const analysis::Request&, const analysis::Result&) {};
+    /// The owner receives every finished run; s: radius of the probe when it began, nm.
+    std::function<void(const analysis::Request& request, const analysis::Result& result, double s)> finished =
+        [](const analysis::Request&, const analysis::Result&, double) {};
 
     /// Fits the selected model to the ratios of the sheet and stores the result.
     void SternVolmerAnalysis();

@@ -218,9 +218,9 @@ void TrustCommands::showFitDetails()
     refreshDetails();
 }
 
-void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result)
+void TrustCommands::analysed(const analysis::Request& request, const analysis::Result& result, double s)
 {
-    m_last = {.request = request, .result = result, .s = panelValues(m_panel.panelState()).s};
+    m_last = {.request = request, .result = result, .s = s};
     refreshDetails();
 }
 

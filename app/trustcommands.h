@@ -38,8 +38,8 @@ public:
     /// The owner runs an analysis as its menu item does.
     std::function<void(models::Analysis)> analyse = [](models::Analysis) {};
 
-    /// Called after every finished analysis and calculation.
-    void analysed(const analysis::Request& request, const analysis::Result& result);
+    /// Called after every finished analysis and calculation. s: radius of the probe, nm; of ratios only.
+    void analysed(const analysis::Request& request, const analysis::Result& result, double s = 0);
     /// Called when the last one is judged.
     void judged(const trust::Judgement& judgement);
 

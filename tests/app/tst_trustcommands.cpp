@@ -68,6 +68,7 @@ private slots:
     void searchesDecayCurves();
     void detailsFollowEachAnalysis();
     void errorsFollowTheChoice();
+    void radiusBelongsToTheRun();
     void decayDetailsHaveNoErrors();
     void comparisonLeavesTheRestAlone();
     void decayModelsAreRankedByTheirSum();
@@ -367,6 +368,25 @@ void TestTrustCommands::errorsFollowTheChoice()
     QCOMPARE(p.details("grdReady").item(1, 2)->text().left(3), QString("9.5")); // 2 % of 4.8e9
     window.findChild<QPushButton*>("cmdCopySentence")->click();
     QVERIFY(QGuiApplication::clipboard()->text().contains("typed relative errors (3 %)"));
+}
+
+void TestTrustCommands::radiusBelongsToTheRun()
+{
+    Program p;
+    auto& box = *p.program.fitDetails.findChild<QLineEdit*>("txtSError");
+    p.run("mnuFitDetails");
+    p.choose(7);
+    p.run("mnuFindSternVolmerStart");
+    QTimer::singleShot(0, &p.program.MainWindow, [&] { p.type("txtS", "9"); });
+    p.run("mnuSternVolmerAnalysis");
+    QCOMPARE(p.box("txtS"), QString("9")); // typed while the fit ran
+    QVERIFY(!box.isHidden());
+    const QString radius = p.details("grdReady").item(2, 0)->text();
+    const double r = radius.section(' ', 2, 2).remove('(').toDouble();
+    QVERIFY2(radius.startsWith("r = ") && r > 0.82 && r < 1.2, qPrintable(radius)); // with s = 0.82 nm
+    p.choose(3);
+    p.run("mnuSternVolmerAnalysis");
+    QVERIFY(box.isHidden()); // no radius, no error of s
 }
 
 void TestTrustCommands::decayDetailsHaveNoErrors()
