@@ -42,8 +42,8 @@ Scatter weightedScatter(double degreesOfFreedom)
 
 double chiSquareProbability(double sumOfSquares, int degreesOfFreedom)
 {
-    if (degreesOfFreedom < 1 || !std::isfinite(sumOfSquares))
-        return degreesOfFreedom < 1 ? 1 : 0;
+    if (!std::isfinite(sumOfSquares))
+        return 0;
     return boost::math::cdf(boost::math::complement(boost::math::chi_squared(degreesOfFreedom), sumOfSquares));
 }
 

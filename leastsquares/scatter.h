@@ -20,8 +20,8 @@ Scatter knownScatter(int degreesOfFreedom);
 /// variance 1, with Student's t.
 Scatter weightedScatter(double degreesOfFreedom);
 
-/// The probability of a sum of squares of so much or more, for residuals in units of their known errors; 1 without a
-/// degree of freedom.
+/// The probability of a sum of squares of so much or more, for residuals in units of their known errors. There must be
+/// a degree of freedom.
 double chiSquareProbability(double sumOfSquares, int degreesOfFreedom);
 
 } // namespace leastsquares

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace noise
@@ -60,15 +61,16 @@ AnalysedConstants analysedUnder(const NoiseFit& fitted, const RatioFit& ratioFit
     const leastsquares::PropagatedErrors propagated =
         leastsquares::propagatedErrors(ratios, values, ratioFit.free, observed.own, observed.common);
     const double deviation = std::sqrt(fitted.scatter.variance);
+    const double unit = fitted.hasErrors() ? deviation : std::numeric_limits<double>::quiet_NaN();
     AnalysedConstants analysed{.values = values, .correlation = propagated.correlation};
     for (const double error : propagated.ofResiduals)
         analysed.residualError.push_back(deviation * error);
     for (const std::size_t slot : ratioFit.free) {
         const double error = propagated.ofParameters[slot];
-        analysed.standardError[slot] = std::isinf(error) ? error : deviation * error; // 0 times infinity is no number
+        analysed.standardError[slot] = std::isinf(error) ? error : unit * error; // 0 times infinity is no number
         analysed.halfWidth[slot] = fitted.scatter.quantile * analysed.standardError[slot];
         const double distance = std::abs(values[slot] - fitted.minimum.values[slot]);
-        if (fitted.scatter.quantile > 0 && distance > kFar * analysed.standardError[slot])
+        if (fitted.hasErrors() && distance > kFar * analysed.standardError[slot])
             analysed.differing.push_back(slot);
     }
     return analysed;
@@ -83,7 +85,7 @@ NoiseFit fitAt(const Errors& errors, const RatioFit& ratioFit, const leastsquare
     fitted.scatter = scatterOf(ratioFit, errors, minimum.sumOfSquares);
     fitted.uncertainty = leastsquares::uncertaintyOf(*problem, minimum.values, ratioFit.free, fitted.scatter);
     fitted.AICc = criterion(ratioFit, errors, minimum.sumOfSquares);
-    if (errors.areKnown())
+    if (errors.areKnown() && fitted.scatter.degreesOfFreedom > 0)
         fitted.chiSquareProbability =
             leastsquares::chiSquareProbability(minimum.sumOfSquares, fitted.scatter.degreesOfFreedom);
     fitted.analysed = analysedUnder(fitted, ratioFit, analysed);

@@ -24,8 +24,8 @@ struct RatioFit {
 /// assumption.
 struct AnalysedConstants {
     fit::Parameters values{};
-    fit::Parameters standardError{}; // infinity: not determined
-    fit::Parameters halfWidth{};     // of the symmetrical 95 percent interval
+    fit::Parameters standardError{}; // infinity: not determined; NaN: no degree of freedom tells the scatter
+    fit::Parameters halfWidth{};     // of the symmetrical 95 percent interval; same rule
     leastsquares::Matrix4 correlation{};
     std::vector<double> residualError{}; // expected, of the ratio of each sample; 0 for the reference
     leastsquares::FreeSlots differing{}; // more than two standard errors from the constants fitted under the assumption
@@ -37,9 +37,13 @@ struct NoiseFit {
     leastsquares::Minimum minimum{}; // the least sum of the residuals that belong to the assumption
     leastsquares::Scatter scatter{}; // of these residuals
     leastsquares::Uncertainty uncertainty{};
-    std::optional<double> AICc{};    // none with too few samples; compare it under one assumption only
-    double chiSquareProbability = 1; // of so large a sum or a larger one; for known errors only
+    std::optional<double> AICc{}; // none with too few samples; compare it under one assumption only
+    /// Of so large a sum or a larger one; only for known errors, and if a degree of freedom is left.
+    std::optional<double> chiSquareProbability{};
     AnalysedConstants analysed{};
+
+    /// Known errors need no degree of freedom.
+    bool hasErrors() const { return scatter.quantile > 0; }
 };
 
 /// The least-squares problem under an assumption; it takes values in their real units.

@@ -34,11 +34,17 @@ public:
                 .figures = figures(),
                 .correlations = correlations(),
                 .residuals = residuals(),
-                .errors = m_details.errors ? errorText(*m_details.errors, "Vorlo " VORLO_VERSION) : ErrorText{}};
+                .errors = m_details.errors ? errorText(*m_details.errors, m_details.judgement, "Vorlo " VORLO_VERSION)
+                                           : ErrorText{}};
     }
 
 private:
     bool hasErrors() const { return m_labels.analysis == models::Analysis::SternVolmer; }
+    /// An error needs a degree of freedom unless it is typed as known.
+    bool hasStandardErrors() const
+    {
+        return m_details.errors ? m_details.errors->fit.hasErrors() : m_details.uncertainty.degreesOfFreedom > 0;
+    }
     std::string heading() const;
     std::vector<std::string> names(const leastsquares::FreeSlots& slots) const;
     std::string remarks() const;
@@ -79,7 +85,7 @@ std::string Writer::remarks() const
     const auto add = [&text](std::string_view sentence) { text.append(text.empty() ? "" : " ").append(sentence); };
     if (!hasErrors())
         add(kNoErrorsForDecays);
-    if (hasErrors() && m_details.uncertainty.degreesOfFreedom < 1)
+    if (hasErrors() && !hasStandardErrors())
         add("There are too few samples for standard errors of so many constants.");
     const Verdict verdict = m_details.judgement.verdict;
     const bool notThere =
@@ -115,7 +121,7 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
     if (!isFree)
         return {"fixed", "", ""};
     const leastsquares::Uncertainty& uncertainty = m_details.uncertainty;
-    if (uncertainty.degreesOfFreedom < 1)
+    if (!hasStandardErrors())
         return {"-", "-", "-"};
     const noise::AnalysedConstants* analysed = m_details.errors ? &m_details.errors->fit.analysed : nullptr;
     const double value = m_details.values[slot];

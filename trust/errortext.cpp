@@ -1,5 +1,6 @@
 #include "trust/errortext.h"
 
+#include "fit/numbertext.h"
 #include "models/catalogue.h"
 #include "noise/constanttext.h"
 
@@ -25,8 +26,6 @@ std::string nameOf(const ErrorDetails& details, std::size_t slot)
     return models::parameter(details.ratioFit.model, slot).name();
 }
 
-bool hasErrors(const ErrorDetails& details) { return details.fit.scatter.quantile > 0; }
-
 std::string assumptionText(const ErrorDetails& details)
 {
     std::string text = noise::sentence(details.fit.errors);
@@ -48,7 +47,7 @@ TitledRows assumedRows(const ErrorDetails& details)
         const double half = details.fit.uncertainty.halfWidth[slot];
         table.push_back({models::parameter(details.ratioFit.model, slot).caption(), figure(value)});
         std::vector<std::string>& row = table.back();
-        if (!hasErrors(details))
+        if (!details.fit.hasErrors())
             row.insert(row.end(), {"-", "-", "-"});
         else if (std::isinf(error))
             row.insert(row.end(), {figure(error), "", ""});
@@ -69,10 +68,12 @@ TitledRows assumedFigures(const ErrorDetails& details)
     table.push_back({"AICc, to compare under this assumption only", fit.AICc ? figure(*fit.AICc) : "too few samples"});
     const bool areRelative = fit.errors.assumption != noise::Assumption::EqualOnRatios;
     if (fit.errors.areKnown())
-        table.push_back({"Probability of so large a chi-square", figure(100 * fit.chiSquareProbability) + " %"});
-    else if (hasErrors(details) && fit.errors.assumption == noise::Assumption::AsTyped)
+        table.push_back({"Probability of so large a chi-square", fit.chiSquareProbability
+                                                                     ? figure(100 * *fit.chiSquareProbability) + " %"
+                                                                     : "no degree of freedom left"});
+    else if (details.fit.hasErrors() && fit.errors.assumption == noise::Assumption::AsTyped)
         table.push_back({"Errors, in typed errors", figure(std::sqrt(fit.scatter.variance))});
-    else if (hasErrors(details))
+    else if (details.fit.hasErrors())
         table.push_back({areRelative ? "Error of an intensity" : "Error of a ratio",
                          areRelative ? figure(100 * std::sqrt(fit.scatter.variance)) + " %"
                                      : figure(std::sqrt(fit.scatter.variance))});
@@ -98,31 +99,92 @@ TitledRows leftOutRows(const ErrorDetails& details)
     return table;
 }
 
+/// A typed value whose error can enter the constants.
+struct TypedValue {
+    const char* name;
+    double noise::TypedErrors::*error;
+    double noise::ErrorParts::*part;
+};
+
+constexpr TypedValue kTau0{"τ0", &noise::TypedErrors::tau0, &noise::ErrorParts::tau0};
+constexpr TypedValue kS{"s", &noise::TypedErrors::s, &noise::ErrorParts::s};
+constexpr TypedValue kCp{"Cp", &noise::TypedErrors::Cp, &noise::ErrorParts::Cp};
+
+std::vector<TypedValue> typedValues(const ErrorDetails& details)
+{
+    const models::Model& row = models::row(details.ratioFit.model);
+    std::vector<TypedValue> values;
+    if (row.uses(models::Box::kq1) || row.uses(models::Box::kq2))
+        values.push_back(kTau0);
+    if (row.hasRadius)
+        values.push_back(kS);
+    if (row.usesProbe(models::Analysis::SternVolmer))
+        values.push_back(kCp);
+    return values;
+}
+
 TitledRows readyRows(const ErrorDetails& details)
 {
-    TitledRows table{{"Value ± standard error", "by scatter", "by τ0", "by s", "by Cp"}};
-    for (const noise::ReadyConstant& constant : details.ready)
-        table.push_back({noise::constantText(constant), figure(constant.error.scatter), figure(constant.error.tau0),
-                         figure(constant.error.s), figure(constant.error.Cp)});
+    const std::vector<TypedValue> typed = typedValues(details);
+    TitledRows table{{"Value ± standard error", "by scatter"}};
+    for (const TypedValue& value : typed)
+        table[0].push_back("by " + std::string(value.name));
+    for (const noise::ReadyConstant& constant : details.ready) {
+        table.push_back({noise::constantText(constant), figure(constant.error.scatter)});
+        for (const TypedValue& value : typed)
+            table.back().push_back(figure(constant.error.*value.part));
+    }
     return table;
 }
 
-std::string withoutErrors(const ErrorDetails& details)
+/// What stands behind the sign ±: "± standard error, with an error of 2 % of τ0, without the error of Cp".
+std::string meaningOfErrors(const ErrorDetails& details)
 {
-    const noise::TypedErrors& typed = details.typed;
-    const models::Model& row = models::row(details.ratioFit.model);
-    std::vector<std::string> names;
-    if (typed.tau0 == 0)
-        names.emplace_back("τ0");
-    if (typed.s == 0 && row.hasRadius)
-        names.emplace_back("s");
-    if (typed.Cp == 0 && row.usesProbe(models::Analysis::SternVolmer))
-        names.emplace_back("Cp");
-    return names.empty() ? ""
-                         : "without the " + std::string(names.size() > 1 ? "errors" : "error") + " of " + listed(names);
+    if (!details.fit.hasErrors())
+        return "without standard errors, because no degree of freedom is left";
+    std::vector<std::string> with, without;
+    for (const TypedValue& value : typedValues(details)) {
+        const double error = details.typed.*value.error;
+        if (error > 0)
+            with.push_back(fit::plainText(100 * error) + " % of " + value.name);
+        else
+            without.emplace_back(value.name);
+    }
+    std::string text = "± standard error";
+    if (!with.empty())
+        text += ", with " + std::string(with.size() > 1 ? "errors" : "an error") + " of " + listed(with);
+    if (!without.empty())
+        text += ", without the " + std::string(without.size() > 1 ? "errors" : "error") + " of " + listed(without);
+    return text;
 }
 
-std::string paperSentence(const ErrorDetails& details, const std::string& program)
+/// What a reader must know of a fit that is not simply at a minimum. Empty, or a sentence that begins with a blank.
+std::string caveat(const Judgement& judgement, int model)
+{
+    switch (judgement.verdict) {
+    case Verdict::Judging:
+        return " Whether the fit is at a minimum is not known yet.";
+    case Verdict::AtMinimum:
+    case Verdict::NothingFree:
+        return "";
+    case Verdict::Undetermined:
+        return " In this fit " + undeterminedText(judgement.undetermined, model) + ".";
+    case Verdict::Untested:
+        return " There are as many constants as samples besides the reference, so that nothing tests them.";
+    case Verdict::LocalMinimum:
+        return " The sum of squares is lower at other constants.";
+    case Verdict::StillMoving:
+    case Verdict::NotAMinimum:
+        return " These constants are not at a minimum of the sum of squares; their errors are a rough guide.";
+    case Verdict::Stopped:
+        return " The fit was stopped before its end; the errors are a rough guide.";
+    case Verdict::NotDefined:
+        return " The model has no value at these constants.";
+    }
+    return "";
+}
+
+std::string paperSentence(const ErrorDetails& details, const Judgement& judgement, const std::string& program)
 {
     const noise::RatioFit& ratioFit = details.ratioFit;
     const models::Model& row = models::row(ratioFit.model);
@@ -130,14 +192,13 @@ std::string paperSentence(const ErrorDetails& details, const std::string& progra
     for (const noise::ReadyConstant& constant : details.ready)
         texts.push_back(noise::constantText(constant));
     std::string text = "Model " + std::to_string(ratioFit.model) + " (" + std::string(row.name) + ") gives " +
-                       listed(texts) + " (± standard error";
-    const std::string without = withoutErrors(details);
-    text += (without.empty() ? "" : ", " + without) + "; n = " + std::to_string(ratioFit.points.count) +
-            " samples with the reference, " + std::to_string(details.fit.scatter.degreesOfFreedom) +
-            " degrees of freedom, τ0 = " + noise::withError(ratioFit.points.tau0 * 1e9, 0, "ns");
+                       listed(texts) + " (" + meaningOfErrors(details) +
+                       "; n = " + std::to_string(ratioFit.points.count) + " samples with the reference, " +
+                       std::to_string(details.fit.scatter.degreesOfFreedom) +
+                       " degrees of freedom, τ0 = " + noise::withError(ratioFit.points.tau0 * 1e9, 0, "ns");
     if (row.usesProbe(models::Analysis::SternVolmer))
         text += ", Cp = " + noise::withError(ratioFit.Cp, 0, "M");
-    return text + "; " + program + "). " + noise::sentence(details.fit.errors);
+    return text + "; " + program + "). " + noise::sentence(details.fit.errors) + caveat(judgement, ratioFit.model);
 }
 
 } // namespace
@@ -155,15 +216,19 @@ std::string intervalText(const leastsquares::Profile& profile)
     return figure(*profile.low) + " to " + figure(*profile.high);
 }
 
-ErrorText errorText(const ErrorDetails& details, const std::string& program)
+ErrorText errorText(const ErrorDetails& details, const Judgement& judgement, const std::string& program)
 {
+    std::vector<double noise::TypedErrors::*> entering;
+    for (const TypedValue& value : typedValues(details))
+        entering.push_back(value.error);
     return {.assumption = assumptionText(details),
             .constants = assumedRows(details),
             .figures = assumedFigures(details),
             .leftOut = leftOutRows(details),
             .ready = readyRows(details),
-            .without = withoutErrors(details),
-            .sentence = paperSentence(details, program)};
+            .entering = entering,
+            .meaning = meaningOfErrors(details),
+            .sentence = paperSentence(details, judgement, program)};
 }
 
 } // namespace trust

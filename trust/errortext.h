@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trust/errordetails.h"
+#include "trust/judgement.h"
 #include "trust/titledrows.h"
 
 namespace trust
@@ -13,11 +14,12 @@ struct ErrorText {
     TitledRows figures{};     // of this fit
     TitledRows leftOut{};     // constants without each sample, influence, outlyingness; empty with too few samples
     TitledRows ready{};       // constants ready to print, with the parts of their errors
-    std::string without{};    // "without the errors of τ0 and s"; empty if nothing is left out
-    std::string sentence{};   // for a paper
+    std::vector<double noise::TypedErrors::*> entering{}; // typed errors that can enter the constants of the model
+    std::string meaning{};                                // of ±: "± standard error, without the errors of τ0 and s"
+    std::string sentence{};                               // for a paper
 };
-/// program: its name and version.
-ErrorText errorText(const ErrorDetails& details, const std::string& program);
+/// judgement: of the analysis. program: its name and version.
+ErrorText errorText(const ErrorDetails& details, const Judgement& judgement, const std::string& program);
 
 /// "0.98 to 1.6", "< 3.1", "> 0.2", "any value".
 std::string intervalText(const leastsquares::Profile& profile);

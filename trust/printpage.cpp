@@ -12,6 +12,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace trust
 {
 namespace
@@ -33,7 +35,7 @@ double errorOf(const QLineEdit& box) { return fit::numberFrom(box.text().toStdSt
 } // namespace
 
 PrintPage::PrintPage(QWidget* parent)
-    : QWidget(parent), m_without(new QLabel(this)),
+    : QWidget(parent), m_meaning(new QLabel(this)),
       m_ready(makeTable("grdReady", tr("Constants ready to print"), this)),
       m_copy(new QPushButton(tr("Copy as S&entence"), this))
 {
@@ -43,8 +45,8 @@ PrintPage::PrintPage(QWidget* parent)
         m_typed[i]->setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9]{0,3}(\\.[0-9]*)?"), this));
         connect(m_typed[i], &QLineEdit::editingFinished, this, &PrintPage::announce);
     }
-    m_without->setObjectName("lblWithout");
-    m_without->setWordWrap(true);
+    m_meaning->setObjectName("lblMeaning");
+    m_meaning->setWordWrap(true);
     m_copy->setObjectName("cmdCopySentence");
     layOut();
     connect(m_copy, &QPushButton::clicked, this, [this] { ui::copyText(qtText(m_sentence)); });
@@ -55,9 +57,9 @@ void PrintPage::layOut()
     auto* boxes = new QHBoxLayout;
     boxes->addWidget(new QLabel(tr("Standard errors in %:"), this));
     for (std::size_t i = 0; i < m_typed.size(); ++i) {
-        auto* caption = new QLabel(tr(kTypedBoxes[i].caption), this);
-        caption->setBuddy(m_typed[i]);
-        boxes->addWidget(caption);
+        m_captions[i] = new QLabel(tr(kTypedBoxes[i].caption), this);
+        m_captions[i]->setBuddy(m_typed[i]);
+        boxes->addWidget(m_captions[i]);
         boxes->addWidget(m_typed[i]);
     }
     auto* buttons = new QHBoxLayout;
@@ -65,7 +67,7 @@ void PrintPage::layOut()
     buttons->addWidget(m_copy);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(boxes);
-    layout->addWidget(m_without);
+    layout->addWidget(m_meaning);
     layout->addWidget(m_ready, 1);
     layout->addLayout(buttons);
 }
@@ -73,9 +75,10 @@ void PrintPage::layOut()
 void PrintPage::showErrors(const ErrorText& text)
 {
     m_sentence = text.sentence;
-    m_without->setText(text.without.empty()
-                           ? tr("The constants of the analysis, ± standard error:")
-                           : tr("The constants of the analysis, ± standard error %1:").arg(qtText(text.without)));
+    m_meaning->setText(tr("The constants of the analysis, %1:").arg(qtText(text.meaning)));
+    for (std::size_t i = 0; i < m_typed.size(); ++i)
+        for (QWidget* widget : std::initializer_list<QWidget*>{m_captions[i], m_typed[i]})
+            widget->setVisible(std::count(text.entering.begin(), text.entering.end(), kTypedBoxes[i].error) > 0);
     fillTable(*m_ready, text.ready);
 }
 

@@ -14,7 +14,7 @@ class QTableWidget;
 namespace trust
 {
 
-/// Constants ready to print, and the errors of typed values that enter them.
+/// Constants ready to print, and boxes for the errors of the typed values that enter them.
 class PrintPage : public QWidget
 {
     Q_OBJECT
@@ -33,7 +33,8 @@ private:
     void announce();
 
     std::array<QLineEdit*, 3> m_typed; // of τ0, s and Cp
-    QLabel* m_without;
+    std::array<QLabel*, 3> m_captions{};
+    QLabel* m_meaning;
     QTableWidget* m_ready;
     QPushButton* m_copy;
     noise::TypedErrors m_announced;

@@ -134,12 +134,12 @@ void TestNoiseFit::knownErrorsNeedNoScatter()
     COMPARE_DIGITS(known.uncertainty.standardError[1], 0.05 * 3); // b = exp(ln 3) - 1
     COMPARE_DIGITS(known.analysed.standardError[1], 0.05 * 3);
     COMPARE_DIGITS(known.uncertainty.halfWidth[1], 1.959964 * 0.05 * 3);
-    QVERIFY(known.scatter.degreesOfFreedom == 0 && known.chiSquareProbability == 1);
+    QVERIFY(known.scatter.degreesOfFreedom == 0 && known.hasErrors() && !known.chiSquareProbability);
 
     line.points = support::ratioPoints({0, 1, 1}, {1, 3, 3 * std::exp(0.1)}, 1);
     const NoiseFit two = fitOf(line, {Assumption::AsTyped, {0.03, 0.05, 0.05}, true});
     COMPARE_DIGITS(two.minimum.sumOfSquares, 0.1 * 0.1 / (0.05 * 0.05 + 0.05 * 0.05));
-    COMPARE_DIGITS(two.chiSquareProbability, std::erfc(1.0)); // of one degree of freedom at chi-square 2
+    COMPARE_DIGITS(*two.chiSquareProbability, std::erfc(1.0)); // of one degree of freedom at chi-square 2
     COMPARE_DIGITS(*two.AICc, 2.0 + 2 * 2);
 }
 
@@ -203,7 +203,9 @@ void TestNoiseFit::correlatesWithoutScatter()
 {
     RatioFit ratioFit = ratioFitOf("acridone", 3);
     ratioFit.points.count = 3;
-    QVERIFY(std::abs(fitOf(ratioFit, {}).analysed.correlation[1][2]) > 0.5);
+    const NoiseFit fitted = fitOf(ratioFit, {});
+    QVERIFY(std::abs(fitted.analysed.correlation[1][2]) > 0.5);
+    QVERIFY(!fitted.hasErrors() && std::isnan(fitted.analysed.standardError[1]));
 }
 
 void TestNoiseFit::saysWhatIsAssumedAndRefused()

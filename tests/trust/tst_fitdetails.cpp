@@ -63,6 +63,7 @@ private slots:
     void judgesACalculation();
     void namesWhatTheDataDoNotDetermine();
     void showsErrorsUnderTheAssumption();
+    void saysOnlyWhatErrorsAllow();
     void drawsAProfileWhereItBends();
     void countsRunsExactly_data();
     void countsRunsExactly();
@@ -218,7 +219,7 @@ void TestFitDetails::showsErrorsUnderTheAssumption()
     QCOMPARE(text.errors.constants[1],
              (std::vector<std::string>{"K /M-1", "1.2755", "0.11322", "0.96114", "1.5898", "0.98242 to 1.6182"}));
     QCOMPARE(text.errors.ready[1][0], std::string("K = (1.24 ± 0.23) M⁻¹"));
-    QCOMPARE(text.errors.without, std::string("without the error of Cp"));
+    QCOMPARE(text.errors.meaning, std::string("± standard error, with an error of 1 % of τ0, without the error of Cp"));
     QCOMPARE(text.residuals[0].size(), text.residuals[1].size());
     QCOMPARE(text.residuals[1].back(), std::string("-")); // the reference
     QCOMPARE(text.errors.leftOut.size(), std::size_t(8));
@@ -226,6 +227,31 @@ void TestFitDetails::showsErrorsUnderTheAssumption()
                              "4 degrees of freedom", "τ0 = 17.600 ns", "Vorlo 4", "same relative error"})
         QVERIFY2(text.errors.sentence.find(part) != std::string::npos, part);
     QVERIFY(plainText(text).find(text.errors.sentence) != std::string::npos);
+}
+
+// Three samples for two constants leave no degree of freedom: only known errors tell how exact the constants are.
+void TestFitDetails::saysOnlyWhatErrorsAllow()
+{
+    const analysis::Request request =
+        support::ratioRequest(support::panelOf(3), support::ratioPoints({0, 0.1, 0.2}, {1, 2.6, 4.6}, 1e-8));
+    FitDetails details = detailsAtOptimum(request, {0, 1, 1e9});
+    const auto textUnder = [&](const noise::Errors& errors) {
+        details.errors = errorDetails(request, details.values, {.errors = errors, .typed = {}}, 0);
+        return detailsText(details, labelsOf(request));
+    };
+    const DetailsText scaled = textUnder({noise::Assumption::AsTyped, {0.01}, false});
+    QCOMPARE(scaled.constants[1][2] + scaled.errors.ready[1][1], std::string("--"));
+    QVERIFY(scaled.remarks.find("too few samples for standard errors") != std::string::npos);
+    QVERIFY(scaled.errors.sentence.find("±") == std::string::npos);
+    QVERIFY(scaled.errors.sentence.find("no degree of freedom is left") != std::string::npos);
+    QVERIFY(scaled.errors.sentence.find("nothing tests them") != std::string::npos);
+    const DetailsText known = textUnder({noise::Assumption::AsTyped, {0.01}, true});
+    QVERIFY(std::stod(known.constants[1][2]) > 0 && std::stod(known.errors.ready[1][1]) > 0);
+    QVERIFY(known.remarks.empty());
+    QCOMPARE(known.errors.figures[4][1], std::string("no degree of freedom left"));
+    details.judgement.verdict = Verdict::StillMoving;
+    QVERIFY(textUnder({}).errors.sentence.ends_with(
+        "not at a minimum of the sum of squares; their errors are a rough guide."));
 }
 
 // The walk of a profile ends at the edge of its range, many decades beyond the place where the sum has flattened.
