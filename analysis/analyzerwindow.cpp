@@ -45,12 +45,14 @@ AnalyzerWindow::AnalyzerWindow(const QString& title, ui::Prompter& prompter)
     m_model->setObjectName("lblModel");
     m_progress->setObjectName("ProgressBar1");
     m_progress->setAccessibleName("Progress of the fit");
+    m_progress->setTextVisible(false); // a share of the iteration limit is no share of the work
     m_results->setObjectName("txtResults");
     m_results->setAccessibleName("Report of the fit");
     m_results->setReadOnly(true);
     m_results->setTabChangesFocus(true);
     m_results->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_stop->setObjectName("cmdSTOP");
+    m_stop->setEnabled(false);
     m_ok->setObjectName("cmdOK");
     layOut();
     connect(m_stop, &QPushButton::clicked, this, [this] { m_stopped = true; });
@@ -114,7 +116,9 @@ std::optional<Result> AnalyzerWindow::fit(const Request& request)
     m_results->clear();
     showRun();
     m_sinceEvents.start();
+    m_stop->setEnabled(++m_runs > 0);
     const Result result = run(request, *this);
+    m_stop->setEnabled(--m_runs > 0);
     keep(request, result);
     if (fit::StopRequested)
         return std::nullopt;

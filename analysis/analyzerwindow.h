@@ -100,6 +100,7 @@ private:
     int m_status = 0;
     double m_iterations = 0;
     Constants m_constants;
+    int m_runs = 0; // that have begun and not ended
     bool m_stopped = false;
     int m_runningModel = 0;
     double m_runningLimit = 0;

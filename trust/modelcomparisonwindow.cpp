@@ -58,6 +58,7 @@ ModelComparisonWindow::ModelComparisonWindow()
     m_hint->setBuddy(m_table);
     m_progress->setObjectName("barComparison");
     m_progress->setAccessibleName(tr("Progress of the comparison"));
+    m_progress->setTextVisible(false);
     m_table->setObjectName("grdModels");
     m_table->setAccessibleName(tr("Models"));
     m_table->setLayoutDirection(Qt::LeftToRight); // else a right-to-left desktop shows "-4.1" as "4.1-"

@@ -26,6 +26,7 @@ StartValuesWindow::StartValuesWindow()
     m_heading->setObjectName("lblSearch");
     m_progress->setObjectName("barSearch");
     m_progress->setAccessibleName(tr("Progress of the search"));
+    m_progress->setTextVisible(false);
     m_solutions->setObjectName("lstSolutions");
     m_solutions->setAccessibleName(tr("Solutions"));
     m_text->setObjectName("txtFound");

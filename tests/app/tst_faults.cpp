@@ -239,8 +239,11 @@ void TestFaults::stopEndsAfterTheIteration()
             const QWidget& analyzer = QString(fit).contains("Decay")
                                           ? static_cast<QWidget&>(vorlo.program.DecayAnalyzer)
                                           : vorlo.program.SVAnalyzer;
-            const Interruption interruption(phase, [&] { analyzer.findChild<QPushButton*>("cmdSTOP")->click(); });
+            auto& stop = *analyzer.findChild<QPushButton*>("cmdSTOP");
+            QVERIFY(!stop.isEnabled());
+            const Interruption interruption(phase, [&] { stop.click(); });
             vorlo.run(fit);
+            QVERIFY(!stop.isEnabled()); // nothing runs any more
             QVERIFY2(vorlo.reportOf(analyzer).contains(QString("Exe num. :  %1\n").arg(phase)), fit);
             QCOMPARE(vorlo.last().Error, "OK");
         }
