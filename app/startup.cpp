@@ -13,6 +13,8 @@
 #include "ui/textbox.h"
 #include "ui/twips.h"
 
+#include <QScreen>
+
 namespace app
 {
 
@@ -49,14 +51,26 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     connectTrust();
     connectStatusLine();
     connectWindows();
+    placePlotsAndTables();
+}
+
+void VorloMain::placePlotsAndTables()
+{
     GraphWindow1.SetTitle("Decay Plot");
     GraphWindow2.SetTitle("Analysis Plot");
     OutputTable1.SetTitle("Decay Table");
     OutputTable2.SetTitle("Analysis Table");
-    GraphWindow1.SetPosition(kDecayPlotCorner.top, kDecayPlotCorner.left);
-    GraphWindow2.SetPosition(kAnalysisPlotCorner.top, kAnalysisPlotCorner.left);
-    OutputTable1.SetPosition(kDecayTableCorner.top, kDecayTableCorner.left);
-    OutputTable2.SetPosition(kAnalysisTableCorner.top, kAnalysisTableCorner.left);
+    const auto place = [](plot::OutputWindow& window, WindowCorner corner) {
+        window.SetPosition(static_cast<std::int16_t>(corner.top), static_cast<std::int16_t>(corner.left));
+    };
+    const QRect screen = MainWindow.screen()->availableGeometry();
+    const TableCorners tables =
+        tableCorners({ui::toTwips(screen.x() + screen.width()), ui::toTwips(screen.y() + screen.height())},
+                     {ui::toTwips(OutputTable1.width()), ui::toTwips(OutputTable1.height())});
+    place(GraphWindow1, kDecayPlotCorner);
+    place(GraphWindow2, kAnalysisPlotCorner);
+    place(OutputTable1, tables.decay);
+    place(OutputTable2, tables.analysis);
 }
 
 void VorloMain::connectFileMenu()

@@ -81,6 +81,7 @@ private:
     void connectCommand(void (frmVorloMain::*chosen)(), const std::function<void()>& command);
     void showVerdict();
     void connectWindows();
+    void placePlotsAndTables();
     void endProgram();
 
     ui::Prompter& m_prompter;

@@ -9,10 +9,27 @@
 
 namespace app
 {
+namespace
+{
+
+constexpr int kTitleBar = 450, kBorders = 120; // of a window's frame, twips, about
+
+} // namespace
+
+TableCorners tableCorners(Extent screen, Extent table)
+{
+    constexpr TableCorners kBelow{{9600, 6500}, {9600, 11000}};
+    constexpr int kBeside = 16350; // beyond the right border of the main window
+    const int high = table.height + kTitleBar, wide = table.width + kBorders;
+    if (kBelow.decay.top + high <= screen.height && kBelow.analysis.left + wide <= screen.width)
+        return kBelow;
+    if (kBeside + wide <= screen.width && 2 * high <= screen.height)
+        return {{0, kBeside}, {high, kBeside}};
+    return {{screen.height - high, 0}, {screen.height - high, screen.width - wide}};
+}
 
 void showInFront(QWidget& window, const RoomyPlace& place)
 {
-    constexpr int kTitleBar = 450, kBorders = 150; // twips, about
     const QSize screen = window.screen()->availableSize();
     const int roomWide = ui::toTwips(screen.width()) - kBorders, roomHigh = ui::toTwips(screen.height()) - kTitleBar;
     constexpr double kUsualPoints = 9; // font size for which the places are designed

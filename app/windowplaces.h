@@ -19,9 +19,16 @@ struct WindowCorner {
 // Plots stack to the left of the main window.
 inline constexpr WindowCorner kDecayPlotCorner{0, 1000};
 inline constexpr WindowCorner kAnalysisPlotCorner{5000, 1000};
-// Tables are placed below the main window, where they cover neither the main window nor the plots.
-inline constexpr WindowCorner kDecayTableCorner{9600, 6500};
-inline constexpr WindowCorner kAnalysisTableCorner{9600, 11000};
+
+struct Extent {
+    int width, height;
+};
+struct TableCorners {
+    WindowCorner decay, analysis;
+};
+/// Where both tables appear. They cover neither the main window nor the plots if the screen has room below the main
+/// window or on its right; otherwise they go to the lower corners of the screen.
+TableCorners tableCorners(Extent screen, Extent table);
 
 inline constexpr int kRatioPlotSize = 5000; // width and height of the plot of a Stern-Volmer command
 

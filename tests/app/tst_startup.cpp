@@ -1,4 +1,5 @@
 #include "app/datasheet.h"
+#include "app/windowplaces.h"
 #include "tests/support/application.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
@@ -51,6 +52,7 @@ class TestStartup : public QObject
 private slots:
     void showsTheMainWindowFirst();
     void startsWithItsDefaults();
+    void tablesAppearOnTheScreen();
     void aDroppedFileOpensWhereverItFalls();
     void editMenuMovesBlocks();
     void editKeysInTheResultsKeepToThem();
@@ -91,6 +93,19 @@ void TestStartup::startsWithItsDefaults()
     QCOMPARE(window.pos(), QPoint(ui::toPixels(6500), 0));
     for (const QWidget* other : QApplication::topLevelWidgets())
         QVERIFY2(other == &window || !other->isVisible(), qPrintable(other->windowTitle()));
+}
+
+void TestStartup::tablesAppearOnTheScreen()
+{
+    constexpr app::Extent kTable{4000, 2000};
+    constexpr app::Extent kFullHd{28800, 16200}, kSmall{20490, 11520}, kFullHdEnlarged{19200, 10800}; // 150 %
+    const auto corners = [](app::Extent screen) {
+        const auto [decay, analysis] = app::tableCorners(screen, kTable);
+        return QList<QPoint>{{decay.left, decay.top}, {analysis.left, analysis.top}};
+    };
+    QCOMPARE(corners(kFullHd), (QList<QPoint>{{6500, 9600}, {11000, 9600}})); // below the main window
+    QCOMPARE(corners(kSmall), (QList<QPoint>{{16350, 0}, {16350, 2450}}));    // on its right
+    QCOMPARE(corners(kFullHdEnlarged), (QList<QPoint>{{0, 8350}, {15080, 8350}}));
 }
 
 void TestStartup::aDroppedFileOpensWhereverItFalls()
