@@ -9,4 +9,8 @@ namespace leastsquares
 /// put the constant at 0. Method: S. G. Self, K.-Y. Liang, J. Am. Stat. Assoc. 82 (1987) 605, case 5.
 double nestedProbability(double sumWithout, double sum, int degreesOfFreedom);
 
+/// The same for residuals in units of their known errors: half the tail of chi-square = sumWithout - sum with one
+/// degree of freedom.
+double nestedProbabilityOfKnown(double sumWithout, double sum);
+
 } // namespace leastsquares

@@ -14,6 +14,11 @@ double Errors::ofSample(int sample) const
     return typed.size() == 1 ? typed.front() : typed[static_cast<std::size_t>(sample - 1)];
 }
 
+double Errors::smallest() const
+{
+    return assumption == Assumption::AsTyped ? *std::min_element(typed.begin(), typed.end()) : 1;
+}
+
 std::vector<double> errorsFromPercent(std::string_view text)
 {
     constexpr std::string_view kBetween = " ;\t";

@@ -26,6 +26,7 @@ struct Errors {
     bool areKnown() const { return assumption == Assumption::AsTyped && known; }
     /// Relative error of the intensity of a sample (1, 2, ...); 1 for all unless typed.
     double ofSample(int sample) const;
+    double smallest() const; // of all samples
 };
 
 /// Relative errors typed in percent, apart by blanks or semicolons: "1 0.5" -> {0.01, 0.005}. A text that is no

@@ -162,7 +162,8 @@ std::string orderText(const Comparison& comparison)
         return "There are too few samples for an AICc. The order is by the sum of squares only, which every further "
                "constant lowers.";
     return noise::sentence(comparison.errors) +
-           " The order is by AICc under this assumption; models without AICc follow by their sums of squares.";
+           " AICc, \"same curve\" and tests belong to the fits under this assumption, constants and sums of squares to "
+           "the analyses. The order is by AICc; models without AICc follow by their sums of squares.";
 }
 
 std::string leaderText(const Comparison& comparison)
@@ -182,7 +183,8 @@ std::string testsText(const Comparison& comparison)
                 figure(100 * test.probability) + " %";
     return text.empty()
                ? text
-               : "F tests, probability of so much better a fit by chance: " + text +
+               : std::string(comparison.errors.areKnown() ? "Chi-square tests" : "F tests") +
+                     ", probability of so much better a fit by chance: " + text +
                      ". Each is halved, because the further constant cannot be below 0. Be cautious: they hold only "
                      "if the assumption does.";
 }
@@ -202,8 +204,17 @@ std::vector<std::string> comparisonTitles(models::Analysis analysis)
 {
     if (analysis == models::Analysis::Decay)
         return {"Place", "Model", "K /M-1", "F", "kq1", "kq2 /M-1s-1", "Sum of squares", "Verdict", "Remarks"};
-    return {"Place",          "Model", "K /M-1",     "F",       "kq1",    "kq2 /M-1s-1",
-            "Sum of squares", "AICc",  "Difference", "Verdict", "Remarks"};
+    return {"Place",
+            "Model",
+            "K /M-1",
+            "F",
+            "kq1",
+            "kq2 /M-1s-1",
+            "Sum of squares of analysis",
+            "AICc under assumption",
+            "Difference",
+            "Verdict",
+            "Remarks"};
 }
 
 std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::size_t place)

@@ -25,16 +25,19 @@ std::vector<double> placesToCompare(const sternvolmer::RatioPoints& points)
     return places;
 }
 
-/// Ratios, or intensities minus those observed.
+/// What the assumption about errors compares: ratios or their logarithms; of decays, intensities minus those observed.
 Curve curveOf(const ComparedModel& compared, const analysis::Request& request)
 {
-    const fit::Parameters& values = compared.details.values;
     if (!compared.fitted)
         return {};
     Curve curve;
     if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data)) {
-        for (const double x : placesToCompare(*points))
-            curve.push_back(models::ratio(request.model, x, {points->tau0, request.Cp, values}));
+        const bool areRatios = compared.assumed->errors.assumption == noise::Assumption::EqualOnRatios;
+        for (const double x : placesToCompare(*points)) {
+            const double y =
+                models::ratio(request.model, x, {points->tau0, request.Cp, compared.assumed->minimum.values});
+            curve.push_back(areRatios ? y : std::log(y));
+        }
         return curve;
     }
     for (const double observedMinusModel : compared.details.residuals)
@@ -42,13 +45,15 @@ Curve curveOf(const ComparedModel& compared, const analysis::Request& request)
     return curve;
 }
 
-/// The smallest root mean square error; 0 for decay curves, which carry no noise.
-double scatterOf(std::span<const ComparedModel> places, models::Analysis analysis)
+/// The smallest error of a ratio, or of its logarithm, that a fit under the assumption tells; 0 for decay curves, which
+/// carry no noise.
+double scatterOf(std::span<const ComparedModel> places)
 {
     double scatter = std::numeric_limits<double>::infinity(); // stays where no model has a degree of freedom
     for (const ComparedModel& compared : places)
-        if (compared.fitted && analysis == models::Analysis::SternVolmer)
-            scatter = std::min(scatter, compared.details.rootMeanSquareError);
+        if (compared.fitted && compared.assumed && compared.assumed->hasErrors())
+            scatter =
+                std::min(scatter, std::sqrt(compared.assumed->scatter.variance) * compared.assumed->errors.smallest());
     return std::isfinite(scatter) ? scatter : 0;
 }
 
@@ -68,13 +73,27 @@ bool sameCurve(const Curve& a, const Curve& b, double visible)
                       [=](double y, double z) { return std::abs(y - z) <= visible; });
 }
 
+/// None if the models differ by more than one constant, or if nothing tells how far the data scatter.
+std::optional<double> probabilityOf(const noise::NoiseFit& larger, const noise::NoiseFit& simpler)
+{
+    const int dof = larger.scatter.degreesOfFreedom;
+    const double sum = larger.minimum.sumOfSquares, sumWithout = simpler.minimum.sumOfSquares;
+    if (simpler.scatter.degreesOfFreedom != dof + 1)
+        return std::nullopt;
+    if (larger.errors.areKnown())
+        return leastsquares::nestedProbabilityOfKnown(sumWithout, sum);
+    if (dof < 1 || sum <= leastsquares::sumOfExactFit(dof))
+        return std::nullopt;
+    return leastsquares::nestedProbability(sumWithout, sum, dof);
+}
+
 } // namespace
 
 void findSameCurves(std::span<ComparedModel> places, std::span<const analysis::Request> requests)
 {
     if (places.empty())
         return;
-    const double scatter = scatterOf(places, analysis::methodOf(requests.front()));
+    const double scatter = scatterOf(places);
     std::vector<Curve> curves;
     for (std::size_t i = 0; i < places.size(); ++i)
         curves.push_back(curveOf(places[i], requests[i]));
@@ -100,14 +119,9 @@ std::vector<NestedTest> nestedTests(std::span<const ComparedModel> places)
     for (int model = 1; model <= models::kModelCount; ++model)
         for (const models::Limit& limit : models::row(model).limits) {
             const noise::NoiseFit *larger = fitOf(model), *simpler = fitOf(limit.model);
-            if (!limit.tested || !larger || !simpler)
-                continue;
-            const int dof = larger->scatter.degreesOfFreedom;
-            const bool oneMore = simpler->scatter.degreesOfFreedom == dof + 1;
-            if (oneMore && dof > 0 && larger->minimum.sumOfSquares > leastsquares::sumOfExactFit(dof))
-                tests.push_back({model, limit.model, limit.constant,
-                                 leastsquares::nestedProbability(simpler->minimum.sumOfSquares,
-                                                                 larger->minimum.sumOfSquares, dof)});
+            if (limit.tested && larger && simpler)
+                if (const auto probability = probabilityOf(*larger, *simpler))
+                    tests.push_back({model, limit.model, limit.constant, *probability});
         }
     return tests;
 }

@@ -13,10 +13,10 @@ namespace
 {
 
 Comparison compared(const std::vector<analysis::Request>& requests, const SearchProgress& progress = {},
-                    noise::Assumption assumption = noise::Assumption::EqualOnRatios)
+                    const noise::Errors& errors = {noise::Assumption::EqualOnRatios})
 {
     LeastSums unknown;
-    return compareModels(requests, {assumption}, unknown, progress);
+    return compareModels(requests, errors, unknown, progress);
 }
 
 constexpr double kPublishedDigits = 2e-4; // the independent optima have about five digits
@@ -46,6 +46,7 @@ private slots:
     void preferredIsTheSimplestExactModel();
     void saysWhatIntensitiesCannotTell();
     void testsNestedModels();
+    void knownErrorsDecideAlone();
     void marksWhatIsImplausible();
     void tellsWhereTheProbeMatters();
     void ranksUnderTheAssumption();
@@ -137,6 +138,21 @@ void TestModelComparison::testsNestedModels()
     QVERIFY(comparisonNotes(comparison).find("Model 3 against Model 1: 0.00137") != std::string::npos);
 }
 
+// Known errors need no F test: of one degree of freedom, chi-square passes x^2 with the probability erfc(x / sqrt(2)).
+// With errors of 0.01 % the data tell a straight line from one that is bent by the probe in the complex.
+void TestModelComparison::knownErrorsDecideAlone()
+{
+    const std::vector<analysis::Request> requests = support::allModels(support::ratioPoints(support::acridoneRatios()));
+    const Comparison known = compared(requests, {}, {noise::Assumption::AsTyped, {0.05}, true});
+    const auto chiSquare = [&](int model) { return placeOf(known, model).assumed->minimum.sumOfSquares; };
+    const double tail = std::erfc(std::sqrt((chiSquare(1) - chiSquare(3)) / 2));
+    QVERIFY(std::abs(known.tests[0].probability / (tail / 2) - 1) < kPublishedDigits);
+    QVERIFY(comparisonNotes(known).find("Chi-square tests") != std::string::npos);
+    QVERIFY(placeOf(known, 1).sameCurveAs == 5 || placeOf(known, 5).sameCurveAs == 1);
+    const Comparison exact = compared(requests, {}, {noise::Assumption::AsTyped, {1e-4}, true});
+    QVERIFY(placeOf(exact, 1).sameCurveAs != 5 && placeOf(exact, 5).sameCurveAs != 1);
+}
+
 // A lifetime of 3 ns and F0/F = 101 at 0.5 M require a constant of 6.7e10 M^-1 s^-1, above the diffusion limit.
 void TestModelComparison::marksWhatIsImplausible()
 {
@@ -169,7 +185,7 @@ void TestModelComparison::ranksUnderTheAssumption()
 {
     const std::vector<analysis::Request> requests = support::allModels(support::ratioPoints(support::acridoneRatios()));
     constexpr double kTwoDecimals = 0.01; // the analyses end close to the least sums
-    const Comparison proportional = compared(requests, {}, noise::Assumption::Proportional);
+    const Comparison proportional = compared(requests, {}, {});
     QCOMPARE(proportional.places.front().model, 3);
     QVERIFY(std::abs(*placeOf(proportional, 7).differenceToFirst - 5.7593) < kTwoDecimals);
     const Comparison equal = compared(requests);
