@@ -41,7 +41,12 @@ fit::Parameters responseTo(const std::function<void(RatioFit&, double factor)>& 
     std::transform(shift.begin(), shift.end(), lower.begin(), shift.begin(),
                    [](double a, double b) { return (a - b) / (2 * kStep); });
     sternvolmer::RatioProblem problem(ratioFit.points, ratioFit.model, 0, ratioFit.Cp);
-    return leastsquares::responseTo(shift, problem, values, ratioFit.free);
+    fit::Parameters response = leastsquares::responseTo(shift, problem, values, ratioFit.free);
+    constexpr double kRounding = 1e-5; // of the constant, for a change of 1
+    for (std::size_t slot = 0; slot < response.size(); ++slot)
+        if (std::abs(response[slot]) < kRounding * std::abs(values[slot]))
+            response[slot] = 0;
+    return response;
 }
 
 class ReadyList
@@ -86,9 +91,10 @@ void ReadyList::addFollowing(std::size_t slot, const models::Parameter& paramete
     const double value = m_analysed.values[slot], tau0 = m_ratioFit.points.tau0;
     const bool bothSites = models::row(m_ratioFit.model).uses(models::Box::kq2);
     if (parameter.isCollisional()) {
-        const double KSV = value * tau0;
+        constexpr double kRounding = 1e-5; // of the product, in which the lifetime mostly cancels
+        const double KSV = value * tau0, moved = m_responses.tau0[slot] * tau0 + KSV;
         ReadyConstant& constant = add("KSV = " + parameter.name() + "·τ0", models::kPerMolar, KSV, slot, tau0);
-        constant.error.tau0 = std::abs(m_responses.tau0[slot] * tau0 + KSV) * m_typed.tau0;
+        constant.error.tau0 = std::abs(moved) < kRounding * std::abs(KSV) ? 0 : std::abs(moved) * m_typed.tau0;
     }
     if (parameter.box == models::Box::F)
         add(std::string(bothSites ? "share of the first site" : "accessible share") + " 1/(1 + F)", "", 1 / (1 + value),
