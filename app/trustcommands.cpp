@@ -28,10 +28,17 @@ TrustCommands::TrustCommands(const CommandInput& input, PanelEditor& panel, cons
     QObject::connect(&details, &trust::FitDetailsWindow::errorsChanged, &details,
                      [this](const noise::Errors& errors) { setErrors(errors); });
     QObject::connect(&details, &trust::FitDetailsWindow::typedErrorsChanged, &details,
-                     [this](const noise::TypedErrors& typed) { setTypedErrors(typed); });
+                     [this](const noise::TypedErrors& typed) {
+                         m_errors.typed = typed;
+                         refreshDetails();
+                     });
     trust::ModelComparisonWindow& comparison = m_windows.comparison;
     QObject::connect(&comparison, &trust::ModelComparisonWindow::errorsChanged, &comparison,
-                     [this](const noise::Errors& errors) { setErrors(errors); });
+                     [this](const noise::Errors& errors) {
+                         if (const auto complaint = trust::complaint(errors, m_compared.front()))
+                             m_input.prompter.message(QString::fromStdString(*complaint));
+                         setErrors(errors);
+                     });
     QObject::connect(&comparison, &trust::ModelComparisonWindow::modelChosen, &comparison,
                      [this](models::Analysis analysis, int model, const fit::Parameters& values) {
                          chooseModel(analysis, model, values);
@@ -190,26 +197,43 @@ void TrustCommands::compareAllModels(models::Analysis analysis)
     const std::optional<analysis::Request> any = isDecay ? decayRequest(panel) : ratioRequest(panel);
     if (!any)
         return;
-    const std::vector<analysis::Request> requests = requestsOfAllModels(panel, any->options.logMode, *any);
+    std::vector<analysis::Request> requests = requestsOfAllModels(panel, any->options.logMode, *any);
     if (trust::realProblem(*any)->pointCount() == 0 || // nothing but the reference's decay
         !std::all_of(requests.begin(), requests.end(), analysis::startsFinite))
         return m_input.prompter.message(analysis::kArithmeticFault);
     if (m_searching)
         return ui::bringToFront(*m_searching);
-    if (const auto* points = std::get_if<sternvolmer::RatioPoints>(&any->data))
-        if (const auto complaint = noise::complaint(m_errors.errors, points->count))
-            return m_input.prompter.message(QString::fromStdString(*complaint));
+    if (const auto complaint = trust::complaint(m_errors.errors, *any))
+        return m_input.prompter.message(QString::fromStdString(*complaint));
+    m_compared = std::move(requests);
+    showInFront(m_windows.comparison, kComparisonPlace);
+    compare();
+}
+
+/// Compares the models of the last command, and begins again when the assumption about errors changes.
+void TrustCommands::compare()
+{
     trust::ModelComparisonWindow& window = m_windows.comparison;
     const QScopedValueRollback<QWidget*> searching(m_searching, &window);
-    trust::ProgressBarProgress progress =
-        window.begin(isDecay ? "Decay Curve Analysis, all models" : "Stern-Volmer Analysis, all models");
-    m_compared = analysis;
-    window.showErrors(m_errors.errors);
-    showInFront(window, kComparisonPlace);
-    const trust::Comparison comparison = trust::compareModels(requests, m_errors.errors, m_input.shared.leastSums,
-                                                              [&](double share) { return progress(share); });
-    if (!fit::StopRequested)
-        window.showModels(comparison);
+    const bool isDecay = analysis::methodOf(m_compared.front()) == models::Analysis::Decay;
+    noise::Errors errors;
+    const auto isOutdated = [&] {
+        return errors != m_errors.errors && !trust::complaint(m_errors.errors, m_compared.front());
+    };
+    bool cancelled = false;
+    do {
+        errors = m_errors.errors;
+        trust::ProgressBarProgress progress =
+            window.begin(isDecay ? "Decay Curve Analysis, all models" : "Stern-Volmer Analysis, all models");
+        window.showErrors(errors);
+        const trust::Comparison comparison =
+            trust::compareModels(m_compared, errors, m_input.shared.leastSums, [&](double share) {
+                cancelled = !progress(share);
+                return !cancelled && !isOutdated();
+            });
+        if (!fit::StopRequested && !isOutdated())
+            window.showModels(comparison);
+    } while (!fit::StopRequested && !cancelled && isOutdated());
 }
 
 void TrustCommands::showFitDetails()
@@ -242,10 +266,9 @@ void TrustCommands::refreshDetails()
 /// None for decay curves, and if the typed errors cannot be used; the window says why.
 std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const Analysed& analysed)
 {
-    const auto* points = std::get_if<sternvolmer::RatioPoints>(&analysed.request.data);
-    if (!points)
+    if (analysis::methodOf(analysed.request) == models::Analysis::Decay)
         return std::nullopt;
-    const auto complaint = noise::complaint(m_errors.errors, points->count);
+    const auto complaint = trust::complaint(m_errors.errors, analysed.request);
     m_windows.fitDetails.showSettings(m_errors, QString::fromStdString(complaint.value_or("")));
     if (complaint)
         return std::nullopt;
@@ -259,14 +282,11 @@ void TrustCommands::setErrors(const noise::Errors& errors)
 {
     m_errors.errors = errors;
     refreshDetails();
-    if (m_windows.comparison.isVisible() && m_compared == models::Analysis::SternVolmer)
-        compareAllModels(models::Analysis::SternVolmer);
-}
-
-void TrustCommands::setTypedErrors(const noise::TypedErrors& typed)
-{
-    m_errors.typed = typed;
-    refreshDetails();
+    if (!m_windows.comparison.isVisible() || m_searching) // a comparison that runs begins again by itself
+        return;
+    const bool areRatios = analysis::methodOf(m_compared.front()) == models::Analysis::SternVolmer;
+    if (areRatios && !trust::complaint(errors, m_compared.front()))
+        compare();
 }
 
 } // namespace app

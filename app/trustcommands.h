@@ -61,8 +61,8 @@ private:
     void typeFound(const fit::Parameters& values);
     void typeBack();
     void chooseModel(models::Analysis analysis, int model, const fit::Parameters& values);
+    void compare();
     void setErrors(const noise::Errors& errors);
-    void setTypedErrors(const noise::TypedErrors& typed);
     void refreshDetails();
     std::optional<trust::ErrorDetails> errorsOf(const Analysed& analysed);
 
@@ -70,13 +70,13 @@ private:
     PanelEditor& m_panel;
     Windows m_windows;
     Analyzers m_analyzers;
-    QWidget* m_searching = nullptr;     // the window of the running search; only one runs at a time
-    models::Analysis m_searchedFor{};   // the analysis for which the last search was
-    PanelState m_typed;                 // the panel at the start of the last search
-    leastsquares::FreeSlots m_searched; // the parameters of the last search
-    models::Analysis m_compared{};      // what the last comparison was about
-    trust::ErrorSettings m_errors;      // kept while the program runs
-    std::optional<Analysed> m_last;     // what Fit Details show
+    QWidget* m_searching = nullptr;            // the window of the running search; only one runs at a time
+    models::Analysis m_searchedFor{};          // the analysis for which the last search was
+    PanelState m_typed;                        // the panel at the start of the last search
+    leastsquares::FreeSlots m_searched;        // the parameters of the last search
+    std::vector<analysis::Request> m_compared; // of all models, as the last comparison had them
+    trust::ErrorSettings m_errors;             // kept while the program runs
+    std::optional<Analysed> m_last;            // what Fit Details show
 };
 
 } // namespace app

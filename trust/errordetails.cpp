@@ -15,6 +15,12 @@ noise::RatioFit ratioFitOf(const analysis::Request& request)
             .ranges = countedRanges(request.model)};
 }
 
+std::optional<std::string> complaint(const noise::Errors& errors, const analysis::Request& request)
+{
+    const auto* points = std::get_if<sternvolmer::RatioPoints>(&request.data);
+    return points ? noise::complaint(errors, points->count) : std::nullopt;
+}
+
 ErrorDetails errorDetails(const analysis::Request& request, const fit::Parameters& analysed,
                           const ErrorSettings& settings, double s, std::span<const fit::Parameters> otherStarts)
 {

@@ -27,6 +27,9 @@ struct ErrorDetails {
 /// The ratios and the law of a Stern-Volmer request.
 noise::RatioFit ratioFitOf(const analysis::Request& request);
 
+/// What is wrong with typed errors for the data of a request; decay curves have no errors.
+std::optional<std::string> complaint(const noise::Errors& errors, const analysis::Request& request);
+
 /// analysed: the constants of the analysis. s: radius of the probe, nm. otherStarts: solutions of a search. The
 /// settings must have no complaint.
 ErrorDetails errorDetails(const analysis::Request& request, const fit::Parameters& analysed,

@@ -68,6 +68,7 @@ private slots:
     void searchesDecayCurves();
     void detailsFollowEachAnalysis();
     void errorsFollowTheChoice();
+    void comparisonFollowsTheChoiceBehindOtherWindows();
     void radiusBelongsToTheRun();
     void decayDetailsHaveNoErrors();
     void comparisonLeavesTheRestAlone();
@@ -368,6 +369,32 @@ void TestTrustCommands::errorsFollowTheChoice()
     QCOMPARE(p.details("grdReady").item(1, 2)->text().left(3), QString("9.5")); // 2 % of 4.8e9
     window.findChild<QPushButton*>("cmdCopySentence")->click();
     QVERIFY(QGuiApplication::clipboard()->text().contains("typed relative errors (3 %)"));
+}
+
+// The first row's AICc is that of Model 3 or 7; a change while a comparison runs begins it anew.
+void TestTrustCommands::comparisonFollowsTheChoiceBehindOtherWindows()
+{
+    Program p;
+    p.run("mnuCompareModels");
+    p.run("mnuFitDetails");
+    p.run("mnuFindAndFitSternVolmer");
+    const auto first = [&] { return p.models().index(0, 1).data().toString(); };
+    const auto choose = [&](QWidget& window, int entry) {
+        auto& choice = *window.findChild<QComboBox*>("cboErrors");
+        choice.setCurrentIndex(entry);
+        emit choice.activated(entry);
+    };
+    QCOMPARE(first(), QString("3"));
+    p.program.fitDetails.activateWindow();
+    QTRY_VERIFY(p.program.fitDetails.isActiveWindow());
+    choose(p.program.fitDetails, 0);
+    QCOMPARE(first(), QString("7"));
+    QVERIFY(p.program.fitDetails.isActiveWindow());
+    QTimer::singleShot(0, &p.program.MainWindow, [&] { choose(p.program.fitDetails, 0); });
+    choose(p.program.modelComparison, 1);
+    QCOMPARE(first(), QString("7"));
+    QCOMPARE(p.program.modelComparison.findChild<QComboBox*>("cboErrors")->currentIndex(), 0);
+    QVERIFY(p.prompter.shown.isEmpty());
 }
 
 void TestTrustCommands::radiusBelongsToTheRun()
