@@ -6,10 +6,8 @@
 #include "ui/textbox.h"
 
 #include <QApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenuBar>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -72,7 +70,7 @@ DataSheet::DataSheet(QWidget* parent) : QWidget(parent), m_editor(new ui::TextBo
     m_grid->selectByTitles();
     setCounts(kSheetRows, kSheetColumns);
     m_grid->setColumnTwips(0, kTitleColumnTwips);
-    showWholeColumns();
+    m_grid->showAllRows(); // because a sample is one column
 
     connect(m_editor, &QLineEdit::textChanged, this, &DataSheet::noteTyping);
     connect(m_grid, &ui::Grid::cellChosen, this, &DataSheet::finishEdit);
@@ -105,15 +103,6 @@ void DataSheet::writeTitles()
         const std::string_view title = kSheetRowTitles[static_cast<std::size_t>(row)];
         SetSheetText(row, 0, QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
     }
-}
-
-// All rows of a sample must be visible at once, because a sample is one column.
-void DataSheet::showWholeColumns()
-{
-    const int rows = m_grid->verticalHeader()->length();
-    const int around = m_grid->horizontalHeader()->sizeHint().height() +
-                       m_grid->horizontalScrollBar()->sizeHint().height() + 2 * m_grid->frameWidth();
-    m_grid->setMinimumHeight(rows + around);
 }
 
 std::string DataSheet::cell(int row, int column) const { return GetSheetText(row, column).toStdString(); }

@@ -65,7 +65,6 @@ protected:
 
 private:
     void writeTitles();
-    void showWholeColumns();
     bool onDataCell() const;
     void mirrorCurrentCell();
     void noteTyping();

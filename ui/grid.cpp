@@ -106,6 +106,13 @@ void Grid::numberColumns()
 
 void Grid::selectByTitles() { m_titleMouse->selectByTitles(); }
 
+void Grid::showAllRows()
+{
+    const int around =
+        horizontalHeader()->sizeHint().height() + horizontalScrollBar()->sizeHint().height() + 2 * frameWidth();
+    setMinimumHeight(verticalHeader()->length() + around);
+}
+
 void Grid::setColumnTwips(int column, int twips)
 {
     if (column == 0)

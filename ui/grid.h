@@ -38,6 +38,9 @@ public:
     /// out of the selection.
     void selectByTitles();
 
+    /// Never so low that rows would be out of view.
+    void showAllRows();
+
     /// Wider where the font is larger than usual.
     void setColumnTwips(int column, int twips);
 
