@@ -46,9 +46,11 @@ signals:
     void newChosen();
     void openChosen();
     void saveAsChosen();
+    void importTableChosen();
     void cutChosen();
     void copyChosen();
     void pasteChosen();
+    void pasteSamplesChosen();
     void undoChosen();
     void redoChosen();
     void normalizationChosen();

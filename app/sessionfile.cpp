@@ -22,14 +22,6 @@ constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF"; // in UTF-8
 
 QString tr(const char* text) { return QCoreApplication::translate("app::SessionFile", text); }
 
-/// The reason why a path cannot hold a session even if its permissions allow it: a pipe would wait for its other end,
-/// and saving would replace a device with a file. Empty for a regular file and for an unused name.
-QString notAFile(const QString& path)
-{
-    const QFileInfo info(path);
-    return info.exists() && !info.isFile() ? tr("Not a regular file") : QString();
-}
-
 /// Some editors write the mark before the text; it is not part of the text.
 void removeByteOrderMark(QByteArray& bytes)
 {
@@ -71,6 +63,12 @@ QString waitForName(const QString& path)
 }
 
 } // namespace
+
+QString notAFile(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile() ? tr("Not a regular file") : QString();
+}
 
 SessionFileText readSessionFile(const QString& path)
 {

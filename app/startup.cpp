@@ -33,8 +33,9 @@ void FirstWindow::whenPainted(std::function<void()> then)
 
 VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstWindow)
     : m_firstWindow(std::move(firstWindow)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
-      aboutBox(prompter), m_prompter(prompter),
+      aboutBox(prompter), importWindow(MainWindow.sheet()), m_prompter(prompter),
       m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
+      m_import(importWindow, prompter),
       m_history({MainWindow.sheet(), MainWindow.panel(), MainWindow.results(), shared, m_session}),
       m_decayCommands(commandInput(), MainWindow.results(),
                       {DecayAnalyzer, GraphWindow1, GraphWindow2, OutputTable1, OutputTable2}),
@@ -46,6 +47,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     fit::StopRequested = false;
     connectFileMenu();
     connectEditMenu();
+    connectImport();
     connectUndo();
     connectAnalyses();
     connectTrust();
@@ -105,6 +107,22 @@ void VorloMain::connectEditMenu()
     for (const QWidget* window : std::initializer_list<const QWidget*>{&MainWindow, &helpViewer})
         for (const ui::TextBox* box : window->findChildren<ui::TextBox*>())
             connect(box, &ui::TextBox::clipboardSilent, this, [this] { ui::tellOfSilentClipboard(m_prompter); });
+}
+
+void VorloMain::connectImport()
+{
+    connect(&MainWindow, &frmVorloMain::importTableChosen, &m_import, &ImportCommands::mnuImportTable_Click);
+    connect(&MainWindow, &frmVorloMain::pasteSamplesChosen, &m_import, &ImportCommands::mnuPasteSamples_Click);
+    connect(&importWindow, &QDialog::accepted, this, [this] {
+        DataSheet& sheet = MainWindow.sheet();
+        sheet.storeTyped();
+        m_history.run(tr("Import"), [this, &sheet] {
+            const int column = importWindow.firstColumn();
+            writeColumns(sheet, importWindow.columns());
+            shared.DataNormalized = false; // samples read earlier are out of date
+            sheet.SelectSheetCell(1, column);
+        });
+    });
 }
 
 // Every part of the session announces its steps itself; commands that consist of several are run as one.
@@ -213,6 +231,7 @@ void VorloMain::connectStatusLine()
         DataSheet& sheet = MainWindow.sheet();
         sheet.showRemarks(MainWindow.panel().panelState().Model);
         MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet, sheet.takeDropped())));
+        importWindow.refresh();
         m_verdicts.look();
     });
     m_afterChanges.start();
@@ -236,9 +255,9 @@ void VorloMain::showVerdict()
 // Windows are hidden, not destroyed, because a fit that processed the close event still uses them.
 void VorloMain::endProgram()
 {
-    for (QWidget* window : std::initializer_list<QWidget*>{&GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2,
-                                                           &SVAnalyzer, &DecayAnalyzer, &SettingWindow, &helpViewer,
-                                                           &aboutBox, &startValues, &fitDetails, &modelComparison})
+    for (QWidget* window : std::initializer_list<QWidget*>{
+             &GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2, &SVAnalyzer, &DecayAnalyzer, &SettingWindow,
+             &helpViewer, &aboutBox, &startValues, &fitDetails, &modelComparison, &importWindow})
         window->hide();
     emit ended();
 }

@@ -3,6 +3,8 @@
 #include "app/aboutbox.h"
 #include "app/decaycommands.h"
 #include "app/helpviewer.h"
+#include "app/importcommands.h"
+#include "app/importwindow.h"
 #include "app/mainwindow.h"
 #include "app/sessioncommands.h"
 #include "app/settingwindow.h"
@@ -66,6 +68,7 @@ public:
     trust::StartValuesWindow startValues;
     trust::FitDetailsWindow fitDetails;
     trust::ModelComparisonWindow modelComparison;
+    ImportWindow importWindow;
 
 signals:
     void ended(); // the main window was closed and every other window hidden
@@ -74,6 +77,7 @@ private:
     CommandInput commandInput();
     void connectFileMenu();
     void connectEditMenu();
+    void connectImport();
     void connectUndo();
     void connectAnalyses();
     void connectTrust();
@@ -86,6 +90,7 @@ private:
 
     ui::Prompter& m_prompter;
     SessionCommands m_session;
+    ImportCommands m_import;
     UndoHistory m_history;
     DecayCommands m_decayCommands;
     SternVolmerCommands m_sternVolmerCommands;

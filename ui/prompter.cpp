@@ -14,6 +14,8 @@ namespace ui
 namespace
 {
 
+const QString kSessions = QStringLiteral("Vorlo File (*.vrl)");
+
 QString tr(const char* text) { return QCoreApplication::translate("ui::DialogPrompter", text); }
 
 int ask(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons)
@@ -55,7 +57,15 @@ std::optional<QString> DialogPrompter::fileToOpen()
 {
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setFileMode(QFileDialog::ExistingFile);
-    return chosenFile(dialog);
+    return chosenFile(dialog, kSessions);
+}
+
+std::optional<QString> DialogPrompter::tableToOpen()
+{
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setWindowTitle(tr("Import Table"));
+    return chosenFile(dialog, tr("Tables (*.csv *.tsv *.txt *.dat *.asc);;All files (*)"));
 }
 
 std::optional<QString> DialogPrompter::fileToSave(const QString& proposal)
@@ -63,7 +73,7 @@ std::optional<QString> DialogPrompter::fileToSave(const QString& proposal)
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("vrl");
-    return chosenFile(dialog, proposal);
+    return chosenFile(dialog, kSessions, proposal);
 }
 
 bool DialogPrompter::mayReplace(const QString& path)
@@ -72,11 +82,11 @@ bool DialogPrompter::mayReplace(const QString& path)
     return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
-std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog, const QString& proposal)
+std::optional<QString> DialogPrompter::chosenFile(QFileDialog& dialog, const QString& filter, const QString& proposal)
 {
     dialog.setObjectName("CommonDialog1");
     takeTypedPaths(dialog);
-    dialog.setNameFilter("Vorlo File (*.vrl)");
+    dialog.setNameFilter(filter);
     dialog.setDirectory(m_folder);
     if (!proposal.isEmpty())
         dialog.selectFile(proposal); // also enters its folder

@@ -16,6 +16,7 @@ public:
     virtual ~Prompter() = default;
     virtual void message(const QString& text) = 0;
     virtual std::optional<QString> fileToOpen() = 0;                        // nullopt: cancelled
+    virtual std::optional<QString> tableToOpen() = 0;                       // of another program
     virtual std::optional<QString> fileToSave(const QString& proposal) = 0; // a path or empty; nullopt: cancelled
     virtual bool mayReplace(const QString& path) = 0;
 };
@@ -27,11 +28,12 @@ public:
     DialogPrompter();
     void message(const QString& text) override;
     std::optional<QString> fileToOpen() override;
+    std::optional<QString> tableToOpen() override;
     std::optional<QString> fileToSave(const QString& proposal) override;
     bool mayReplace(const QString& path) override;
 
 private:
-    std::optional<QString> chosenFile(QFileDialog& dialog, const QString& proposal = {});
+    std::optional<QString> chosenFile(QFileDialog& dialog, const QString& filter, const QString& proposal = {});
 
     QString m_folder; // where the next file dialog starts
 };

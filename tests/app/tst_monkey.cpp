@@ -28,6 +28,8 @@ const char* const kMenuItems[] = {
     "mnuCut",
     "mnuCopy",
     "mnuPaste",
+    "mnuPasteSamples",
+    "mnuImportTable",
     "mnuUndo",
     "mnuUndo",
     "mnuRedo",

@@ -18,6 +18,7 @@ struct RecordingPrompter final : ui::Prompter {
 
     void message(const QString& text) override { shown << text; }
     std::optional<QString> fileToOpen() override { return std::exchange(nextFile, std::nullopt); }
+    std::optional<QString> tableToOpen() override { return std::exchange(nextFile, std::nullopt); }
     std::optional<QString> fileToSave(const QString& name) override
     {
         proposed = name;

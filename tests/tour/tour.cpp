@@ -4,6 +4,7 @@
 
 #include "app/datasheet.h"
 #include "app/startup.h"
+#include "ui/clipboard.h"
 #include "ui/grid.h"
 #include "ui/prompter.h"
 
@@ -59,6 +60,7 @@ class TourPrompter final : public ui::Prompter
 public:
     void message(const QString& text) override { tour::giveUp("unexpected message: " + text); }
     std::optional<QString> fileToOpen() override { return std::nullopt; }
+    std::optional<QString> tableToOpen() override { return std::nullopt; }
     std::optional<QString> fileToSave(const QString&) override { return std::nullopt; }
     bool mayReplace(const QString&) override { return false; }
 };
@@ -163,6 +165,17 @@ struct Tour {
         picture(program.SettingWindow, "settings.png");
     }
 
+    void import()
+    {
+        say("The same samples from a spreadsheet with decimal commas, in mM.");
+        ui::copyText(
+            "c(KI) / mM\tFluoreszenz\n0\t16580,0\n40\t3753,0\n100\t1566,0\n200\t721,0\n300\t446,0\n500\t242,0\n"
+            "800\t121,0\n");
+        tour::chooseItem(program.MainWindow, "mnuPasteSamples");
+        picture(program.importWindow, "import-table.png");
+        tour::press(Qt::Key_Escape);
+    }
+
     void trust()
     {
         app::frmVorloMain& window = program.MainWindow;
@@ -208,6 +221,7 @@ int main(int argc, char* argv[])
     tour.sternVolmer();
     tour.decayCurves();
     tour.settings();
+    tour.import();
     tour.trust();
     say("One picture of each window is in " + folder.absolutePath());
     return EXIT_SUCCESS;
