@@ -12,7 +12,9 @@ namespace
 {
 
 constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is calculated, by number of free parameters
-constexpr std::array<int, 4> kDescents{1, 6, 20, 24};    // the best starts, from which a fit descends
+constexpr std::array<int, 4> kBest{0, 3, 20, 24};        // of these, from which a fit descends
+constexpr std::array<int, 4> kFirst{1, 3, 20,
+                                    24}; // further starts of descents, because the best ones may share a plateau
 
 constexpr double kLookShare = 0.2, kDescentsEnd = 0.6; // of the progress
 
@@ -31,6 +33,9 @@ StartSearch::StartSearch(const RequestedFit& requested, const LeastSums& known)
 bool StartSearch::step()
 {
     switch (m_stage) {
+    case Stage::Thin:
+        thin();
+        break;
     case Stage::Look:
         look();
         break;
@@ -52,6 +57,8 @@ double StartSearch::done() const
         return static_cast<double>(part) / static_cast<double>(std::max<std::size_t>(whole, 1));
     };
     switch (m_stage) {
+    case Stage::Thin:
+        return 0;
     case Stage::Look:
         return kLookShare * share(m_looked.size(), static_cast<std::size_t>(kLookedAt[m_free.size()]));
     case Stage::Descend:
@@ -64,15 +71,31 @@ double StartSearch::done() const
     return 1;
 }
 
-void StartSearch::look()
+fit::Parameters StartSearch::spreadStart(int n) const
 {
     fit::Parameters values = m_requested.request.values;
-    leastsquares::spread(values, m_free, m_sensible, static_cast<int>(m_looked.size()) + 1);
+    leastsquares::spread(values, m_free, m_sensible, n);
+    return values;
+}
+
+void StartSearch::thin()
+{
+    constexpr int kNoted = 16;
+    if (m_thinned.isLarge() && m_noted < kNoted)
+        return m_thinned.note(spreadStart(++m_noted));
+    m_thinned.thin();
+    m_stage = Stage::Look;
+}
+
+void StartSearch::look()
+{
+    const fit::Parameters values = spreadStart(static_cast<int>(m_looked.size()) + 1);
     m_looked.push_back({values, leastsquares::sumOfSquares(m_thinned, values)});
     if (m_looked.size() < static_cast<std::size_t>(kLookedAt[m_free.size()]))
         return;
-    std::sort(m_looked.begin(), m_looked.end(), isLower);
-    m_looked.resize(std::min(m_looked.size(), static_cast<std::size_t>(kDescents[m_free.size()])));
+    const auto others = m_looked.begin() + kFirst[m_free.size()];
+    std::sort(others, m_looked.end(), isLower);
+    m_looked.erase(others + kBest[m_free.size()], m_looked.end());
     std::vector<fit::Parameters> best;
     for (const leastsquares::Minimum& start : m_looked)
         best.push_back(start.values);

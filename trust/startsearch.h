@@ -35,8 +35,10 @@ public:
     const std::vector<leastsquares::Minimum>& minima() const { return m_minima; }
 
 private:
-    enum class Stage { Look, Descend, Refine, Done };
+    enum class Stage { Thin, Look, Descend, Refine, Done };
 
+    fit::Parameters spreadStart(int n) const;
+    void thin();
     void look();
     void descend();
     void refine();
@@ -49,7 +51,8 @@ private:
     const leastsquares::FreeSlots m_free;
     const leastsquares::Ranges m_sensible, m_counted;
     leastsquares::ThinnedProblem m_thinned; // all points if there are few
-    Stage m_stage = Stage::Look;
+    Stage m_stage = Stage::Thin;
+    int m_noted = 0; // starts, for thinning
     std::vector<leastsquares::Minimum> m_looked;
     std::vector<fit::Parameters> m_starts; // of the descents or of the refining
     std::size_t m_next = 0;                // of the starts
