@@ -71,6 +71,8 @@ void StartFinder::goOn(const EngineStart& end)
             m_atMinimum = end;
             m_stage = Stage::Exactly;
             tryFrom(rounded(m_solution.values, kAllDigits));
+        } else if (m_free.empty()) { // there is nothing to move
+            m_stage = Stage::Done;
         } else {
             m_centre = end;
             m_stage = Stage::Around;

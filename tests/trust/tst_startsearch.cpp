@@ -9,6 +9,7 @@
 
 #include <QTest>
 
+#include <limits>
 #include <vector>
 
 using namespace trust;
@@ -178,6 +179,10 @@ void TestStartSearch::keepsFixedConstants()
     const leastsquares::Solution best = searched(request).solutions.front();
     QCOMPARE(best.values[2], 4.94e9);
     QVERIFY(best.values[1] > 1 && best.values[1] < 1.3); // published with this kq2: 1.19
+
+    analysis::Request allFixed = support::acridone({.kq2 = "4.94e9", .Model = 1, .FixKq2 = 1});
+    allFixed.options.tolerance = std::numeric_limits<double>::infinity(); // which no engine run survives
+    QVERIFY(!startFor(allFixed, searched(allFixed).solutions.front()).leadsToMinimum);
 }
 
 void TestStartSearch::startsFromValuesWithoutLogarithm()
