@@ -48,6 +48,10 @@ StatedVerdict verdictOf(const trust::Judgement& judgement, const analysis::Reque
                      judgement.verdict != Verdict::NothingFree};
 }
 
+/// "not a minimum" of "not a minimum: the sum is 1770 times the least. Find Start Values": sums and advice were about
+/// the earlier texts.
+std::string withoutAdvice(const std::string& text) { return text.substr(0, text.find_first_of(":.")); }
+
 } // namespace
 
 VerdictWatch::VerdictWatch(const CommandInput& input) : m_input(input)
@@ -135,7 +139,7 @@ void VerdictWatch::look()
 {
     StatedVerdict stated = m_verdict;
     if (!stated.text.empty() && typed() != m_judged)
-        stated = {.text = "of data changed since: " + stated.text, .opens = stated.opens};
+        stated = {.text = "of data changed since: " + withoutAdvice(stated.text), .opens = stated.opens};
     if (stated == m_stated)
         return;
     m_stated = stated;
