@@ -62,6 +62,18 @@ public:
         return s;
     }
 
+    static fit::Parameters trueValues(const Session& s)
+    {
+        fit::Parameters values{};
+        std::size_t slot = 0;
+        for (const models::Parameter& parameter : models::row(s.trueModel).fitted())
+            values[++slot] = parameter.box == models::Box::K     ? s.K
+                             : parameter.box == models::Box::F   ? s.F
+                             : parameter.box == models::Box::kq1 ? s.kq1
+                                                                 : s.kq2;
+        return values;
+    }
+
 private:
     decay::Reference randomReference()
     {
@@ -109,18 +121,6 @@ private:
             area += term.amplitude / term.rate;
         }
         return {amplitude, amplitude / area};
-    }
-
-    static fit::Parameters trueValues(const Session& s)
-    {
-        fit::Parameters values{};
-        std::size_t slot = 0;
-        for (const models::Parameter& parameter : models::row(s.trueModel).fitted())
-            values[++slot] = parameter.box == models::Box::K     ? s.K
-                             : parameter.box == models::Box::F   ? s.F
-                             : parameter.box == models::Box::kq1 ? s.kq1
-                                                                 : s.kq2;
-        return values;
     }
 
     std::mt19937_64 m_random;
