@@ -1,5 +1,5 @@
-#include "imports/encoding.h"
 #include "tests/support/application.h"
+#include "tests/support/waitlimit.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
 
@@ -217,7 +217,7 @@ void TestImportWindow::readsFilesOrSaysWhyNot()
     ui::copyText("");
     vorlo.run("mnuPasteSamples");
     QVERIFY(vorlo.prompter.shown.takeLast().contains("The clipboard holds no text."));
-    QVERIFY2(clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed()))); // most for writing the file
+    QVERIFY2(clock.elapsed() < support::kWaitLimit, qPrintable(QString::number(clock.elapsed())));
     QCOMPARE(vorlo.prompter.shown, QStringList());
 }
 
