@@ -86,9 +86,9 @@ void ImportWindow::layOut()
     samples->addWidget(m_samples, 1);
     samples->addWidget(m_replace);
     samples->addWidget(m_add);
-    auto* remarksCaption = new QLabel(tr("&Not read"), this);
+    auto* remarksCaption = new QLabel(tr("&Notes"), this);
     remarksCaption->setBuddy(m_remarks);
-    m_remarks->setFixedHeight(3 * m_remarks->fontMetrics().lineSpacing() + 12);
+    m_remarks->setMinimumHeight(3 * m_remarks->fontMetrics().lineSpacing() + 12);
     auto* end = new QHBoxLayout;
     end->addWidget(m_state, 1);
     end->addWidget(m_ok);
@@ -97,9 +97,9 @@ void ImportWindow::layOut()
     layout->addWidget(m_tableBox);
     layout->addWidget(m_columnsBox);
     layout->addLayout(samples);
-    layout->addWidget(m_preview, 1);
+    layout->addWidget(m_preview);
     layout->addWidget(remarksCaption);
-    layout->addWidget(m_remarks);
+    layout->addWidget(m_remarks, 1); // the preview needs no more than its rows
     layout->addLayout(end);
 }
 
@@ -142,8 +142,9 @@ void ImportWindow::readTable()
         remarks << tr("The table has %1 columns; only the first %2 can be chosen.")
                        .arg(m_table.cells.columnCount())
                        .arg(ImportColumnsBox::kMostColumns);
-    for (const std::string& remark : m_list.remarks)
-        remarks << QString::fromStdString(remark);
+    for (const std::vector<std::string>* texts : {&m_list.notes, &m_list.remarks})
+        for (const std::string& text : *texts)
+            remarks << QString::fromStdString(text);
     m_remarks->setPlainText(remarks.join('\n'));
     refresh();
 }

@@ -231,7 +231,8 @@ void VorloMain::connectStatusLine()
         DataSheet& sheet = MainWindow.sheet();
         sheet.showRemarks(MainWindow.panel().panelState().Model);
         MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet, sheet.takeDropped())));
-        importWindow.refresh();
+        if (importWindow.isVisible())
+            importWindow.refresh();
         m_verdicts.look();
     });
     m_afterChanges.start();

@@ -22,8 +22,8 @@ constexpr std::array kSpellings{
     Spelling{"\u00d7", "x"}, Spelling{"\u00b7", "x"},   Spelling{"\u22c5", "x"}, Spelling{"*", "x"},
     Spelling{"\u00b5", "u"}, Spelling{"\u03bc", "u"},   Spelling{"\u2080", "0"}, Spelling{"\u2081", "1"},
     Spelling{"\u2082", "2"}, Spelling{"\u2083", "3"},   Spelling{"τ", "tau"},    Spelling{"Φ", "phi"},
-    Spelling{"φ", "phi"},    Spelling{"\u03d5", "phi"}, Spelling{"α", "alpha"},  Spelling{"\u200e", ""},
-    Spelling{"\u200b", ""},  Spelling{"\ufeff", ""},
+    Spelling{"φ", "phi"},    Spelling{"\u03d5", "phi"}, Spelling{"α", "alpha"},  Spelling{"λ", "lambda"},
+    Spelling{"\u200e", ""},  Spelling{"\u200b", ""},    Spelling{"\ufeff", ""},
 };
 
 // Exponents: the first character of a run follows "^".

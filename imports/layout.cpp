@@ -12,14 +12,6 @@ namespace imports
 namespace
 {
 
-bool hasNumbers(const FoundTable& table, int column)
-{
-    for (int row = table.layout.firstRow; row <= table.cells.rowCount(); ++row)
-        if (isNumber(table.cells.at(row, column)))
-            return true;
-    return false;
-}
-
 /// Columns of numbers by what their titles say. Of several columns for one quantity the first.
 class ColumnGuesses
 {
@@ -56,14 +48,14 @@ private:
     std::vector<int> m_untitled;
 };
 
-Unit foundUnit(const FoundTable& table, std::size_t quantity)
+std::optional<Unit> foundUnit(const FoundTable& table, std::size_t quantity)
 {
     const UnitKind kind = kQuantityRows[quantity].kind;
     const auto column = static_cast<std::size_t>(table.layout.columns[quantity]);
     if (column >= 1 && column <= table.titles.size())
         if (const auto unit = unitOfTitle(asciiText(table.titles[column - 1])); unit && unit->kind == kind)
-            return *unit;
-    return sheetUnit(kind);
+            return unit;
+    return std::nullopt;
 }
 
 /// How many cells can be read with one sign only, and how many with both, but as different numbers.
@@ -95,6 +87,14 @@ void findSign(FoundTable& table, const std::optional<DecimalSign>& chosen)
 
 } // namespace
 
+bool hasNumbers(const FoundTable& table, int column)
+{
+    for (int row = table.layout.firstRow; row <= table.cells.rowCount(); ++row)
+        if (isNumber(table.cells.at(row, column)))
+            return true;
+    return false;
+}
+
 FoundTable findTable(std::string_view text, const Choices& choices)
 {
     FoundTable table;
@@ -111,7 +111,9 @@ FoundTable findTable(std::string_view text, const Choices& choices)
     const ColumnGuesses guesses(table);
     for (std::size_t quantity = 0; quantity < kQuantities; ++quantity) {
         layout.columns[quantity] = choices.columns[quantity].value_or(guesses[quantity]);
-        layout.units[quantity] = choices.units[quantity].value_or(foundUnit(table, quantity));
+        const auto unit = choices.units[quantity] ? choices.units[quantity] : foundUnit(table, quantity);
+        layout.units[quantity] = unit.value_or(sheetUnit(kQuantityRows[quantity].kind));
+        layout.unitIsKnown[quantity] = unit.has_value();
     }
     return table;
 }

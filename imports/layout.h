@@ -31,9 +31,10 @@ struct Layout {
     bool samplesInColumns = false;
     int firstRow = 1; // of the data; the first column if samples stand in columns
     DecimalSign decimalSign = DecimalSign::Point;
-    bool signIsCertain = true;              // otherwise a number that fits both signs needs a choice
-    std::array<int, kQuantities> columns{}; // 0: none
-    std::array<Unit, kQuantities> units{};  // of numbers without a unit of their own
+    bool signIsCertain = true;                   // otherwise a number that fits both signs needs a choice
+    std::array<int, kQuantities> columns{};      // 0: none
+    std::array<Unit, kQuantities> units{};       // of numbers without a unit of their own
+    std::array<bool, kQuantities> unitIsKnown{}; // chosen or found; otherwise it is the unit of the sheet
 };
 
 struct FoundTable {
@@ -41,6 +42,9 @@ struct FoundTable {
     std::vector<std::string> titles;
     Layout layout;
 };
+
+/// Whether a column of the cells has a number in the data.
+bool hasNumbers(const FoundTable& table, int column);
 
 /// Reads a text of UTF-8 with LF as its line end, as it is chosen and found.
 FoundTable findTable(std::string_view text, const Choices& choices);

@@ -22,9 +22,12 @@ constexpr std::array<std::string_view, 13> kIntensity{"i",      "f",    "int",  
                                                       "counts", "cps",  "pl"};
 constexpr std::array<std::string_view, 4> kAmplitude{"a", "alpha", "amplitude", "amp"};
 constexpr std::array<std::string_view, 4> kLifetime{"tau", "lifetime", "lifetimes", "t"};
-constexpr std::array<std::string_view, 23> kOther{
-    "sample", "no",    "nr",  "number", "index", "ratio", "f0",  "i0",         "phi0",  "tau0",       "volume", "vol",
-    "v",      "error", "err", "sd",     "std",   "sem",   "dev", "absorbance", "probe", "wavelength", "blank"};
+// Calculated columns, errors, and what is measured besides.
+constexpr std::array<std::string_view, 14> kNeverWanted{"ratio", "f0",  "i0",  "phi0", "tau0",  "error", "err",
+                                                        "sd",    "std", "sem", "dev",  "blank", "probe", "absorbance"};
+// Unless the title begins with a quantity, as in "F (wavelength 450 nm)".
+constexpr std::array<std::string_view, 13> kOther{"sample", "no", "nr",   "number",     "index",  "volume",     "vol",
+                                                  "v",      "ul", "time", "wavelength", "lambda", "temperature"};
 
 template <std::size_t N>
 bool isOneOf(const std::array<std::string_view, N>& list, std::string_view word)
@@ -81,7 +84,8 @@ Guess guessFromTitle(std::string_view title)
     const std::string ascii = asciiText(title);
     const Words words = wordsOf(ascii);
     const Unit unit = unitOfTitle(ascii).value_or(Unit{});
-    if (anyOf(kOther, words) && !isOneOf(kConcentration, words.front()))
+    const bool beginsWithQuantity = isOneOf(kConcentration, words.front()) || isOneOf(kIntensity, words.front());
+    if (anyOf(kNeverWanted, words) || (anyOf(kOther, words) && !beginsWithQuantity))
         return {std::nullopt, true};
     if (const auto component = componentOf(kAmplitude, words))
         return {ofComponent(Quantity::A1, *component)};

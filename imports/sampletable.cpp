@@ -86,6 +86,35 @@ void completeDecay(SampleColumn& sample, const Layout& layout)
         sample[decay::amplitudeRow(1)].text = "1";
 }
 
+/// Whether a column has a number that is not the same in every unit.
+bool needsUnit(const FoundTable& table, int column)
+{
+    for (int row = table.layout.firstRow; row <= table.cells.rowCount(); ++row)
+        if (const auto number = spelledNumber(table.cells.at(row, column), table.layout.decimalSign))
+            if (!number->unit && !number->digits.empty())
+                return true;
+    return false;
+}
+
+std::vector<std::string> notesOn(const FoundTable& table)
+{
+    const Layout& layout = table.layout;
+    std::vector<std::string> notes;
+    for (const Quantity quantity : {Quantity::Concentration, Quantity::Tau1, Quantity::Tau2, Quantity::Tau3})
+        if (layout.columns[indexOf(quantity)] > 0 && !layout.unitIsKnown[indexOf(quantity)] &&
+            needsUnit(table, layout.columns[indexOf(quantity)]))
+            notes.push_back(std::string(row(quantity).name) + ": no unit was found, " +
+                            (row(quantity).kind == UnitKind::Time ? "ns" : "M") + " is assumed.");
+    std::string unused;
+    for (int column = 1; column <= table.cells.columnCount(); ++column)
+        if (std::ranges::find(layout.columns, column) == layout.columns.end() && hasNumbers(table, column))
+            unused += (unused.empty() ? "" : ", ") + std::to_string(column);
+    if (!unused.empty())
+        notes.push_back((layout.samplesInColumns ? "Rows" : "Columns") + (" of numbers that are not used: " + unused) +
+                        '.');
+    return notes;
+}
+
 std::string place(const SampleCell& cell)
 {
     return "Row " + std::to_string(cell.row) + ", column " + std::to_string(cell.column);
@@ -114,6 +143,7 @@ SampleList readSamples(const FoundTable& table)
 {
     const CellReader reader(table);
     SampleList list;
+    list.notes = notesOn(table);
     for (int row = table.layout.firstRow; row <= table.cells.rowCount(); ++row) {
         SampleColumn sample;
         bool any = false;

@@ -25,7 +25,8 @@ using SampleColumn = std::array<SampleCell, decay::kPhiRow + 1>;
 
 struct SampleList {
     std::vector<SampleColumn> samples;
-    std::vector<std::string> remarks; // what is not read, by row and column
+    std::vector<std::string> notes;   // on columns: units that nobody named, and what is not used
+    std::vector<std::string> remarks; // on cells: what is not read, by row and column
     bool waitsForSign = false;        // a cell fits both decimal signs
 };
 

@@ -40,6 +40,22 @@ bool isRowOfUnits(const std::vector<std::string>& row)
     });
 }
 
+/// Where blanks separate cells, they stand in titles, too: "c / mM" and "c (mM)" are one title.
+std::vector<std::string> mergedTitles(const std::vector<std::string>& cells)
+{
+    std::vector<std::string> titles;
+    bool open = false; // the last title ends with a "/"
+    for (const std::string& cell : cells) {
+        const bool continues = open || cell.starts_with('/') || cell.starts_with('(') || cell.starts_with('[');
+        if (continues && !titles.empty())
+            titles.back() += ' ' + cell;
+        else
+            titles.push_back(cell);
+        open = cell == "/";
+    }
+    return titles;
+}
+
 std::string joined(std::string text, const std::string& more)
 {
     if (!text.empty() && !more.empty())
@@ -75,7 +91,14 @@ std::vector<std::string> titlesAbove(const Cells& cells, int firstRow)
         --row;
     if (row < 1)
         return titles;
-    const bool two = isRowOfUnits(cells.rows[static_cast<std::size_t>(row - 1)]);
+    const std::vector<std::string>& lowest = cells.rows[static_cast<std::size_t>(row - 1)];
+    const bool split = lowest.size() > cells.rows[static_cast<std::size_t>(firstRow - 1)].size();
+    if (split) {
+        std::vector<std::string> merged = mergedTitles(lowest);
+        merged.resize(titles.size());
+        return merged;
+    }
+    const bool two = isRowOfUnits(lowest);
     for (std::size_t column = 0; column < titles.size(); ++column) {
         const int at = static_cast<int>(column) + 1;
         titles[column] = joined(two ? cells.at(row - 1, at) : std::string(), cells.at(row, at));
