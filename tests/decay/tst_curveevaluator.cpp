@@ -2,7 +2,6 @@
 #include "decay/curvesums.h"
 #include "tests/bench/literallaws.h"
 #include "tests/support/decaysessions.h"
-#include "tests/support/fitrun.h"
 
 #include <QtTest>
 
@@ -11,8 +10,6 @@
 #include <random>
 
 using namespace decay;
-using support::engineParameters;
-using support::Values;
 
 namespace
 {
@@ -20,15 +17,15 @@ constexpr double kSameValue = 1e-13;      // relative: room for some hundreds of
 constexpr double kDeepestExponent = 50.0; // beyond exp(-50) the rounding of the exponent exceeds this
 
 /// Values in the fitting order of a model.
-Values parametersOf(int model, double K, double kq1, double kq2)
+fit::Parameters parametersOf(int model, double K, double kq1, double kq2)
 {
     if (model == 1)
-        return {kq2};
+        return {0, kq2};
     if (model >= 12)
-        return model % 2 == 0 ? Values{K, kq1, kq2} : Values{K, kq1};
+        return model % 2 == 0 ? fit::Parameters{0, K, kq1, kq2} : fit::Parameters{0, K, kq1};
     if (model == 3 || model == 7)
-        return {K, kq2};
-    return model == 4 || model == 8 || model == 11 ? Values{K, kq1} : Values{K, kq1, kq2};
+        return {0, K, kq2};
+    return model == 4 || model == 8 || model == 11 ? fit::Parameters{0, K, kq1} : fit::Parameters{0, K, kq1, kq2};
 }
 
 } // namespace
@@ -65,7 +62,7 @@ void TestCurveEvaluator::compareWithTheFormulas(const Reference& reference, bool
     for (int model : {1, 2, 3, 4, 6, 7, 8, 10, 11, 12, 13, 14, 15})
         for (double K : {0.1, 5.0, 40.0, 700.0})
             for (double kq : {1e5, 1e7, 1e9}) {
-                const fit::Parameters a = engineParameters(parametersOf(model, K, kq, 10 * kq));
+                const fit::Parameters a = parametersOf(model, K, kq, 10 * kq);
                 DecayProblem written(table, model, 0, support::kProbe), fast = written;
                 fast.setEvaluation(models::Evaluation::Fast);
                 written.CalcFity(a);
