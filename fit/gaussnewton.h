@@ -62,9 +62,12 @@ enum class Status {
 };
 
 enum class Ending {
-    Converged,       // |1 - S/S_old| < tolerance
-    LimitExceeded,   // iterations > iterationLimit
-    SolverFailed,    // the retry with the smaller system met a zero pivot as well
+    Converged,     // |1 - S/S_old| < tolerance
+    LimitExceeded, // iterations > iterationLimit
+    /// The retry with the smaller system met a zero pivot as well. This is a safeguard that no input reaches:
+    /// elimination leaves the normal matrix as it is, because it is triangular and finite, and the first attempt has
+    /// already found that no diagonal entry before its zero pivot is zero.
+    SolverFailed,
     Stopped,         // StopRequested or Observer::keepGoing
     ArithmeticFault, // overflow, invalid operation or division by zero: parameters are not usable
     RoundingMatters, // options.residualRounding could show in the result, which is not usable

@@ -4,9 +4,9 @@
 
 #include <QTest>
 
-#include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <ctime>
 #include <limits>
 #include <string>
 
@@ -61,15 +61,14 @@ void TestNumberText::readsToTheNearestDouble()
 
 void TestNumberText::readsVeryLongTextsAtOnce()
 {
-    using std::chrono::steady_clock;
     constexpr std::size_t kLength = 4'000'000;
-    const auto start = steady_clock::now();
+    const std::clock_t start = std::clock(); // processor time: other processes run, too
     QVERIFY(std::isinf(fit::numberFrom(std::string(kLength, '9'))));
     QVERIFY(fit::numberFrom("0." + std::string(kLength, '3')) == 1.0 / 3);
     QVERIFY(fit::numberFrom("1e" + std::string(kLength, '0') + "2") == 100.0);
     QVERIFY(fit::numberFrom(std::string(kLength, ' ') + "7") == 7.0);
     QVERIFY(fit::numberFrom("12" + std::string(kLength, '\0') + "34") == 12.0);
-    QVERIFY(steady_clock::now() - start < std::chrono::seconds(10)); // a quadratic parse would take hours
+    QVERIFY(std::clock() - start < 10 * CLOCKS_PER_SEC); // a quadratic parse would take hours
 }
 
 void TestNumberText::readsWholeTextsStrictly()
