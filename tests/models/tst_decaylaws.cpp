@@ -17,16 +17,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 const decay::Reference kOne{1, {0, 1}, {0, 1 / 20e-9}};
-const decay::Reference kTwo{2, {0, 0.3, 0.7}, {0, 1 / 5e-9, 1 / 20e-9}};
 const decay::Reference kThree{3, {0, 0.2, 0.3, 0.5}, {0, 1 / 0.1e-9, 1 / 2e-9, 1 / 6e-9}};
-
-double unquenched(const decay::Reference& reference, double t)
-{
-    double sum = 0;
-    for (std::size_t k = 1; k <= static_cast<std::size_t>(reference.components); ++k)
-        sum += reference.A[k] * std::exp(-reference.Rate[k] * t);
-    return sum;
-}
 
 double sumOfShares(const models::Populations& populations)
 {
@@ -35,36 +26,24 @@ double sumOfShares(const models::Populations& populations)
         sum += population.weight / populations.total;
     return sum;
 }
-
-bool near(double a, double b, double tolerance = kFewUlps) { return std::abs(a - b) <= tolerance; }
 } // namespace
 
 class TestDecayLaws : public QObject
 {
     Q_OBJECT
 private slots:
-    void followTheirLimits();
+    void areZeroWithoutALaw();
     void stopThePoissonSeriesAtItsShare();
     void endThePoissonSeriesForAnyMean();
 };
 
-void TestDecayLaws::followTheirLimits()
+void TestDecayLaws::areZeroWithoutALaw()
 {
     const fit::Parameters p{0, 50, 1e7, 1e6};
-    for (const decay::Reference& reference : {kOne, kTwo, kThree}) {
-        for (int model : {1, 2, 3, 4, 6, 7, 8, 10, 11, 14, 15})
-            QVERIFY2(near(intensity(model, kTime, {0.0, kProbe, p}, reference), unquenched(reference, kTime)),
-                     qPrintable(QString::number(model)));
-        for (int model : {1, 2, 3, 4, 6, 7, 8, 14, 15})
-            QVERIFY2(near(intensity(model, 0.0, {0.03, kProbe, p}, reference), 1.0),
-                     qPrintable(QString::number(model)));
-    }
-    for (int model : {12, 13}) {
-        QVERIFY(near(intensity(model, 0.0, {0.03, kProbe, p}, kTwo), 1.0));
-        QCOMPARE(intensity(model, 0.0, {0.03, kProbe, p}, kThree), 0.0); // two sites, three components: no law
-    }
+    for (int model : {12, 13}) // two sites, three components
+        QCOMPARE(intensity(model, 0.0, {0.03, kProbe, p}, kThree), 0.0);
     for (int model : {-3, 0, 5, 9, 16})
-        QCOMPARE(intensity(model, kTime, {0.03, kProbe, p}, kTwo), 0.0);
+        QCOMPARE(intensity(model, kTime, {0.03, kProbe, p}, kOne), 0.0);
 }
 
 // Cumulative Poisson tables: the first term whose sum reaches 0.99 with collisions, 0.95 without. The first term with a
