@@ -2,6 +2,7 @@
 
 #include "models/sphere.h"
 #include "noise/readyconstants.h"
+#include "tests/support/datarows.h"
 #include "tests/support/publishedratios.h"
 
 #include <QTest>
@@ -51,7 +52,6 @@ private slots:
     void errorsOfTypedValuesEnter();
     void areFirstOrderChangesOfTheFit();
     void sharesAndSpheresFollow();
-    void roundsToTwoDigitsOfTheError_data();
     void roundsToTwoDigitsOfTheError();
     void printsWhatHasNoError();
 };
@@ -118,49 +118,10 @@ void TestReadyConstants::sharesAndSpheresFollow()
     QVERIFY(agree(models::interactionRadius(1, 0), std::cbrt(3 / 0.6022 / (4 * M_PI)), kHandCalculation));
 }
 
-void TestReadyConstants::roundsToTwoDigitsOfTheError_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<double>("error");
-    QTest::addColumn<QString>("unit");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("plain") << 1.2413 << 0.10698 << "M⁻¹"
-                           << "(1.24 ± 0.11) M⁻¹";
-    QTest::newRow("large") << 4.7976e9 << 1.9512e8 << "M⁻¹ s⁻¹"
-                           << "(4.80 ± 0.20)·10⁹ M⁻¹ s⁻¹";
-    QTest::newRow("small") << 7.41e-7 << 1.23e-8 << "M"
-                           << "(7.41 ± 0.12)·10⁻⁷ M";
-    QTest::newRow("no unit") << 0.59999 << 0.0123 << ""
-                             << "0.600 ± 0.012";
-    QTest::newRow("no unit, large") << 6.2e5 << 1.2e4 << ""
-                                    << "(6.20 ± 0.12)·10⁵";
-    QTest::newRow("rounding adds a digit") << 1.2413 << 0.0996 << ""
-                                           << "1.24 ± 0.10";
-    QTest::newRow("a tens digit") << 154.055 << 8.71 << "M⁻¹"
-                                  << "(154.1 ± 8.7) M⁻¹";
-    QTest::newRow("whole numbers") << 1540.55 << 87.1 << "M⁻¹"
-                                   << "(1541 ± 87) M⁻¹";
-    QTest::newRow("hundreds") << 1540.55 << 871.0 << "M⁻¹"
-                              << "(1.54 ± 0.87)·10³ M⁻¹";
-    QTest::newRow("the error is larger") << 1.2 << 34.5 << "M⁻¹"
-                                         << "(1 ± 35) M⁻¹";
-    QTest::newRow("negative") << -1.2413e9 << 1.0698e8 << ""
-                              << "(-1.24 ± 0.11)·10⁹";
-    QTest::newRow("zero") << 0.0 << 0.0123 << ""
-                          << "0.000 ± 0.012";
-    QTest::newRow("no error") << 4.79763e9 << 0.0 << "M⁻¹ s⁻¹"
-                              << "4.7976·10⁹ M⁻¹ s⁻¹";
-    QTest::newRow("not determined") << 1.2413 << double(INFINITY) << "M⁻¹"
-                                    << "1.2413 M⁻¹";
-}
-
 void TestReadyConstants::roundsToTwoDigitsOfTheError()
 {
-    QFETCH(double, value);
-    QFETCH(double, error);
-    QFETCH(QString, unit);
-    QFETCH(QString, text);
-    QCOMPARE(QString::fromStdString(withError(value, error, unit.toStdString())), text);
+    for (const QStringList& row : support::dataRows("constantswitherrors.txt"))
+        QCOMPARE(QString::fromStdString(withError(row[0].toDouble(), row[1].toDouble(), row[2].toStdString())), row[3]);
 }
 
 void TestReadyConstants::printsWhatHasNoError()
