@@ -9,7 +9,7 @@ namespace support
 {
 
 /// A data sheet without a window.
-struct MemorySheet final : app::SheetText {
+struct MemorySheet : app::SheetText {
     int rows = app::kSheetRows;
     int columns = app::kSheetColumns;
     std::map<std::pair<int, int>, std::string> texts;
