@@ -14,7 +14,6 @@ class TestParameterPanel : public QObject
 
 private slots:
     void init();
-    void startsWithItsDefaults();
     void modelRulesBoxes();
     void explainsModelsAndParameters();
     void tellsHowTextsAreRead();
@@ -36,18 +35,6 @@ void TestParameterPanel::init()
 {
     m_shared = {};
     m_panel = std::make_unique<app::ParameterPanel>(m_shared);
-}
-
-void TestParameterPanel::startsWithItsDefaults()
-{
-    QStringList texts;
-    for (const QString name : {"kq1", "kq2", "K", "F", "S", "ConcProbe", "Tolerance", "Iteration", "FitRegion"})
-        texts << box("txt" + name).text();
-    QCOMPARE(texts.join(' '), "1e+7 1e+6 50 0.5 0.82 50e-6 0.0001 100 1e-3");
-    QVERIFY(option("opnModel1").isChecked());
-    QVERIFY(option("opnFitRegion0").isChecked());
-    for (auto* label : m_panel->findChildren<QLabel*>(QRegularExpression("^lbl(kq|K|F|S|Conc|Tol|Ital)")))
-        QVERIFY2(qobject_cast<QLineEdit*>(label->buddy()), qPrintable(label->objectName()));
 }
 
 void TestParameterPanel::modelRulesBoxes()

@@ -60,7 +60,6 @@ private slots:
     void statusLineTellsWhichSamplesAreRead();
     void contextMenuOfTheSheetEdits();
     void menusOpenTitledModelessWindows();
-    void closingHidesEveryWindow();
 };
 
 void TestStartup::showsTheMainWindowFirst()
@@ -315,17 +314,6 @@ void TestStartup::menusOpenTitledModelessWindows()
     QVERIFY(titles.size() >= 4);
     QVERIFY(!titles.contains(QString()));
     QCOMPARE(titles.removeDuplicates(), 0);
-}
-
-void TestStartup::closingHidesEveryWindow()
-{
-    support::Application application;
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)
-            window->show();
-    application.program.MainWindow.close();
-    for (const QWidget* window : QApplication::topLevelWidgets())
-        QVERIFY2(!window->isVisible(), qPrintable(window->windowTitle()));
 }
 
 QTEST_MAIN(TestStartup)
