@@ -27,7 +27,11 @@ public:
             else if (guess.quantity && m_columns[indexOf(*guess.quantity)] == 0)
                 m_columns[indexOf(*guess.quantity)] = column;
         }
-        takeUntitled(Quantity::Concentration);
+        // A single column with a title that says nothing is rather the intensity, besides volumes for instance.
+        const bool single =
+            m_untitled.size() == 1 && !table.titles[static_cast<std::size_t>(m_untitled[0] - 1)].empty();
+        if (!single || m_columns[indexOf(Quantity::Intensity)] > 0)
+            takeUntitled(Quantity::Concentration);
         if (m_columns[indexOf(Quantity::Tau1)] == 0)
             takeUntitled(Quantity::Intensity);
     }

@@ -15,11 +15,10 @@ namespace
 using Words = std::vector<std::string>;
 
 // In lower case.
-constexpr std::array<std::string_view, 7> kConcentration{"c",      "q",        "conc",    "concentration",
-                                                         "qtotal", "quencher", "molarity"};
-constexpr std::array<std::string_view, 13> kIntensity{"i",      "f",    "int",      "intensity", "intensities",
-                                                      "phi",    "fluo", "emission", "signal",    "fluorescence",
-                                                      "counts", "cps",  "pl"};
+constexpr std::array<std::string_view, 4> kConcentration{"c", "q", "qtotal", "molarity"};
+constexpr std::array<std::string_view, 3> kConcentrationStarts{"conc", "konz", "quench"};
+constexpr std::array<std::string_view, 7> kIntensity{"i", "f", "int", "phi", "counts", "cps", "pl"};
+constexpr std::array<std::string_view, 5> kIntensityStarts{"intens", "fluo", "emission", "lumin", "signal"};
 constexpr std::array<std::string_view, 4> kAmplitude{"a", "alpha", "amplitude", "amp"};
 constexpr std::array<std::string_view, 4> kLifetime{"tau", "lifetime", "lifetimes", "t"};
 // Calculated columns, errors, and what is measured besides.
@@ -39,6 +38,22 @@ template <std::size_t N>
 bool anyOf(const std::array<std::string_view, N>& list, const Words& words)
 {
     return std::ranges::any_of(words, [&list](const std::string& word) { return isOneOf(list, word); });
+}
+
+template <std::size_t N>
+bool startsWithOneOf(const std::array<std::string_view, N>& list, std::string_view word)
+{
+    return std::ranges::any_of(list, [word](std::string_view start) { return word.starts_with(start); });
+}
+
+bool namesConcentration(const std::string& word)
+{
+    return isOneOf(kConcentration, word) || startsWithOneOf(kConcentrationStarts, word);
+}
+
+bool namesIntensity(const std::string& word)
+{
+    return isOneOf(kIntensity, word) || startsWithOneOf(kIntensityStarts, word);
 }
 
 Words wordsOf(std::string_view title)
@@ -84,7 +99,7 @@ Guess guessFromTitle(std::string_view title)
     const std::string ascii = asciiText(title);
     const Words words = wordsOf(ascii);
     const Unit unit = unitOfTitle(ascii).value_or(Unit{});
-    const bool beginsWithQuantity = isOneOf(kConcentration, words.front()) || isOneOf(kIntensity, words.front());
+    const bool beginsWithQuantity = namesConcentration(words.front()) || namesIntensity(words.front());
     if (anyOf(kNeverWanted, words) || (anyOf(kOther, words) && !beginsWithQuantity))
         return {std::nullopt, true};
     if (const auto component = componentOf(kAmplitude, words))
@@ -93,9 +108,9 @@ Guess guessFromTitle(std::string_view title)
         return {ofComponent(Quantity::Tau1, *component)};
     if (unit.kind == UnitKind::Time || namesLifetime(words))
         return {Quantity::Tau1};
-    if (unit.kind == UnitKind::Concentration || anyOf(kConcentration, words))
+    if (unit.kind == UnitKind::Concentration || std::ranges::any_of(words, namesConcentration))
         return {Quantity::Concentration};
-    if (anyOf(kIntensity, words))
+    if (std::ranges::any_of(words, namesIntensity))
         return {Quantity::Intensity};
     return {};
 }

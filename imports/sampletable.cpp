@@ -105,13 +105,22 @@ std::vector<std::string> notesOn(const FoundTable& table)
             needsUnit(table, layout.columns[indexOf(quantity)]))
             notes.push_back(std::string(row(quantity).name) + ": no unit was found, " +
                             (row(quantity).kind == UnitKind::Time ? "ns" : "M") + " is assumed.");
-    std::string unused;
-    for (int column = 1; column <= table.cells.columnCount(); ++column)
-        if (std::ranges::find(layout.columns, column) == layout.columns.end() && hasNumbers(table, column))
+    const bool titled = std::ranges::any_of(table.titles, [](const std::string& title) { return !title.empty(); });
+    std::string unused, untitled;
+    for (int column = 1; column <= table.cells.columnCount(); ++column) {
+        if (!hasNumbers(table, column))
+            continue;
+        if (std::ranges::find(layout.columns, column) == layout.columns.end())
             unused += (unused.empty() ? "" : ", ") + std::to_string(column);
+        if (titled && table.titles[static_cast<std::size_t>(column - 1)].empty())
+            untitled += (untitled.empty() ? "" : ", ") + std::to_string(column);
+    }
+    const std::string columns = layout.samplesInColumns ? "Rows" : "Columns";
     if (!unused.empty())
-        notes.push_back((layout.samplesInColumns ? "Rows" : "Columns") + (" of numbers that are not used: " + unused) +
-                        '.');
+        notes.push_back(columns + " of numbers that are not used: " + unused + ".");
+    if (!untitled.empty()) // a comma that is decimal sign and separator in one
+        notes.push_back(columns + " of numbers without a title: " + untitled +
+                        ". Are the cells cut as they should be?");
     return notes;
 }
 
@@ -160,7 +169,7 @@ SampleList readSamples(const FoundTable& table)
         completeDecay(sample, table.layout);
         if (usable)
             list.samples.push_back(sample);
-        else if (any)
+        else if (any && table.layout.columns[indexOf(Quantity::Concentration)] > 0)
             list.remarks.push_back((table.layout.samplesInColumns ? "Column " : "Row ") + std::to_string(row) +
                                    " is left out, because it has no concentration.");
     }

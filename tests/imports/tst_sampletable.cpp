@@ -2,11 +2,10 @@
 #include "imports/sampletable.h"
 #include "tests/support/waitlimit.h"
 
-#include <QElapsedTimer>
 #include <QStringEncoder>
 #include <QTest>
 
-#include <algorithm>
+#include <ctime>
 
 namespace
 {
@@ -86,6 +85,8 @@ void TestSampleTable::readsSevenSamplesInEverySpelling_data()
     row("labels before, ratios behind",
         "Sample;F;c(KI) / M;F0/F\na;16580;0;1\nb;3753;0.04;4.4\nc;1566;0.1;10.6\nd;721;0.2;23\n"
         "e;446;0.3;37.2\nf;242;0.5;68.5\ng;121;0.8;137\n");
+    row("words of another language",
+        "Probe-Nr.\tKonz. / M\tIntensität\n1\t" + QString(kPoint).trimmed().replace("\n", "\n2\t"));
     row("samples in columns", "\t0\t0.04\t0.1\t0.2\t0.3\t0.5\t0.8\nF\t16580\t3753\t1566\t721\t446\t242\t121\n");
     row("titled rows", "c / mM;0;40;100;200;300;500;800\nIntensity;16580;3753;1566;721;446;242;121\n");
     row("untitled rows", "0,0.04,0.1,0.2,0.3,0.5,0.8\n16580,3753,1566,721,446,242,121\n");
@@ -137,6 +138,8 @@ void TestSampleTable::namesWhatIsNotRead()
     QCOMPARE(read("c\tF\tF2\n0\t9\t8\n1\t5\t4\n").notes,
              (Texts{"Concentration: no unit was found, M is assumed.", "Columns of numbers that are not used: 3."}));
     QCOMPARE(read("c\tF\n0\t9\n1 mM\t5\n").notes, Texts());
+    QCOMPARE(read("c/M,F\n0,1,100\n0,2,80\n").notes.back(),
+             "Columns of numbers without a title: 3. Are the cells cut as they should be?");
 }
 
 void TestSampleTable::waitsForADecimalSign()
@@ -173,8 +176,7 @@ void TestSampleTable::obeysChoices()
 void TestSampleTable::refusesWhatIsNoTable()
 {
     QVERIFY(!imports::decodedText(std::string_view("PK\x03\x04\x14\0\x06\0\x08\0", 10)));
-    QElapsedTimer clock;
-    clock.start();
+    const std::clock_t start = std::clock(); // of the processor, because it may have other work
     std::string lines;
     for (int i = 0; i < 100'000; ++i)
         lines += "1\t2\n";
@@ -185,7 +187,7 @@ void TestSampleTable::refusesWhatIsNoTable()
         most += QByteArray("1,2;").repeated(34).toStdString() + "\n";
     QVERIFY(imports::complaintAboutSize(most).empty());
     imports::readSamples(imports::findTable(most, {}));
-    QVERIFY2(clock.elapsed() < support::kWaitLimit, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY((std::clock() - start) / (CLOCKS_PER_SEC / 1000) < support::kWaitLimit);
 }
 
 QTEST_APPLESS_MAIN(TestSampleTable)
