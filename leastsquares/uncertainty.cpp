@@ -112,6 +112,20 @@ fit::Parameters responseTo(std::span<const double> shift, fit::Problem& problem,
     return moved;
 }
 
+Responses responsesOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free)
+{
+    const Eigen::MatrixXd J = derivativeMatrix(problem, values, free);
+    const Eigen::MatrixXd toValues = InverseNormal(J).matrix * J.transpose(), hat = J * toValues;
+    Responses responses;
+    for (std::size_t j = 0; j < free.size(); ++j) {
+        const auto row = toValues.row(static_cast<Eigen::Index>(j));
+        responses.ofValues[free[j]].assign(row.begin(), row.end());
+    }
+    for (const auto row : hat.rowwise())
+        responses.ofPoints.emplace_back(row.begin(), row.end());
+    return responses;
+}
+
 PropagatedErrors propagatedErrors(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free,
                                   std::span<const double> own, std::span<const double> common)
 {

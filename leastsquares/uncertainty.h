@@ -35,6 +35,13 @@ Uncertainty uncertaintyOf(fit::Problem& problem, const fit::Parameters& values, 
 fit::Parameters responseTo(std::span<const double> shift, fit::Problem& problem, const fit::Parameters& values,
                            const FreeSlots& free);
 
+/// How a fit follows its observations, to first order.
+struct Responses {
+    std::array<std::vector<double>, fit::kMaxParameters + 1> ofValues{}; // relative, by slot: (J'J)^-1 J'
+    std::vector<std::vector<double>> ofPoints; // hat matrix, [fitted][observed]: J (J'J)^-1 J'
+};
+Responses responsesOf(fit::Problem& problem, const fit::Parameters& values, const FreeSlots& free);
+
 /// Standard errors of an unweighted fit if the observations err in another way.
 struct PropagatedErrors {
     fit::Parameters ofParameters{};  // slots as in Uncertainty; infinity: not determined

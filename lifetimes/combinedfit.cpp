@@ -2,6 +2,7 @@
 
 #include "leastsquares/akaike.h"
 #include "leastsquares/spread.h"
+#include "lifetimes/estimatederrors.h"
 #include "models/catalogue.h"
 #include "trust/requestedfit.h"
 
@@ -87,12 +88,14 @@ void Completed::setErrors(const ErrorRatio& ratio)
 {
     if (!ratio.eachEstimated)
         m_fit.scatter.fill(leastsquares::estimatedScatter(m_fit.minimum.sumOfSquares, m_fit.degreesOfFreedom));
-    const leastsquares::Scatter& scatter = m_fit.scatter[1];
-    m_fit.uncertainty = leastsquares::uncertaintyOf(m_problem, m_fit.minimum.values, m_free, scatter);
-    for (const std::size_t slot : m_free)
-        m_fit.uncertainty.halfWidth[slot] = m_fit.scatter[slot].quantile * m_fit.uncertainty.standardError[slot];
-    m_fit.uncertainty.degreesOfFreedom = m_fit.degreesOfFreedom;
-    const double unit = std::sqrt(scatter.variance);
+    leastsquares::Uncertainty& uncertainty = m_fit.uncertainty;
+    uncertainty = leastsquares::uncertaintyOf(m_problem, m_fit.minimum.values, m_free, m_fit.scatter[1]);
+    for (const std::size_t slot : m_free) {
+        uncertainty.standardError[slot] *= std::sqrt(m_fit.scatter[slot].variance / m_fit.scatter[1].variance);
+        uncertainty.halfWidth[slot] = m_fit.scatter[slot].quantile * uncertainty.standardError[slot];
+    }
+    uncertainty.degreesOfFreedom = m_fit.degreesOfFreedom;
+    const double unit = ratio.eachEstimated ? 1 : std::sqrt(m_fit.scatter[1].variance);
     m_fit.errors = {unit * m_fit.weights.intensity, unit * m_fit.weights.lifetime};
 }
 
@@ -142,12 +145,20 @@ void Completed::judge()
 
 RelativeErrors weightsOf(const ErrorRatio& ratio) { return {1, ratio.eachEstimated ? 1 : ratio.typed}; }
 
+/// Of two sites that can change places, the faster is the first.
+leastsquares::Minimum inOrder(int model, leastsquares::Minimum minimum)
+{
+    if (const auto exchanged = models::row(model).exchanged; exchanged && minimum.values[2] < minimum.values[3])
+        minimum.values = exchanged(minimum.values);
+    return minimum;
+}
+
 CombinedFit fitAt(const Measurements& measurements, int model, const ErrorRatio& ratio,
                   const leastsquares::Minimum& minimum)
 {
-    CombinedFit fit{.model = model, .weights = weightsOf(ratio), .minimum = minimum};
+    CombinedFit fit{.model = model, .weights = weightsOf(ratio), .minimum = inOrder(model, minimum)};
     if (ratio.eachEstimated) {
-        const EstimatedErrors estimated = estimateErrors(measurements, model, slotsOf(model), minimum.values);
+        const EstimatedErrors estimated = estimateErrors(measurements, model, slotsOf(model), fit.minimum.values);
         fit.weights = estimated.errors;
         fit.minimum = estimated.minimum;
         fit.scatter = estimated.scatter;

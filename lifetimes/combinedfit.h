@@ -2,6 +2,7 @@
 
 #include "leastsquares/profile.h"
 #include "leastsquares/solutions.h"
+#include "lifetimes/combinedproblem.h"
 #include "lifetimes/errorratio.h"
 #include "trust/judgement.h"
 
@@ -17,7 +18,7 @@ struct CombinedFit {
     int model = 0;
     RelativeErrors weights{}; // of CombinedProblem; the estimated errors if each is estimated
     leastsquares::Minimum minimum{};
-    std::array<leastsquares::Scatter, fit::kMaxParameters + 1> scatter{}; // of the residuals; t of each constant
+    std::array<leastsquares::Scatter, fit::kMaxParameters + 1> scatter{}; // of the residuals, by slot
     leastsquares::Uncertainty uncertainty{};
     /// Standard errors if the reference's lifetime tau0, by which k = KSV / tau0 is divided, errs as all lifetimes do.
     /// uncertainty holds for an exact tau0. Where quenching is strong, k depends little on tau0, and this one is

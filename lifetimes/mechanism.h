@@ -27,7 +27,7 @@ struct Finding {
 };
 
 /// Models whose AICc exceeds the lowest by less than this describe the data about equally well.
-inline constexpr double kEquallyWell = 4;
+inline constexpr double kEquallyWell = 6;
 
 /// fits: of all models with a law for lifetimes. A model counts if the data determine its constants and if each
 /// constant that a simpler model lacks lowers the sum of squares more than chance does in 95 % of cases
