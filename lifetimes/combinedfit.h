@@ -2,6 +2,7 @@
 
 #include "leastsquares/profile.h"
 #include "leastsquares/solutions.h"
+#include "leastsquares/uncertainty.h"
 #include "lifetimes/combinedproblem.h"
 #include "lifetimes/errorratio.h"
 #include "trust/judgement.h"

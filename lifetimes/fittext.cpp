@@ -140,11 +140,21 @@ std::string Writer::sentence() const
 
 } // namespace
 
+std::string verdict(const CombinedFit& fit)
+{
+    std::string text = trust::sentence(fit.judgement, fit.model);
+    const std::size_t others = fit.solutions.empty() ? 0 : fit.solutions.size() - 1;
+    if (others > 0)
+        text += others == 1 ? ", but another solution fits as well"
+                            : ", but " + std::to_string(others) + " other solutions fit as well";
+    return text;
+}
+
 FitText fitText(const Overview& overview, const CombinedFit& fit)
 {
     const Writer writer(overview, fit);
     return {.heading = "Model " + std::to_string(fit.model) + ": " + std::string(models::row(fit.model).name),
-            .verdict = trust::sentence(fit.judgement, fit.model),
+            .verdict = verdict(fit),
             .constants = writer.constants(),
             .figures = writer.figures(),
             .correlations = writer.correlations(),

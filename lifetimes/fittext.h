@@ -16,6 +16,9 @@ struct FitText {
     trust::TitledRows residuals;    // Q and relative residuals of both kinds, %
     std::string sentence;           // for a paper
 };
+/// "at a minimum", what the data do not determine, or how many other solutions fit as well.
+std::string verdict(const CombinedFit& fit);
+
 FitText fitText(const Overview& overview, const CombinedFit& fit);
 
 /// The whole text for the clipboard.

@@ -60,9 +60,15 @@ Mechanism mechanismOf(int model)
     return row.hasRadius ? Mechanism::Sphere : Mechanism::Complex;
 }
 
-bool isStatic(Mechanism mechanism)
+bool isStaticAlone(Mechanism mechanism)
 {
-    return mechanism != Mechanism::Open && mechanism != Mechanism::Collisions && mechanism != Mechanism::TwoSites;
+    return mechanism == Mechanism::Complex || mechanism == Mechanism::Sphere || mechanism == Mechanism::ComplexOrSphere;
+}
+
+/// s = 1
+bool isDynamicAlone(Mechanism mechanism)
+{
+    return mechanism == Mechanism::Collisions || mechanism == Mechanism::TwoSites;
 }
 
 /// What two models have in common.
@@ -96,29 +102,26 @@ std::string levels(const StaticFactor& factor, bool complexFirst)
     return complexFirst ? complex + " against " + sphere : sphere + " against " + complex;
 }
 
-/// A slope against Q with half of its 95 percent interval: "(0.02 ± 0.04) M⁻¹".
-std::string slopeText(const StaticFactor& factor)
+/// "(0.02 ± 0.04) M⁻¹", with half of the 95 percent interval.
+std::string slopeText(const Slope& slope)
 {
-    return noise::withError(factor.slope, factor.halfWidth, noise::printedUnit(models::kPerMolar));
+    return noise::withError(slope.value, slope.halfWidth, noise::printedUnit(models::kPerMolar));
 }
 
-/// How large a static factor may be at the largest concentration, by its 95 percent interval.
-double largestFactor(const StaticFactor& factor)
+/// The largest value that a factor may have at the highest concentration, by its 95 percent interval.
+double largest(const Slope& slope, const StaticFactor& factor)
 {
-    double Q = 0;
-    for (const StaticRow& row : factor.rows)
-        Q = std::max(Q, row.Q);
-    return factor.hasErrors() ? std::exp((factor.slope + factor.halfWidth) * Q) : INFINITY;
+    return factor.hasErrors ? std::exp(slope.largest() * factor.highestQ()) : INFINITY;
 }
 
-/// True if a quarter of the quenching, as a logarithm, could be static without being noticed.
-bool mayHideStatic(const Measurements& measurements, const StaticFactor& factor)
+/// True if a part of the quenching that is not negligible, as a logarithm, could have this slope without being noticed.
+bool mayHide(const Slope& slope, const Measurements& measurements, const StaticFactor& factor)
 {
-    constexpr double kShare = 0.25;
-    double largest = 1;
+    constexpr double kShare = 0.15;
+    double quenching = 1;
     for (const StaticRow& row : factor.rows)
-        largest = std::max(largest, measurements.ratio(Kind::Intensity, row.sample));
-    return std::log(largestFactor(factor)) > kShare * std::log(largest);
+        quenching = std::max(quenching, measurements.ratio(Kind::Intensity, row.sample));
+    return std::log(largest(slope, factor)) > kShare * std::log(quenching);
 }
 
 std::string withoutPairs(const Measurements& measurements)
@@ -131,12 +134,28 @@ std::string withoutPairs(const Measurements& measurements)
 
 std::string undecided(const Fits& fits)
 {
-    if (fits.size() < 2)
+    if (fits.empty())
         return "The data do not tell what quenches: they determine the constants of no model.";
+    std::vector<int> numbers;
+    for (const CombinedFit* fit : fits)
+        numbers.push_back(fit->model);
+    std::sort(numbers.begin(), numbers.end());
     std::string models;
-    for (std::size_t i = 0; i < fits.size(); ++i)
-        models += (i == 0 ? "" : i + 1 == fits.size() ? " and " : ", ") + std::to_string(fits[i]->model);
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        models += (i == 0 ? "" : i + 1 == numbers.size() ? " and " : ", ") + std::to_string(numbers[i]);
     return "The data do not tell what quenches: Models " + models + " describe them about equally well.";
+}
+
+/// What could hide behind a mechanism, in a sentence; empty if nothing could.
+std::string hiddenBehind(Mechanism mechanism, const Measurements& measurements, const StaticFactor& factor)
+{
+    if (isDynamicAlone(mechanism) && mayHide(factor.slope, measurements, factor))
+        return "The data do not tell what quenches: collisions suffice, but a static factor of up to " +
+               fit::formatNumber(largest(factor.slope, factor), "0.0") + " would not be noticed.";
+    if (isStaticAlone(mechanism) && mayHide(factor.lifetimeSlope, measurements, factor))
+        return "The data do not tell what quenches: a complex or a sphere suffices, but a ratio τ0/τ of up to " +
+               fit::formatNumber(largest(factor.lifetimeSlope, factor), "0.0") + " would not be noticed.";
+    return {};
 }
 
 /// The sentence of a mechanism that the data tell.
@@ -150,7 +169,7 @@ std::string sentence(Mechanism mechanism, const StaticFactor& factor)
         break;
     case Mechanism::Collisions:
         return "Collisions alone describe this: the static factor does not differ from 1 (ln s/Q = " +
-               slopeText(factor) + ", 95 %).";
+               slopeText(factor.slope) + ", 95 %).";
     case Mechanism::Complex:
         return "The lifetimes do not change, and a complex describes this better than a sphere: " + complexFirst + ".";
     case Mechanism::Sphere:
@@ -170,7 +189,8 @@ std::string sentence(Mechanism mechanism, const StaticFactor& factor)
                "of which the quencher reaches one less or not at all.";
     case Mechanism::NotOnePopulation:
         return "The lifetimes fall more than the intensities: s is below 1 by more than its 95 % error (ln s/Q = " +
-               slopeText(factor) + "). This is not the quenching of one population, and no model here describes it.";
+               slopeText(factor.slope) +
+               "). This is not the quenching of one population, and no model here describes it.";
     }
     return {};
 }
@@ -192,10 +212,8 @@ Finding findingOf(const Measurements& measurements, const std::vector<CombinedFi
         mechanism = common(mechanism, mechanismOf(fit->model));
     if (mechanism == Mechanism::Open)
         return {mechanism, undecided(counted)};
-    if (!isStatic(mechanism) && mayHideStatic(measurements, factor))
-        return {Mechanism::Open,
-                "The data do not tell what quenches: collisions suffice, but a static factor of up to " +
-                    fit::formatNumber(largestFactor(factor), "0.0") + " would not be noticed."};
+    if (const std::string hidden = hiddenBehind(mechanism, measurements, factor); !hidden.empty())
+        return {Mechanism::Open, hidden};
     return {mechanism, sentence(mechanism, factor)};
 }
 

@@ -1,6 +1,7 @@
 #include "lifetimes/overviewtext.h"
 
 #include "fit/numbertext.h"
+#include "lifetimes/fittext.h"
 #include "models/catalogue.h"
 
 #include <cmath>
@@ -33,7 +34,7 @@ trust::TitledRows staticRows(const StaticFactor& factor)
     if (factor.rows.empty())
         return {};
     trust::TitledRows table{{"Q /M", "s", "±", "(s − 1)/Q /M-1", "±", "ln s/Q /M-1", "±"}};
-    const auto error = [&](double value) { return factor.hasErrors() ? figure(value) : "-"; };
+    const auto error = [&](double value) { return factor.hasErrors ? figure(value) : "-"; };
     for (const StaticRow& row : factor.rows)
         table.push_back({figure(row.Q), figure(row.s), error(row.s * row.relativeError), figure(row.perQ()),
                          error(row.perQError()), figure(row.logPerQ()), error(row.logPerQError())});
@@ -62,7 +63,7 @@ trust::TitledRows rankingRows(const Overview& overview)
         else
             table.push_back({model, place.fit->AICc ? figure(*place.fit->AICc) : "too few samples",
                              place.differenceToFirst ? fit::formatNumber(*place.differenceToFirst, "0.00") : "-",
-                             constantsText(*place.fit), trust::sentence(place.fit->judgement, place.model)});
+                             constantsText(*place.fit), verdict(*place.fit)});
     }
     return table;
 }

@@ -33,24 +33,21 @@ const CombinedFit* best(const std::vector<CombinedFit>& fits)
     return found;
 }
 
-/// Fills the straight line of ln s against Q; the reference is one of its points.
-void setSlope(StaticFactor& factor, double error, double quantile)
+/// The line through the logarithms y of the rows and through the reference, at Q = 0 and y = 0. error: of each y.
+Slope slopeOf(const std::vector<StaticRow>& rows, const std::vector<double>& y, double error, double quantile)
 {
-    double meanQ = 0, meanLog = 0, QQ = 0, QLog = 0;
-    const auto points = static_cast<double>(factor.rows.size() + 1);
-    for (const StaticRow& row : factor.rows) {
-        meanQ += row.Q / points;
-        meanLog += std::log(row.s) / points;
+    const auto points = static_cast<double>(rows.size() + 1);
+    double meanQ = 0, meanY = 0;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        meanQ += rows[i].Q / points;
+        meanY += y[i] / points;
     }
-    QQ = meanQ * meanQ; // of the reference, at Q = 0 and ln s = 0
-    QLog = meanQ * meanLog;
-    for (const StaticRow& row : factor.rows) {
-        QQ += (row.Q - meanQ) * (row.Q - meanQ);
-        QLog += (row.Q - meanQ) * (std::log(row.s) - meanLog);
+    double QQ = meanQ * meanQ, QY = meanQ * meanY; // of the reference
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        QQ += (rows[i].Q - meanQ) * (rows[i].Q - meanQ);
+        QY += (rows[i].Q - meanQ) * (y[i] - meanY);
     }
-    factor.slope = QLog / QQ;
-    factor.slopeError = error / std::sqrt(QQ);
-    factor.halfWidth = quantile * factor.slopeError;
+    return {QY / QQ, quantile * error / std::sqrt(QQ)};
 }
 
 } // namespace
@@ -58,6 +55,14 @@ void setSlope(StaticFactor& factor, double error, double quantile)
 double StaticRow::logPerQ() const { return std::log(s) / Q; }
 
 bool StaticRow::differsFromOne() const { return std::abs(std::log(s)) > 2 * relativeError; }
+
+double StaticFactor::highestQ() const
+{
+    double Q = 0;
+    for (const StaticRow& row : rows)
+        Q = std::max(Q, row.Q);
+    return Q;
+}
 
 StaticFactor staticFactorOf(const Measurements& measurements, const std::vector<CombinedFit>& fits,
                             const ErrorRatio& ratio)
@@ -68,15 +73,24 @@ StaticFactor staticFactorOf(const Measurements& measurements, const std::vector<
     std::vector<CombinedFit> all = withNegativeK(measurements, fits, ratio);
     all.insert(all.end(), fits.begin(), fits.end());
     const CombinedFit* describing = best(all);
-    const double ofOne = describing ? std::hypot(describing->errors.intensity, describing->errors.lifetime) : 0;
+    const RelativeErrors errors = describing ? describing->errors : RelativeErrors{0, 0};
+    const double error = std::hypot(errors.intensity, errors.lifetime); // of s without the reference
+    std::vector<double> logS, logLifetime;
     for (std::size_t i = 1; i < measurements.samples.size(); ++i) {
-        const double intensity = measurements.ratio(Kind::Intensity, i),
-                     lifetime = measurements.ratio(Kind::Lifetime, i);
-        if (intensity > 0 && lifetime > 0 && measurements.samples[i].Q > 0)
-            factor.rows.push_back({i, measurements.samples[i].Q, intensity / lifetime, std::sqrt(2.0) * ofOne});
+        const double Q = measurements.samples[i].Q, lifetime = measurements.ratio(Kind::Lifetime, i);
+        const double s = lifetime > 0 ? measurements.ratio(Kind::Intensity, i) / lifetime : 0;
+        if (s == 0 || Q == 0)
+            continue;
+        factor.rows.push_back({i, Q, s, std::sqrt(2.0) * error});
+        logS.push_back(std::log(s));
+        logLifetime.push_back(std::log(lifetime));
     }
-    if (!factor.rows.empty())
-        setSlope(factor, ofOne, describing ? describing->scatter[1].quantile : 0);
+    if (factor.rows.empty())
+        return factor;
+    const double quantile = describing ? describing->scatter[1].quantile : 0;
+    factor.hasErrors = quantile > 0;
+    factor.slope = slopeOf(factor.rows, logS, error, quantile);
+    factor.lifetimeSlope = slopeOf(factor.rows, logLifetime, errors.lifetime, quantile);
     return factor;
 }
 

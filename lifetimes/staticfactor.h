@@ -22,14 +22,23 @@ struct StaticRow {
     bool differsFromOne() const;
 };
 
+/// A straight line against Q through samples and reference, whose intercept is free.
+struct Slope {
+    double value = 0;     // M^-1
+    double halfWidth = 0; // of its 95 percent interval
+    double largest() const { return value + halfWidth; }
+};
+
 struct StaticFactor {
     std::vector<StaticRow> rows; // of samples with quencher, intensity and lifetime
-    /// Slope of ln s against Q, M^-1, reference included; its standard error and half of its 95 percent interval.
-    double slope = 0, slopeError = 0, halfWidth = 0;
+    bool hasErrors = false;      // a model leaves degrees of freedom to estimate them
+    Slope slope{};               // of ln s
+    Slope lifetimeSlope{};       // of ln τ0/τ
 
-    bool hasErrors() const { return halfWidth > 0; }
     /// The lifetimes fall more than the intensities, by more than the 95 percent error.
-    bool isBelowOne() const { return hasErrors() && slope + halfWidth < 0; }
+    bool isBelowOne() const { return hasErrors && slope.largest() < 0; }
+    /// The largest concentration with both ratios, M.
+    double highestQ() const;
 };
 
 /// fits: of the same measurements. The relative errors are those of the fit with the lowest AICc. Fits in which K may

@@ -17,26 +17,43 @@ using namespace lifetimes;
 namespace
 {
 
+/// How lifetimes err and what a fit assumes. Intensities err by 1 %.
 struct Situation {
     const char* name;
-    double trueRatio; // error of a lifetime / that of an intensity, which is 1 %
+    double trueRatio; // error of a lifetime / that of an intensity
     ErrorRatio assumed;
-    double least, most; // share of intervals that may hold the truth, percent
+    double least, most; // percent of intervals that may hold the truth
 };
 
-constexpr double kLeast = 92, kMost = 98;
+// With seven samples, estimated weights cost two percent at most. With a wrong ratio, an interval is too short or too
+// long, depending on which kind determines its constant.
 const Situation kSituations[]{
-    {"equal", 1, {}, kLeast, kMost},
-    {"lifetimes three times worse", 3, {3}, kLeast, kMost},
-    {"each estimated", 1, {1, true}, kLeast, kMost},
-    {"each estimated, lifetimes three times worse", 3, {1, true}, kLeast, kMost},
-    {"three times worse than typed", 3, {1}, 0, 100},
-    {"three times better than typed", 1.0 / 3, {1}, 0, 100},
+    {"equal errors", 1, {}, 92, 98},
+    {"lifetimes three times worse, as typed", 3, {3}, 92, 98},
+    {"equal errors, each estimated", 1, {1, true}, 90, 98},
+    {"lifetimes three times worse, each estimated", 3, {1, true}, 90, 98},
+    {"lifetimes three times worse than typed", 3, {}, 85, 100},
+    {"lifetimes three times better than typed", 1.0 / 3, {}, 75, 100},
 };
 
 struct Count {
     int byProfile = 0, symmetrical = 0, withTau0 = 0, all = 0, undetermined = 0;
+    Count& operator+=(const Count& other)
+    {
+        byProfile += other.byProfile;
+        symmetrical += other.symmetrical;
+        withTau0 += other.withTau0;
+        all += other.all;
+        return *this;
+    }
     double share(int number) const { return 100.0 * number / all; }
+    /// Intervals for a measured tau0 may be longer: its error moves the constant and is part of the scatter.
+    bool isBetween(double least, double most) const
+    {
+        const double profile = share(byProfile), symmetricalShare = share(symmetrical);
+        return std::min(profile, symmetricalShare) >= least && std::max(profile, symmetricalShare) <= most &&
+               share(withTau0) >= least;
+    }
 };
 
 bool holds(const leastsquares::Profile& profile, double truth)
@@ -90,7 +107,9 @@ void TestCombinedCoverage::intervalsHoldTheTruth()
 {
     QFETCH(std::size_t, situation);
     const Situation& in = kSituations[situation];
-    const int sets = support::setsPerCase(40);
+    constexpr int kEnoughForACase = 1000; // sets, of whose share the standard deviation is 0.7 percent
+    const int sets = support::setsPerCase(15);
+    Count total;
     for (const support::NoiseCase& noiseCase : support::noiseCases()) {
         if (!models::row(noiseCase.model).hasLifetimeLaw())
             continue;
@@ -104,13 +123,17 @@ void TestCombinedCoverage::intervalsHoldTheTruth()
             countSet(of, in.assumed, generator, bySlot);
         for (std::size_t slot = 1; slot <= models::row(of.model).fitted().size(); ++slot) {
             const Count& count = bySlot[slot];
+            total += count;
             qInfo("Model %d, %s, %d samples, seed %d: profile %.1f, symmetrical %.1f, tau0 measured %.1f %% of %d; %d "
                   "undetermined",
                   of.model, models::parameter(of.model, slot).name().c_str(), noiseCase.samples, 1000000 * of.model,
                   count.share(count.byProfile), count.share(count.symmetrical), count.share(count.withTau0), count.all,
                   count.undetermined);
+            if (sets >= kEnoughForACase)
+                QVERIFY(count.isBetween(in.least, in.most));
         }
     }
+    QVERIFY(total.isBetween(in.least, in.most));
 }
 
 QTEST_APPLESS_MAIN(TestCombinedCoverage)
