@@ -59,9 +59,12 @@ std::string printedUnit(std::string_view unit)
 
 std::string withError(double value, double error, const std::string& unit)
 {
-    const bool hasError = error > 0 && std::isfinite(error) && std::isfinite(value);
+    constexpr double kRounding = 1e-9;  // of the value
+    constexpr double kHalfDigit = 5e-6; // of the value: rounding to five digits may add a digit
+    const bool hasError = error > kRounding * std::abs(value) && std::isfinite(error) && std::isfinite(value);
     const bool isNumber = value != 0 && std::isfinite(value);
-    const int exponent = hasError ? commonExponent(value, error) : isNumber ? commonExponent(value, 0) : 0;
+    const double rounded = value * (1 + kHalfDigit);
+    const int exponent = hasError ? commonExponent(value, error) : isNumber ? commonExponent(rounded, 0) : 0;
     const double scale = std::pow(10.0, exponent);
     std::string text;
     if (hasError) {
@@ -69,7 +72,7 @@ std::string withError(double value, double error, const std::string& unit)
         text = withDecimals(value / scale, decimals) + " ± " + withDecimals(error / scale, decimals);
     } else {
         constexpr int kDigits = 5;
-        text = withDecimals(value / scale, isNumber ? kDigits - 1 - exponentOf(value / scale) : 0);
+        text = withDecimals(value / scale, isNumber ? kDigits - 1 - exponentOf(rounded / scale) : 0);
     }
     if (hasError && (exponent != 0 || !unit.empty()))
         text = "(" + text + ")";

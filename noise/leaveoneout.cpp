@@ -31,9 +31,11 @@ LeftOut leftOut(const NoiseFit& fitted, const RatioFit& ratioFit, int sample)
     LeftOut row{
         .sample = sample, .values = minimum.values, .outlyingness = fitted.minimum.sumOfSquares - minimum.sumOfSquares};
     for (const std::size_t slot : ratioFit.free) {
+        const double error = fitted.uncertainty.standardError[slot];
+        if (std::isinf(error))
+            continue;
         const double moved = std::abs(minimum.values[slot] - fitted.minimum.values[slot]);
-        const double inErrors =
-            moved > 0 ? moved / fitted.uncertainty.standardError[slot] : 0; // exact data have no errors
+        const double inErrors = moved > 0 && error > 0 ? moved / error : 0; // exact data have no errors
         if (row.slot == 0 || inErrors > row.influence) {
             row.slot = slot;
             row.influence = inErrors;
@@ -47,7 +49,7 @@ LeftOut leftOut(const NoiseFit& fitted, const RatioFit& ratioFit, int sample)
 std::vector<LeftOut> leaveOneOut(const NoiseFit& fitted, const RatioFit& ratioFit)
 {
     std::vector<LeftOut> rows;
-    if (fitted.scatter.degreesOfFreedom < 1 || ratioFit.free.empty())
+    if (fitted.scatter.degreesOfFreedom < 1 || !fitted.isDefined() || ratioFit.free.empty())
         return rows;
     const int first = fitted.errors.assumption == Assumption::EqualOnRatios ? 2 : 1;
     for (int sample = first; sample <= ratioFit.points.count; ++sample)

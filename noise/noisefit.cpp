@@ -18,6 +18,8 @@ constexpr int kReferences = 1;
 leastsquares::Scatter scatterOf(const RatioFit& ratioFit, const Errors& errors, double sumOfSquares)
 {
     const int degreesOfFreedom = ratioFit.points.count - kReferences - static_cast<int>(ratioFit.free.size());
+    if (!std::isfinite(sumOfSquares))
+        return {.degreesOfFreedom = degreesOfFreedom};
     return errors.areKnown() ? leastsquares::knownScatter(degreesOfFreedom)
                              : leastsquares::estimatedScatter(sumOfSquares, degreesOfFreedom);
 }
@@ -29,7 +31,7 @@ std::optional<double> criterion(const RatioFit& ratioFit, const Errors& errors, 
     if (errors.assumption == Assumption::EqualOnRatios)
         return leastsquares::correctedAkaike(sum, n - kReferences, p + 1);
     if (errors.areKnown())
-        return sumOfSquares + 2 * (p + kReferences);
+        return std::isfinite(sumOfSquares) ? std::optional(sumOfSquares + 2 * (p + kReferences)) : std::nullopt;
     return leastsquares::correctedAkaike(sum, n, p + kReferences + 1);
 }
 
@@ -70,7 +72,7 @@ AnalysedConstants analysedUnder(const NoiseFit& fitted, const RatioFit& ratioFit
         analysed.standardError[slot] = std::isinf(error) ? error : unit * error; // 0 times infinity is no number
         analysed.halfWidth[slot] = fitted.scatter.quantile * analysed.standardError[slot];
         const double distance = std::abs(values[slot] - fitted.minimum.values[slot]);
-        if (fitted.hasErrors() && distance > kFar * analysed.standardError[slot])
+        if (fitted.hasErrors() && !fitted.isExact() && distance > kFar * analysed.standardError[slot])
             analysed.differing.push_back(slot);
     }
     return analysed;
@@ -80,12 +82,12 @@ AnalysedConstants analysedUnder(const NoiseFit& fitted, const RatioFit& ratioFit
 NoiseFit fitAt(const Errors& errors, const RatioFit& ratioFit, const leastsquares::Minimum& minimum,
                const fit::Parameters& analysed)
 {
-    NoiseFit fitted{.errors = errors, .minimum = minimum};
+    NoiseFit fitted{.errors = errors, .minimum = minimum, .samples = ratioFit.points.count};
     const std::unique_ptr<fit::Problem> problem = problemUnder(ratioFit, errors);
     fitted.scatter = scatterOf(ratioFit, errors, minimum.sumOfSquares);
     fitted.uncertainty = leastsquares::uncertaintyOf(*problem, minimum.values, ratioFit.free, fitted.scatter);
     fitted.AICc = criterion(ratioFit, errors, minimum.sumOfSquares);
-    if (errors.areKnown() && fitted.scatter.degreesOfFreedom > 0)
+    if (errors.areKnown() && fitted.isDefined() && fitted.scatter.degreesOfFreedom > 0)
         fitted.chiSquareProbability =
             leastsquares::chiSquareProbability(minimum.sumOfSquares, fitted.scatter.degreesOfFreedom);
     fitted.analysed = analysedUnder(fitted, ratioFit, analysed);
@@ -93,6 +95,12 @@ NoiseFit fitAt(const Errors& errors, const RatioFit& ratioFit, const leastsquare
 }
 
 } // namespace
+
+bool NoiseFit::isExact() const
+{
+    const double unit = errors.smallest(); // of the residuals
+    return minimum.sumOfSquares * unit * unit < leastsquares::sumOfExactFit(samples);
+}
 
 std::unique_ptr<fit::Problem> problemUnder(const RatioFit& ratioFit, const Errors& errors)
 {

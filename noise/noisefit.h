@@ -5,6 +5,7 @@
 #include "noise/assumption.h"
 #include "sternvolmer/ratiopoints.h"
 
+#include <cmath>
 #include <memory>
 #include <span>
 
@@ -24,7 +25,7 @@ struct RatioFit {
 /// assumption.
 struct AnalysedConstants {
     fit::Parameters values{};
-    fit::Parameters standardError{}; // infinity: not determined; NaN: no degree of freedom tells the scatter
+    fit::Parameters standardError{}; // infinity: not determined; NaN: nothing tells the scatter
     fit::Parameters halfWidth{};     // of the symmetrical 95 percent interval; same rule
     leastsquares::Matrix4 correlation{};
     std::vector<double> residualError{}; // expected, of the ratio of each sample; 0 for the reference
@@ -37,13 +38,18 @@ struct NoiseFit {
     leastsquares::Minimum minimum{}; // the least sum of the residuals that belong to the assumption
     leastsquares::Scatter scatter{}; // of these residuals
     leastsquares::Uncertainty uncertainty{};
+    int samples = 0;              // with the reference
     std::optional<double> AICc{}; // none with too few samples; compare it under one assumption only
     /// Of so large a sum or a larger one; only for known errors, and if a degree of freedom is left.
     std::optional<double> chiSquareProbability{};
     AnalysedConstants analysed{};
 
+    /// False if a ratio is not positive and its logarithm is needed.
+    bool isDefined() const { return std::isfinite(minimum.sumOfSquares); }
     /// Known errors need no degree of freedom.
     bool hasErrors() const { return scatter.quantile > 0; }
+    /// The deviations are so small that no instrument detects them: their scatter is that of roundings.
+    bool isExact() const;
 };
 
 /// The least-squares problem under an assumption; it takes values in their real units.

@@ -85,7 +85,8 @@ std::string Writer::remarks() const
     const auto add = [&text](std::string_view sentence) { text.append(text.empty() ? "" : " ").append(sentence); };
     if (!hasErrors())
         add(kNoErrorsForDecays);
-    if (hasErrors() && !hasStandardErrors())
+    const bool isDefined = !m_details.errors || m_details.errors->fit.isDefined();
+    if (hasErrors() && !hasStandardErrors() && isDefined)
         add("There are too few samples for standard errors of so many constants.");
     const Verdict verdict = m_details.judgement.verdict;
     const bool notThere =

@@ -29,6 +29,10 @@ std::string nameOf(const ErrorDetails& details, std::size_t slot)
 std::string assumptionText(const ErrorDetails& details)
 {
     std::string text = noise::sentence(details.fit.errors);
+    if (!details.fit.isDefined())
+        return text + " But a ratio is not positive and has no logarithm: there are no errors under this assumption.";
+    if (details.fit.isExact() && details.fit.scatter.degreesOfFreedom > 0 && !details.fit.errors.areKnown())
+        text += " The data meet the model within roundings, so that the errors below mean nothing.";
     std::vector<std::string> names;
     for (const std::size_t slot : details.fit.analysed.differing)
         names.push_back(nameOf(details, slot));
@@ -63,11 +67,13 @@ TitledRows assumedFigures(const ErrorDetails& details)
     const noise::NoiseFit& fit = details.fit;
     TitledRows table{{"Figure", "Value"},
                      {fit.errors.areKnown() ? "Chi-square" : "Sum of squares under the assumption",
-                      figure(fit.minimum.sumOfSquares)}};
+                      fit.isDefined() ? figure(fit.minimum.sumOfSquares) : "-"}};
     table.push_back({"Degrees of freedom", std::to_string(fit.scatter.degreesOfFreedom)});
-    table.push_back({"AICc, to compare under this assumption only", fit.AICc ? figure(*fit.AICc) : "too few samples"});
+    table.push_back({"AICc, to compare under this assumption only", fit.AICc          ? figure(*fit.AICc)
+                                                                    : fit.isDefined() ? "too few samples"
+                                                                                      : "-"});
     const bool areRelative = fit.errors.assumption != noise::Assumption::EqualOnRatios;
-    if (fit.errors.areKnown())
+    if (fit.errors.areKnown() && fit.isDefined())
         table.push_back({"Probability of so large a chi-square", fit.chiSquareProbability
                                                                      ? figure(100 * *fit.chiSquareProbability) + " %"
                                                                      : "no degree of freedom left"});
@@ -94,7 +100,8 @@ TitledRows leftOutRows(const ErrorDetails& details)
         std::vector<std::string>& row = table.back();
         for (const std::size_t slot : details.ratioFit.free)
             row.push_back(figure(left.values[slot]));
-        row.insert(row.end(), {figure(left.influence), nameOf(details, left.slot), figure(left.outlyingness)});
+        row.insert(row.end(), {left.slot > 0 ? figure(left.influence) : "-",
+                               left.slot > 0 ? nameOf(details, left.slot) : "-", figure(left.outlyingness)});
     }
     return table;
 }
@@ -140,6 +147,8 @@ TitledRows readyRows(const ErrorDetails& details)
 /// What stands behind the sign ±: "± standard error, with an error of 2 % of τ0, without the error of Cp".
 std::string meaningOfErrors(const ErrorDetails& details)
 {
+    if (!details.fit.isDefined())
+        return "without standard errors, because a ratio is not positive";
     if (!details.fit.hasErrors())
         return "without standard errors, because no degree of freedom is left";
     std::vector<std::string> with, without;
@@ -188,14 +197,15 @@ std::string paperSentence(const ErrorDetails& details, const Judgement& judgemen
 {
     const noise::RatioFit& ratioFit = details.ratioFit;
     const models::Model& row = models::row(ratioFit.model);
+    const int freedom = std::max(0, details.fit.scatter.degreesOfFreedom);
     std::vector<std::string> texts;
     for (const noise::ReadyConstant& constant : details.ready)
         texts.push_back(noise::constantText(constant));
     std::string text = "Model " + std::to_string(ratioFit.model) + " (" + std::string(row.name) + ") gives " +
                        listed(texts) + " (" + meaningOfErrors(details) +
                        "; n = " + std::to_string(ratioFit.points.count) + " samples with the reference, " +
-                       std::to_string(details.fit.scatter.degreesOfFreedom) +
-                       " degrees of freedom, τ0 = " + noise::withError(ratioFit.points.tau0 * 1e9, 0, "ns");
+                       std::to_string(freedom) + (freedom == 1 ? " degree" : " degrees") +
+                       " of freedom, τ0 = " + noise::withError(ratioFit.points.tau0 * 1e9, 0, "ns");
     if (row.usesProbe(models::Analysis::SternVolmer))
         text += ", Cp = " + noise::withError(ratioFit.Cp, 0, "M");
     return text + "; " + program + "). " + noise::sentence(details.fit.errors) + caveat(judgement, ratioFit.model);

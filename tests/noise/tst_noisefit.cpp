@@ -149,6 +149,14 @@ void TestNoiseFit::aRatioThatIsNotPositiveHasNoValue()
     const auto problem = problemUnder(line, {});
     QVERIFY(std::isinf(leastsquares::sumOfSquares(*problem, {0, -1e9})));
     QVERIFY(std::isfinite(leastsquares::sumOfSquares(*problem, {0, 1e9})));
+    RatioFit negative = line;
+    negative.points.ratio[3] = -1;
+    for (const Errors& errors : {Errors{}, Errors{Assumption::AsTyped, {0.01}, true}}) {
+        const NoiseFit fitted = fitOf(negative, errors);
+        QVERIFY(!fitted.isDefined() && !fitted.hasErrors() && !fitted.AICc && !fitted.chiSquareProbability);
+        QVERIFY(leaveOneOut(fitted, negative).empty());
+    }
+    QVERIFY(fitOf(negative, {Assumption::EqualOnRatios}).hasErrors());
 }
 
 // In (1 + K Q) (1 + kq2 tau0 Q) the factors can be exchanged, and the probe's tiny concentration makes the sums differ.

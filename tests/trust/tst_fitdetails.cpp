@@ -61,6 +61,7 @@ private slots:
     void namesWhatTheDataDoNotDetermine();
     void showsErrorsUnderTheAssumption();
     void saysOnlyWhatErrorsAllow();
+    void saysWhyThereAreNoErrors();
     void drawsAProfileWhereItBends();
     void countsRunsExactly_data();
     void countsRunsExactly();
@@ -206,9 +207,27 @@ void TestFitDetails::saysOnlyWhatErrorsAllow()
     QVERIFY(std::stod(known.constants[1][2]) > 0 && std::stod(known.errors.ready[1][1]) > 0);
     QVERIFY(known.remarks.empty());
     QCOMPARE(known.errors.figures[4][1], std::string("no degree of freedom left"));
+    QVERIFY(known.errors.assumption.find("roundings") == std::string::npos); // known errors do not ask the scatter
     details.judgement.verdict = Verdict::StillMoving;
     QVERIFY(textUnder({}).errors.sentence.ends_with(
         "not at a minimum of the sum of squares; their errors are a rough guide."));
+}
+
+void TestFitDetails::saysWhyThereAreNoErrors()
+{
+    const std::vector<double> Q{0, 1, 2, 3, 4};
+    const std::tuple<std::vector<double>, const char*, const char*> cases[]{
+        {{1, 2, 3, 4, 5}, "meet the model within roundings", "kq2 = 1.0000 M⁻¹ s⁻¹ and"},
+        {{1, 2, -3, 4, 5}, "a ratio is not positive", "without standard errors, because a ratio is not positive"}};
+    for (const auto& [ratios, assumption, sentence] : cases) {
+        const analysis::Request request =
+            support::ratioRequest(support::panelOf(1), support::ratioPoints(Q, ratios, 1));
+        FitDetails details = detailsAt(request, {0, 1});
+        details.errors = errorDetails(request, details.values, {}, 0);
+        const ErrorText text = detailsText(details, labelsOf(request)).errors;
+        QVERIFY2(text.assumption.find(assumption) != std::string::npos, text.assumption.c_str());
+        QVERIFY2(text.sentence.find(sentence) != std::string::npos, text.sentence.c_str());
+    }
 }
 
 // The walk of a profile ends at the edge of its range, many decades beyond the place where the sum has flattened.
