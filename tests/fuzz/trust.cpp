@@ -1,7 +1,7 @@
 #include "app/panelrequest.h"
 #include "sternvolmer/ratiodata.h"
 #include "tests/fuzz/sheet.h"
-#include "trust/fitdetails.h"
+#include "trust/detailstext.h"
 #include "trust/judging.h"
 
 #include <cmath>
@@ -46,7 +46,31 @@ trust::SearchResult checkSearch(const trust::RequestedFit& requested)
     return found;
 }
 
-void checkDetails(const trust::RequestedFit& requested, const analysis::Result& result)
+/// Any assumption about the errors of so many samples; typed errors that are refused leave the one that opens first.
+noise::Errors takeErrors(fuzz::Input& input, int samples)
+{
+    noise::Errors errors{static_cast<noise::Assumption>(input.takeUpTo(2)), {}, input.takeUpTo(1) == 1};
+    for (int sample = 0; sample < samples; ++sample)
+        errors.typed.push_back(fuzz::takeNumber(input));
+    return noise::complaint(errors, samples) ? noise::Errors{} : errors;
+}
+
+/// The fit under the assumption lies inside its intervals, and no text contains a number that is none.
+void checkErrors(trust::FitDetails details, const analysis::Request& request, const noise::Errors& errors)
+{
+    constexpr double kRadius = 0.4; // nm
+    details.errors = trust::errorDetails(request, details.values, {errors, {0.01, 0.01, 0.01}}, kRadius);
+    for (const std::size_t slot : details.errors->ratioFit.free) {
+        const leastsquares::Profile& profile = details.errors->profiles[slot];
+        const double fitted = details.errors->fit.minimum.values[slot];
+        check(!(profile.low && *profile.low > fitted) && !(profile.high && *profile.high < fitted));
+        check(!(details.errors->fit.analysed.standardError[slot] < 0));
+    }
+    const std::string text = trust::plainText(trust::detailsText(details, trust::labelsOf(request)));
+    check(text.find("nan") == std::string::npos && text.find("inf") == std::string::npos);
+}
+
+void checkDetails(const trust::RequestedFit& requested, const analysis::Result& result, const noise::Errors& errors)
 {
     trust::LeastSums known;
     const trust::FitDetails details =
@@ -59,6 +83,7 @@ void checkDetails(const trust::RequestedFit& requested, const analysis::Result& 
             check(std::abs(correlation) <= 1 + 1e-6);
     const bool defined = std::isfinite(details.sumOfSquares);
     check(defined == (details.judgement.verdict != trust::Verdict::NotDefined));
+    checkErrors(details, requested.request, errors);
 }
 
 } // namespace
@@ -75,6 +100,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
         return 0;
     sternvolmer::computeRatios(data);
     analysis::Request request = app::requestOf(app::panelValues(panel), logMode, {.data = sternvolmer::pointsOf(data)});
+    const noise::Errors errors = takeErrors(bytes, sternvolmer::pointsOf(data).count);
     const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
     const trust::RequestedFit requested{*problem, request};
     const fit::Parameters typed = request.values;
@@ -85,8 +111,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
     const analysis::Result result = trust::runEngine(request);
     fuzz::fits += result.iterations > 0;
     if (!result.fault) // a command shows nothing after a fault
-        checkDetails(requested, result);
+        checkDetails(requested, result, errors);
     request.values = typed;
-    checkDetails(requested, {.values = typed});
+    checkDetails(requested, {.values = typed}, errors);
     return 0;
 }

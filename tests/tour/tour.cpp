@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 
 #include <iterator>
 #include <string_view>
@@ -188,6 +189,11 @@ struct Tour {
         tour::chooseItem(window, "mnuFitDetails");
         tour::waitWhile(tour::find<QPushButton>(window, "cmdVerdict"), "judging");
         picture(program.fitDetails, "fit-details.png");
+        auto& pages = tour::find<QTabWidget>(program.fitDetails, "tabDetails");
+        for (const char* name : {"fit-under-the-assumption.png", "samples-left-out.png", "to-print.png"}) {
+            pages.setCurrentIndex(pages.currentIndex() + 1);
+            picture(program.fitDetails, name);
+        }
         tour::chooseItem(window, "mnuFindAndFitSternVolmer");
         tour::chooseItem(window, "mnuCompareModels");
         picture(program.modelComparison, "compare-models.png");
