@@ -67,7 +67,6 @@ void ImportWindow::nameControls()
     m_preview->setAccessibleName(tr("The sheet after the import"));
     m_preview->numberColumns();
     writeTitles(*m_preview);
-    m_preview->showAllRows();
     m_remarks->setObjectName("txtImportRemarks");
     m_remarks->setReadOnly(true);
     m_remarks->setTabChangesFocus(true);
@@ -88,7 +87,7 @@ void ImportWindow::layOut()
     samples->addWidget(m_add);
     auto* remarksCaption = new QLabel(tr("&Notes"), this);
     remarksCaption->setBuddy(m_remarks);
-    m_remarks->setMinimumHeight(3 * m_remarks->fontMetrics().lineSpacing() + 12);
+    m_remarks->setMinimumHeight(2 * m_remarks->fontMetrics().lineSpacing() + 12);
     auto* end = new QHBoxLayout;
     end->addWidget(m_state, 1);
     end->addWidget(m_ok);
@@ -97,9 +96,9 @@ void ImportWindow::layOut()
     layout->addWidget(m_tableBox);
     layout->addWidget(m_columnsBox);
     layout->addLayout(samples);
-    layout->addWidget(m_preview);
+    layout->addWidget(m_preview, 4);
     layout->addWidget(remarksCaption);
-    layout->addWidget(m_remarks, 1); // the preview needs no more than its rows
+    layout->addWidget(m_remarks, 1);
     layout->addLayout(end);
 }
 
