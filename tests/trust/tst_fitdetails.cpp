@@ -63,7 +63,6 @@ private slots:
     void saysOnlyWhatErrorsAllow();
     void saysWhyThereAreNoErrors();
     void drawsAProfileWhereItBends();
-    void countsRunsExactly_data();
     void countsRunsExactly();
 };
 
@@ -255,26 +254,18 @@ void TestFitDetails::drawsAProfileWhereItBends()
 }
 
 // Four signs of each kind: 70 orders, of which 2 have two runs, 6 three, 18 four.
-void TestFitDetails::countsRunsExactly_data()
-{
-    QTest::addColumn<std::vector<double>>("residuals");
-    QTest::addColumn<int>("runs");
-    QTest::addColumn<double>("probability");
-    QTest::newRow("bent") << std::vector<double>{1, 1, 1, 1, -1, -1, -1, -1} << 2 << 2.0 / 70;
-    QTest::newRow("bent twice") << std::vector<double>{0, 1, 1, -1, -1, -1, -1, 1, 1} << 3 << 8.0 / 70;
-    QTest::newRow("waves") << std::vector<double>{1, 1, 0, -1, -1, 1, 1, -1, -1} << 4 << 26.0 / 70;
-    QTest::newRow("one sign") << std::vector<double>{1, 2, 3} << 1 << 1.0;
-    QTest::newRow("always changing") << std::vector<double>{1, -1, 1, -1} << 4 << 1.0;
-}
-
 void TestFitDetails::countsRunsExactly()
 {
-    QFETCH(std::vector<double>, residuals);
-    QFETCH(int, runs);
-    QFETCH(double, probability);
-    const leastsquares::RunsTest test = leastsquares::runsTest(residuals);
-    QCOMPARE(test.runs, runs);
-    QVERIFY(std::abs(test.probability - probability) < kHandCalculation);
+    const std::tuple<std::vector<double>, int, double> cases[]{{{1, 1, 1, 1, -1, -1, -1, -1}, 2, 2.0 / 70},
+                                                               {{0, 1, 1, -1, -1, -1, -1, 1, 1}, 3, 8.0 / 70},
+                                                               {{1, 1, 0, -1, -1, 1, 1, -1, -1}, 4, 26.0 / 70},
+                                                               {{1, 2, 3}, 1, 1}, // one sign
+                                                               {{1, -1, 1, -1}, 4, 1}};
+    for (const auto& [residuals, runs, probability] : cases) {
+        const leastsquares::RunsTest test = leastsquares::runsTest(residuals);
+        QCOMPARE(test.runs, runs);
+        QVERIFY(std::abs(test.probability - probability) < kHandCalculation);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestFitDetails)
