@@ -11,7 +11,7 @@ namespace support
 
 /// One step of a worked example: a table, or the report that the steps so far must give.
 struct ManualStep {
-    enum class Action { Sheet, Run, Report, Result, Copied } action;
+    QString use;             // sheet, run, result, copied or report, as the page marks it
     QList<QStringList> rows; // of a table: all cells of each row, the title first
     QString text;            // of a report
 };
@@ -68,16 +68,10 @@ private:
             link(use);
         else if (element == u"img")
             m_manual.pictures << attribute("src");
-        else if (element == u"table" && use == "sheet")
-            add({ManualStep::Action::Sheet, table(), {}});
-        else if (element == u"table" && use == "run")
-            add({ManualStep::Action::Run, table(), {}});
-        else if (element == u"table" && use == "result")
-            add({ManualStep::Action::Result, table(), {}});
-        else if (element == u"table" && use == "copied")
-            add({ManualStep::Action::Copied, table(), {}});
+        else if (element == u"table" && QStringList{"sheet", "run", "result", "copied"}.contains(use))
+            add({use, table(), {}});
         else if (element == u"pre" && use == "report")
-            add({ManualStep::Action::Report, {}, words().trimmed()});
+            add({use, {}, words().trimmed()});
     }
 
     /// An example may refer to the samples of the first one instead of a sheet of its own.
