@@ -34,26 +34,11 @@ class TestDecayCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void normalisesWritesBackAndDraws();
     void tablesFollowTheOutputSettings();
     void keepsTheNormalisedDataOfARefusedSheet();
     void keepsTheFittedCurvesInTheAnalyzer();
     void stopsALongPoissonFitAtOnce();
 };
-
-void TestDecayCommands::normalisesWritesBackAndDraws()
-{
-    Program vorlo;
-    vorlo.normalise();
-    QCOMPARE(vorlo.prompter.shown, QStringList());
-    app::DataSheet& sheet = vorlo.program.MainWindow.sheet();
-    QCOMPARE(sheet.GetSheetText(3, 1), ".75");
-    QCOMPARE(sheet.GetSheetText(5, 2), ".25");
-    QVERIFY(vorlo.program.shared.DataNormalized);
-    QCOMPARE(vorlo.program.GraphWindow1.windowTitle(), "Decay Curves");
-    QVERIFY(vorlo.program.GraphWindow1.isVisible());
-    QVERIFY(!vorlo.program.GraphWindow2.isVisible());
-}
 
 void TestDecayCommands::tablesFollowTheOutputSettings()
 {

@@ -139,6 +139,7 @@ void TestEveryCommand::type(const QJsonObject& texts)
 void TestEveryCommand::normalize(const QJsonArray& table)
 {
     m_vorlo->run("mnuNormalization");
+    QVERIFY(m_vorlo->program.GraphWindow1.isVisible());
     compareTable(m_vorlo->program.OutputTable1, table);
 }
 

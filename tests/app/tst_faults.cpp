@@ -122,7 +122,6 @@ private slots:
     void arithmeticFaultsLoseNothing();
     void failedSavesLoseNothing();
     void savesTellOfAnUncertainName();
-    void filesCutOffAnywhereOpen();
     void pastingFromAHangingProgramTellsAfterOneTimeOut();
 };
 
@@ -370,25 +369,6 @@ void TestFaults::savesTellOfAnUncertainName()
     vorlo.save(path);
     support::diskFault = {};
     QCOMPARE(vorlo.prompter.shown.size(), 1);
-}
-
-void TestFaults::filesCutOffAnywhereOpen()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath("session.vrl");
-    Program vorlo;
-    vorlo.run("mnuSternVolmerAnalysis");
-    vorlo.save(path);
-    const QByteArray whole = contents(path);
-    QFile file(path);
-    for (qint64 size = whole.size() - 1; size >= 0; --size) {
-        QVERIFY(file.resize(size));
-        vorlo.prompter.shown.clear();
-        vorlo.open(path);
-        const bool recognised = size >= QByteArray("Vorlo File").size();
-        QCOMPARE(vorlo.prompter.shown, recognised ? QStringList() : QStringList("This file type is not recognized."));
-    }
-    QCOMPARE(vorlo.program.shared.results.ResultRowEnd, 1);
 }
 
 void TestFaults::pastingFromAHangingProgramTellsAfterOneTimeOut()

@@ -2,7 +2,6 @@
 #include "app/sharedstate.h"
 
 #include <QAccessible>
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
