@@ -67,7 +67,8 @@ void FittingDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
 void FittingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const
 {
     const bool marked = option.state & (QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
-    if (!marked && !hasRemark(cell) && cell.data().toString().isEmpty())
+    const bool tinted = hasRemark(cell) || cell.data(Qt::BackgroundRole).isValid();
+    if (!marked && !tinted && cell.data().toString().isEmpty())
         return;
     QStyledItemDelegate::paint(painter, option, cell);
     if (hasRemark(cell))
