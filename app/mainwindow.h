@@ -53,6 +53,7 @@ signals:
     void pasteSamplesChosen();
     void undoChosen();
     void redoChosen();
+    void prepareIntensitiesChosen();
     void normalizationChosen();
     void decayCurveAnalysisChosen();
     void calcDecayCurveChosen();

@@ -4,6 +4,7 @@
 #include "app/datasheet.h"
 #include "app/editsteps.h"
 #include "app/parameterpanel.h"
+#include "app/preparedsheet.h"
 #include "app/resultstable.h"
 #include "app/samplestext.h"
 #include "app/statusline.h"
@@ -33,7 +34,7 @@ void FirstWindow::whenPainted(std::function<void()> then)
 
 VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstWindow)
     : m_firstWindow(std::move(firstWindow)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
-      aboutBox(prompter), importWindow(MainWindow.sheet()), m_prompter(prompter),
+      aboutBox(prompter), importWindow(MainWindow.sheet()), preparationWindow(prompter), m_prompter(prompter),
       m_session({MainWindow.sheet(), MainWindow.panel(), shared, MainWindow.results(), prompter}),
       m_import(importWindow, prompter),
       m_history({MainWindow.sheet(), MainWindow.panel(), MainWindow.results(), shared, m_session}),
@@ -51,6 +52,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     connectUndo();
     connectAnalyses();
     connectTrust();
+    connectPreparation();
     connectStatusLine();
     connectWindows();
     placePlotsAndTables();
@@ -219,6 +221,21 @@ void VorloMain::connectTrust()
     };
 }
 
+void VorloMain::connectPreparation()
+{
+    connect(&MainWindow, &frmVorloMain::prepareIntensitiesChosen, this, [this] {
+        preparationWindow.showSheet(sheetSamples(MainWindow.sheet()));
+        showInFront(preparationWindow, kPreparationPlace);
+    });
+    connect(&preparationWindow, &preparation::PreparationWindow::applied, this,
+            [this](const preparation::SheetSamples& samples) {
+                m_history.run(tr("Prepare Intensities"), [&] { writeSamples(MainWindow.sheet(), samples); });
+                shared.DataNormalized = false;
+            });
+    connect(&preparationWindow, &preparation::PreparationWindow::errorsKnown, this,
+            [this](const std::vector<double>& errors) { m_trustCommands.typeErrors(errors); });
+}
+
 void VorloMain::connectStatusLine()
 {
     m_afterChanges.setSingleShot(true);
@@ -233,6 +250,8 @@ void VorloMain::connectStatusLine()
         MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet, sheet.takeDropped())));
         if (importWindow.isVisible())
             importWindow.refresh();
+        if (preparationWindow.isVisible())
+            preparationWindow.showSheet(sheetSamples(sheet));
         m_verdicts.look();
     });
     m_afterChanges.start();
@@ -258,7 +277,7 @@ void VorloMain::endProgram()
 {
     for (QWidget* window : std::initializer_list<QWidget*>{
              &GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2, &SVAnalyzer, &DecayAnalyzer, &SettingWindow,
-             &helpViewer, &aboutBox, &startValues, &fitDetails, &modelComparison, &importWindow})
+             &helpViewer, &aboutBox, &startValues, &fitDetails, &modelComparison, &importWindow, &preparationWindow})
         window->hide();
     emit ended();
 }

@@ -15,6 +15,7 @@
 #include "app/verdictwatch.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
+#include "preparation/preparationwindow.h"
 
 #include <QTimer>
 
@@ -69,6 +70,7 @@ public:
     trust::FitDetailsWindow fitDetails;
     trust::ModelComparisonWindow modelComparison;
     ImportWindow importWindow;
+    preparation::PreparationWindow preparationWindow;
 
 signals:
     void ended(); // the main window was closed and every other window hidden
@@ -81,6 +83,7 @@ private:
     void connectUndo();
     void connectAnalyses();
     void connectTrust();
+    void connectPreparation();
     void connectStatusLine();
     void connectCommand(void (frmVorloMain::*chosen)(), const std::function<void()>& command);
     void showVerdict();

@@ -289,4 +289,11 @@ void TrustCommands::setErrors(const noise::Errors& errors)
         compare();
 }
 
+void TrustCommands::typeErrors(const std::vector<double>& errors)
+{
+    m_errors.errors.assumption = noise::Assumption::AsTyped;
+    m_errors.errors.typed = errors;
+    refreshDetails();
+}
+
 } // namespace app

@@ -38,6 +38,9 @@ public:
     /// The owner runs an analysis as its menu item does.
     std::function<void(models::Analysis)> analyse = [](models::Analysis) {};
 
+    /// Relative errors of the intensities, as if typed into Fit Details; whether they are known stays as chosen there.
+    void typeErrors(const std::vector<double>& errors);
+
     /// Called after every finished analysis and calculation. s: radius of the probe, nm; of ratios only.
     void analysed(const analysis::Request& request, const analysis::Result& result, double s = 0);
     /// Called when the last one is judged.

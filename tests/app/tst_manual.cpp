@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 
 #include <stdexcept>
@@ -31,6 +32,8 @@ public:
     {
         if (step.use == "sheet")
             typeSheet(step.rows);
+        else if (step.use == "readings")
+            typeReadings(step.rows);
         else
             for (const QStringList& row : step.rows)
                 set(row.at(0), row.at(1));
@@ -43,6 +46,19 @@ public:
             if (titles.contains(vorlo.result(0, column)))
                 texts << vorlo.result(vorlo.program.shared.results.ResultCursor - 1, column).trimmed();
         return texts;
+    }
+
+    /// The rows of the sheet with these titles.
+    QList<QStringList> sheetRows(const QList<QStringList>& like)
+    {
+        const app::DataSheet& sheet = vorlo.program.MainWindow.sheet();
+        QList<QStringList> rows;
+        for (const QStringList& texts : like) {
+            rows << QStringList(texts.at(0));
+            for (int column = 1; column < texts.size(); ++column)
+                rows.last() << sheet.GetSheetText(sheetRow(texts.at(0)), column);
+        }
+        return rows;
     }
 
     /// The text that "Copy" of the last window copies, as lines of cells.
@@ -63,20 +79,37 @@ private:
     void typeSheet(const QList<QStringList>& rows)
     {
         app::DataSheet& sheet = vorlo.program.MainWindow.sheet();
-        for (const QStringList& texts : rows) {
-            int row = 1;
-            while (sheet.GetSheetText(row, 0) != texts.at(0))
-                if (++row == sheet.rowCount())
-                    throw std::runtime_error(("no row " + texts.at(0)).toStdString());
+        for (const QStringList& texts : rows)
             for (int column = 1; column < texts.size(); ++column)
-                sheet.SetSheetText(row, column, texts[column]);
+                sheet.SetSheetText(sheetRow(texts.at(0)), column, texts[column]);
+    }
+
+    int sheetRow(const QString& title)
+    {
+        const app::DataSheet& sheet = vorlo.program.MainWindow.sheet();
+        int row = 1;
+        while (sheet.GetSheetText(row, 0) != title)
+            if (++row == sheet.rowCount())
+                throw std::runtime_error(("no row " + title).toStdString());
+        return row;
+    }
+
+    void typeReadings(const QList<QStringList>& rows)
+    {
+        auto* table = m_window->findChild<QTableWidget*>();
+        for (int column = 0; column < table->columnCount(); ++column) {
+            const qsizetype place = rows[0].indexOf(table->horizontalHeaderItem(column)->text().remove(QChar(0x200e)));
+            for (int row = 1; place >= 0 && row < rows.size(); ++row)
+                table->item(row - 1, column)->setText(rows[row][place]);
         }
     }
 
     void set(const QString& name, const QString& value)
     {
-        if (name == "Calc")
+        if (name == "Calc" || name == "Edit")
             choose(value);
+        else if (name == "Press")
+            press(value);
         else if (!clickOption(name, value) && !tick(name, value) && !type(name, value))
             throw std::runtime_error(("no " + name + " " + value).toStdString());
     }
@@ -84,7 +117,8 @@ private:
     void choose(const QString& item)
     {
         app::VorloMain& program = vorlo.program;
-        m_window = item.startsWith("for ")    ? static_cast<QWidget*>(&program.startValues)
+        m_window = item.startsWith("Prepare") ? static_cast<QWidget*>(&program.preparationWindow)
+                   : item.startsWith("for ")  ? static_cast<QWidget*>(&program.startValues)
                    : item == "Fit Details"    ? static_cast<QWidget*>(&program.fitDetails)
                    : item == "Compare Models" ? static_cast<QWidget*>(&program.modelComparison)
                    : item.contains("Decay")   ? static_cast<QWidget*>(&program.DecayAnalyzer)
@@ -93,6 +127,14 @@ private:
             if (caption(action->text()) == item)
                 return action->trigger();
         throw std::runtime_error(("no item " + item).toStdString());
+    }
+
+    void press(const QString& text)
+    {
+        for (auto* button : m_window->findChildren<QPushButton*>())
+            if (caption(button->text()) == text)
+                return button->click();
+        throw std::runtime_error(("no button " + text).toStdString());
     }
 
     bool clickOption(const QString& frame, const QString& option)
@@ -108,10 +150,18 @@ private:
         return false;
     }
 
+    /// Controls of the windows into which the manual types.
+    template <class Control>
+    QList<Control*> all()
+    {
+        return vorlo.program.MainWindow.findChildren<Control*>() +
+               vorlo.program.preparationWindow.findChildren<Control*>();
+    }
+
     bool tick(const QString& name, const QString& value)
     {
-        for (auto* box : vorlo.program.MainWindow.findChildren<QCheckBox*>())
-            if (box->text() == name) {
+        for (auto* box : all<QCheckBox>())
+            if (caption(box->text()) == name) {
                 box->setChecked(value == "on");
                 return true;
             }
@@ -120,8 +170,8 @@ private:
 
     bool type(const QString& name, const QString& value)
     {
-        for (const auto* label : vorlo.program.MainWindow.findChildren<QLabel*>())
-            if (auto* box = qobject_cast<QLineEdit*>(label->buddy()); box && label->text() == name) {
+        for (const auto* label : all<QLabel>())
+            if (auto* box = qobject_cast<QLineEdit*>(label->buddy()); box && caption(label->text()) == name) {
                 box->setText(value);
                 return box->isEnabled();
             }
@@ -173,6 +223,8 @@ void TestManual::examplesComeOutAsPrinted()
             ++compared;
         } else if (step.use == "result") {
             QCOMPARE(reader.lastResult(step.rows.at(0)), step.rows.at(1));
+        } else if (step.use == "prepared") {
+            QCOMPARE(reader.sheetRows(step.rows), step.rows);
         } else if (step.use == "copied") {
             for (const QStringList& line : step.rows) // the verdict comes when judging ends
                 QTRY_VERIFY2(reader.copied().contains(line), qPrintable(line.join(' ')));

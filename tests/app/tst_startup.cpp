@@ -7,16 +7,21 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 
+#include <cmath>
 #include <functional>
 
 namespace
@@ -58,6 +63,7 @@ private slots:
     void editKeysInTheResultsKeepToThem();
     void commandsTakeWhatIsInTheLine();
     void statusLineTellsWhichSamplesAreRead();
+    void preparedIntensitiesFillTheSheetInOneStep();
     void contextMenuOfTheSheetEdits();
     void menusOpenTitledModelessWindows();
 };
@@ -251,6 +257,49 @@ void TestStartup::statusLineTellsWhichSamplesAreRead()
                                       "decay curves: 2 of 3 samples: column 3 has no concentration"));
     vorlo.run("mnuUndo");
     QTRY_VERIFY(line.text().startsWith("Stern"));
+}
+
+void TestStartup::preparedIntensitiesFillTheSheetInOneStep()
+{
+    constexpr double KSV = 50, tau0 = 1e-8; // M^-1, s
+    constexpr double kSixDigits = 1e-5;     // in the sheet
+    constexpr double kV0 = 2, kStep = 0.02, kStock = 0.1;
+    support::Application vorlo;
+    vorlo.fill({{"0", "1", "1", "10"}});
+    preparation::PreparationWindow& window = vorlo.program.preparationWindow;
+    vorlo.run("mnuPrepareIntensities");
+    QVERIFY(window.isVisible());
+    for (const char* step : {"chkBlank", "chkInnerFilter", "chkDilution"})
+        window.findChild<QCheckBox*>(step)->click();
+    window.findChild<QLineEdit*>("txtV0")->setText(QString::number(kV0));
+    window.findChild<QLineEdit*>("txtStock")->setText(QString::number(kStock));
+    auto* table = window.findChild<QTableWidget*>("grdPreparation");
+    for (int sample = 0; sample < 6; ++sample) {
+        const double volume = kV0 + kStep * sample, Q = kStock * kStep * sample / volume, Aex = 25 * Q;
+        const double reading = 900 * kV0 / volume / (1 + KSV * Q) * std::pow(10, -Aex / 2) + 30;
+        const double typed[]{sample > 0 ? kStep : 0, reading, 1.001 * reading, 0.999 * reading, 30, Aex, 0};
+        for (int entry = 0; entry < 7; ++entry)
+            table->item(sample, entry)->setText(QString::number(typed[entry], 'g', 12));
+    }
+    vorlo.program.shared.DataNormalized = true;
+    window.findChild<QPushButton*>("cmdApplyPreparation")->click();
+    QCOMPARE(vorlo.prompter.shown, QStringList());
+    QVERIFY(!vorlo.program.shared.DataNormalized);
+    vorlo.type("txtkq2", "1e9");
+    vorlo.type("txtTolerance", "1e-12");
+    vorlo.run("mnuSternVolmerAnalysis");
+    const double Kq2 = vorlo.program.shared.results.ResultData[1].Kq2;
+    QVERIFY2(std::abs(Kq2 * tau0 / KSV - 1) < kSixDigits, qPrintable(QString::number(Kq2)));
+    vorlo.run("mnuFitDetails");
+    QCOMPARE(vorlo.program.fitDetails.findChild<QComboBox*>("cboErrors")->currentText(), QString("as typed"));
+    // Three readings and one blank, each with 0.1 %: hypot(930 / sqrt(3), 30) / (930 - 30) of it for the reference.
+    QVERIFY(vorlo.program.fitDetails.findChild<QLineEdit*>("txtErrors")->text().startsWith("0.0598 "));
+    vorlo.run("mnuUndo"); // the result
+    while (vorlo.control<QAction>("mnuUndo").text() != "&Undo Prepare Intensities")
+        vorlo.run("mnuUndo");
+    vorlo.run("mnuUndo");
+    QCOMPARE(vorlo.program.MainWindow.sheet().cell(9, 1), "");
+    QCOMPARE(vorlo.program.MainWindow.sheet().cell(1, 2), "");
 }
 
 void TestStartup::contextMenuOfTheSheetEdits()

@@ -11,7 +11,7 @@ namespace support
 
 /// One step of a worked example: a table, or the report that the steps so far must give.
 struct ManualStep {
-    QString use;             // sheet, run, result, copied or report, as the page marks it
+    QString use;             // sheet, run, result, copied, readings, prepared or report, as the page marks it
     QList<QStringList> rows; // of a table: all cells of each row, the title first
     QString text;            // of a report
 };
@@ -68,7 +68,8 @@ private:
             link(use);
         else if (element == u"img")
             m_manual.pictures << attribute("src");
-        else if (element == u"table" && QStringList{"sheet", "run", "result", "copied"}.contains(use))
+        else if (element == u"table" &&
+                 QStringList{"sheet", "run", "result", "copied", "readings", "prepared"}.contains(use))
             add({use, table(), {}});
         else if (element == u"pre" && use == "report")
             add({use, {}, words().trimmed()});

@@ -9,6 +9,7 @@
 #include "ui/prompter.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
@@ -17,9 +18,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTableWidget>
 
 #include <iterator>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -45,6 +49,19 @@ constexpr const char* kFromLifetimes = "A straight line through tau0/tau of thes
 constexpr const char* kStartKq2 = "5e+9"; // M^-1 s^-1
 constexpr const char* kStartK = "2";      // M^-1
 constexpr const char* kMoreIterations = "1000";
+
+// Volumes in µl, readings and absorbances; calculated with KSV = 30 M^-1, 2000 µl of probe and 0.5 M quencher, which
+// absorbs 2.4 and 0.3 per M and cm.
+using Typed = std::pair<preparation::Entry, const char*>;
+using preparation::Entry;
+const std::vector<Typed> kTitration[] = {
+    {{Entry::Reading, "1786 1780"}, {Entry::Blank, "24"}, {Entry::Aex, "0.020"}, {Entry::Aem, "0"}},
+    {{Entry::Added, "40"}, {Entry::Reading, "1316 1319"}, {Entry::Aex, "0.043"}, {Entry::Aem, "0.003"}},
+    {{Entry::Added, "40"}, {Entry::Reading, "1037 1034"}, {Entry::Aex, "0.065"}, {Entry::Aem, "0.006"}},
+    {{Entry::Added, "40"}, {Entry::Reading, "846 848"}, {Entry::Aex, "0.087"}, {Entry::Aem, "0.008"}},
+    {{Entry::Added, "40"}, {Entry::Reading, "714 712"}, {Entry::Aex, "0.107"}, {Entry::Aem, "0.011"}},
+    {{Entry::Added, "40"}, {Entry::Reading, "612 613"}, {Entry::Aex, "0.127"}, {Entry::Aem, "0.014"}},
+};
 
 /// Drops the offscreen platform's repeated message that it has no window manager.
 void passWarning(QtMsgType, const QMessageLogContext&, const QString& text)
@@ -198,6 +215,36 @@ struct Tour {
         tour::chooseItem(window, "mnuCompareModels");
         picture(program.modelComparison, "compare-models.png");
     }
+
+    void prepare()
+    {
+        app::frmVorloMain& window = program.MainWindow;
+        say("Readings of a titration: mean, blank, inner filter and dilution.");
+        tour::chooseItem(window, "mnuNew");
+        tour::clickCell(tour::find<ui::Grid>(window, "MSHFlexGrid1"), 1, 1);
+        for (const char* text : {"0", "1", "1", "3"}) {
+            tour::type(text);
+            tour::press(Qt::Key_Return);
+        }
+        tour::chooseItem(window, "mnuPrepareIntensities");
+        preparation::PreparationWindow& preparing = program.preparationWindow;
+        tour::goTo(preparing);
+        for (const char* step : {"chkBlank", "chkInnerFilter", "chkDilution"})
+            tour::click(tour::find<QCheckBox>(preparing, step));
+        tour::retype(tour::find<QLineEdit>(preparing, "txtV0"), "2000");
+        tour::retype(tour::find<QLineEdit>(preparing, "txtStock"), "0.5");
+        auto& table = tour::find<QTableWidget>(preparing, "grdPreparation");
+        for (int row = 0; row < static_cast<int>(std::size(kTitration)); ++row)
+            for (const auto& [entry, text] : kTitration[row])
+                tour::typeCell(table, row, static_cast<int>(entry), text);
+        tour::press(Qt::Key_End); // where the results are
+        tour::click(tour::find<QPushButton>(preparing, "cmdApplyPreparation"));
+        picture(preparing, "prepare-intensities.png");
+        chooseModel(window, 1);
+        tour::chooseItem(window, "mnuFindAndFitSternVolmer");
+        showOutcome(program.SVAnalyzer, window, program.shared.results.ResultCursor - 1,
+                    "The readings were calculated with kq2 1e10 M-1s-1.");
+    }
 };
 
 /// The colours of a dark desktop.
@@ -229,6 +276,7 @@ int main(int argc, char* argv[])
     tour.settings();
     tour.import();
     tour.trust();
+    tour.prepare();
     say("One picture of each window is in " + folder.absolutePath());
     return EXIT_SUCCESS;
 }

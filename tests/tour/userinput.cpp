@@ -83,6 +83,16 @@ void clickCell(QTableView& grid, int row, int column)
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell.center());
 }
 
+void typeCell(QTableView& table, int row, int column, const QString& text)
+{
+    clickCell(table, row, column);
+    QTest::keyClicks(&table, text.first(1)); // opens the editor, which takes the rest
+    type(text.sliced(1));
+    press(Qt::Key_Return);
+    if (!QTest::qWaitFor([&table] { return table.hasFocus(); }))
+        giveUp(QString("cell %1, %2 stays open").arg(row).arg(column));
+}
+
 void press(Qt::Key key, int times)
 {
     for (int i = 0; i < times; ++i)
@@ -134,6 +144,7 @@ void takePicture(QWidget& window, const QString& path)
 {
     if (!window.isVisible() || !QTest::qWaitForWindowExposed(&window))
         giveUp(QString("%1 is not shown").arg(window.windowTitle()));
+    QCoreApplication::sendPostedEvents(); // the layout follows the last change
     if (!window.grab().save(path))
         giveUp(QString("cannot write %1").arg(path));
 }

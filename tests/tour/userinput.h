@@ -35,6 +35,8 @@ Widget& find(QWidget& window, const char* name)
 void goTo(QWidget& window);
 void click(QWidget& control);
 void clickCell(QTableView& grid, int row, int column);
+/// Types a text into a cell that is edited in place.
+void typeCell(QTableView& table, int row, int column, const QString& text);
 /// Types into the control with the focus, key by key, because the first key may move the focus.
 void press(Qt::Key key, int times = 1);
 void type(const QString& text);
