@@ -182,7 +182,8 @@ Refusal refused(const Place& place, const std::string& reason)
     if (const Cell* cell = std::get_if<Cell>(&place))
         name = "Sample " + std::to_string(cell->sample) + ", " + row(cell->entry).title;
     else
-        name = std::get<Box>(place) == Box::V0 ? "V0" : "Stock";
+        name = std::get<Box>(place) == Box::V0 ? "V0, the volume of the reference"
+                                               : "Stock, the concentration of the added solution";
     return {place, name + ": " + reason + '.'};
 }
 

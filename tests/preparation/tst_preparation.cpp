@@ -194,7 +194,8 @@ void TestPreparation::writesSixDigitsAndSaysWhatMatters()
         QVERIFY2(notes(all).find(part) != std::string::npos, notes(all).c_str());
     typed.steps.dilution = false;
     QCOMPARE(sheetTexts(prepared(typed), before).Q[1], "1");
-    for (auto& [box, text] : {std::pair{&typed.V0, "V0"}, {&typed.stock, "Stock"}}) {
+    for (auto& [box, text] : {std::pair{&typed.V0, "V0, the volume of the reference"},
+                              {&typed.stock, "Stock, the concentration of the added solution"}}) {
         typed.steps.dilution = true;
         const std::string kept = std::exchange(*box, "0");
         QCOMPARE(std::get<Refusal>(prepare(typed)).text, text + std::string(": \"0\" must be above 0."));
