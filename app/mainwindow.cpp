@@ -147,6 +147,7 @@ void frmVorloMain::makeMenus()
         if (menu.inSheet)
             m_sheet->grid().addActions(shown->actions());
     }
+    m_windowMenu = menuBar()->addMenu(tr("&Window"));
 }
 
 // Children are created in reading order, which is the tab order.

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 
 class QAction;
+class QMenu;
 
 namespace app
 {
@@ -41,6 +42,7 @@ public:
     ResultsTable& results() { return *m_results; }
     ParameterPanel& panel() { return *m_panel; }
     StatusLine& statusLine() { return *m_statusLine; }
+    QMenu& windowMenu() { return *m_windowMenu; } // empty; its owner fills it
 
 signals:
     void newChosen();
@@ -91,6 +93,7 @@ private:
     ResultsTable* m_results;
     ParameterPanel* m_panel;
     StatusLine* m_statusLine;
+    QMenu* m_windowMenu = nullptr;
 };
 
 } // namespace app

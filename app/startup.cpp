@@ -8,6 +8,7 @@
 #include "app/resultstable.h"
 #include "app/samplestext.h"
 #include "app/statusline.h"
+#include "app/windowlist.h"
 #include "app/windowplaces.h"
 #include "ui/clipboard.h"
 #include "ui/grid.h"
@@ -43,7 +44,8 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
       m_sternVolmerCommands(commandInput(), MainWindow.results(), {SVAnalyzer, GraphWindow2, OutputTable2}),
       m_trustCommands(commandInput(), MainWindow.panel(), {startValues, fitDetails, modelComparison},
                       {SVAnalyzer, DecayAnalyzer}),
-      m_verdicts(commandInput())
+      m_verdicts(commandInput()), m_windowMenu(MainWindow.windowMenu()),
+      m_dates(MainWindow.sheet(), shared, m_windowMenu)
 {
     fit::StopRequested = false;
     connectFileMenu();
@@ -56,6 +58,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     connectStatusLine();
     connectWindows();
     placePlotsAndTables();
+    listWindows(*this, m_windowMenu);
 }
 
 void VorloMain::placePlotsAndTables()
@@ -180,13 +183,14 @@ void VorloMain::connectCommand(void (frmVorloMain::*chosen)(), const std::functi
     connect(&MainWindow, chosen, this, [this, command] {
         const UndoHistory::Hold held(m_history);
         m_verdicts.run(command);
+        m_afterChanges.start();
     });
 }
 
 void VorloMain::connectAnalyses()
 {
     connectCommand(&frmVorloMain::normalizationChosen,
-                   [this] { m_history.run(tr("Normalization"), [this] { m_decayCommands.Normalization(); }); });
+                   [this] { m_history.run(tr("Normalization"), [this] { normalise(); }); });
     connectCommand(&frmVorloMain::decayCurveAnalysisChosen, [this] { m_decayCommands.DecayCurveAnalysis(); });
     connectCommand(&frmVorloMain::calcDecayCurveChosen, [this] { m_decayCommands.CalcDecayCurve(); });
     connectCommand(&frmVorloMain::sternVolmerAnalysisChosen, [this] { m_sternVolmerCommands.SternVolmerAnalysis(); });
@@ -195,6 +199,13 @@ void VorloMain::connectAnalyses()
     for (analysis::AnalyzerWindow* analyzer :
          std::initializer_list<analysis::AnalyzerWindow*>{&DecayAnalyzer, &SVAnalyzer})
         connect(analyzer, &analysis::AnalyzerWindow::dismissed, this, [this] { ui::bringToFront(MainWindow); });
+}
+
+void VorloMain::normalise()
+{
+    m_decayCommands.Normalization();
+    if (shared.samples)
+        m_dates.fill({&GraphWindow1, &OutputTable1}, {.data = *shared.samples});
 }
 
 void VorloMain::connectTrust()
@@ -211,13 +222,18 @@ void VorloMain::connectTrust()
     m_trustCommands.analyse = [this](Analysis analysis) {
         MainWindow.goTo(analysis == Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis");
     };
+    m_trustCommands.fills = [this](QWidget& window, const analysis::Request& request) {
+        m_dates.fill({&window}, request);
+    };
     m_sternVolmerCommands.finished = [this](const auto& request, const auto& result, double s) {
         m_verdicts.analysed(request, result);
         m_trustCommands.analysed(request, result, s);
+        m_dates.fill({&SVAnalyzer, &GraphWindow2, &OutputTable2, &fitDetails}, request);
     };
     m_decayCommands.finished = [this](const auto& request, const auto& result) {
         m_verdicts.analysed(request, result);
         m_trustCommands.analysed(request, result);
+        m_dates.fill({&DecayAnalyzer, &GraphWindow1, &GraphWindow2, &OutputTable2, &fitDetails}, request);
     };
 }
 
@@ -244,16 +260,8 @@ void VorloMain::connectStatusLine()
     connect(&MainWindow.panel(), &ParameterPanel::changed, &m_afterChanges, soon);
     connect(&SettingWindow, &frmSettingWindow::changed, &m_afterChanges, soon);
     connect(&m_session, &SessionCommands::opened, &m_afterChanges, soon);
-    connect(&m_afterChanges, &QTimer::timeout, this, [this] {
-        DataSheet& sheet = MainWindow.sheet();
-        sheet.showRemarks(MainWindow.panel().panelState().Model);
-        MainWindow.statusLine().showSamples(QString::fromStdString(samplesText(sheet, sheet.takeDropped())));
-        if (importWindow.isVisible())
-            importWindow.refresh();
-        if (preparationWindow.isVisible())
-            preparationWindow.showSheet(sheetSamples(sheet));
-        m_verdicts.look();
-    });
+    connect(&m_windowMenu, &WindowMenu::windowsChanged, &m_afterChanges, soon);
+    connect(&m_afterChanges, &QTimer::timeout, this, &VorloMain::lookAtData);
     m_afterChanges.start();
     connect(&m_verdicts, &VerdictWatch::changed, this, &VorloMain::showVerdict);
     connect(&m_verdicts, &VerdictWatch::judged, this,
@@ -266,6 +274,20 @@ void VorloMain::connectStatusLine()
             [this] { m_verdicts.faulted(models::Analysis::Decay); });
 }
 
+void VorloMain::lookAtData()
+{
+    DataSheet& sheet = MainWindow.sheet();
+    sheet.showRemarks(MainWindow.panel().panelState().Model);
+    QStringList remarks{QString::fromStdString(samplesText(sheet, sheet.takeDropped())), m_dates.mark()};
+    remarks.removeAll(QString());
+    MainWindow.statusLine().showSamples(remarks.join("; "));
+    if (importWindow.isVisible())
+        importWindow.refresh();
+    if (preparationWindow.isVisible())
+        preparationWindow.showSheet(sheetSamples(sheet));
+    m_verdicts.look();
+}
+
 void VorloMain::showVerdict()
 {
     const StatedVerdict& stated = m_verdicts.stated();
@@ -275,9 +297,7 @@ void VorloMain::showVerdict()
 // Windows are hidden, not destroyed, because a fit that processed the close event still uses them.
 void VorloMain::endProgram()
 {
-    for (QWidget* window : std::initializer_list<QWidget*>{
-             &GraphWindow1, &GraphWindow2, &OutputTable1, &OutputTable2, &SVAnalyzer, &DecayAnalyzer, &SettingWindow,
-             &helpViewer, &aboutBox, &startValues, &fitDetails, &modelComparison, &importWindow, &preparationWindow})
+    for (QWidget* window : m_windowMenu.windows())
         window->hide();
     emit ended();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/aboutbox.h"
+#include "app/datedwindows.h"
 #include "app/decaycommands.h"
 #include "app/helpviewer.h"
 #include "app/importcommands.h"
@@ -13,6 +14,7 @@
 #include "app/trustcommands.h"
 #include "app/undohistory.h"
 #include "app/verdictwatch.h"
+#include "app/windowmenu.h"
 #include "plot/graphwindow.h"
 #include "plot/spreadsheetwindow.h"
 #include "preparation/preparationwindow.h"
@@ -82,10 +84,12 @@ private:
     void connectImport();
     void connectUndo();
     void connectAnalyses();
+    void normalise();
     void connectTrust();
     void connectPreparation();
     void connectStatusLine();
     void connectCommand(void (frmVorloMain::*chosen)(), const std::function<void()>& command);
+    void lookAtData();
     void showVerdict();
     void connectWindows();
     void placePlotsAndTables();
@@ -99,6 +103,8 @@ private:
     SternVolmerCommands m_sternVolmerCommands;
     TrustCommands m_trustCommands;
     VerdictWatch m_verdicts;
+    WindowMenu m_windowMenu;
+    DatedWindows m_dates;
     QTimer m_afterChanges; // runs out once, after all changes that one event makes
 };
 

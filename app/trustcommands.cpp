@@ -129,6 +129,7 @@ bool TrustCommands::showSearch(const trust::RequestedFit& requested)
     trust::StartValuesWindow& window = m_windows.startValues;
     const QString of = m_searchedFor == models::Analysis::Decay ? "Decay Curve Analysis" : "Stern-Volmer Analysis";
     trust::ProgressBarProgress progress = window.begin(QString("%1, Model %2").arg(of).arg(requested.request.model));
+    fills(window, requested.request);
     showInFront(window, kStartsPlace);
     if (m_searched.empty()) {
         window.showNothingFound("All constants of this model are fixed.");
@@ -206,6 +207,7 @@ void TrustCommands::compareAllModels(models::Analysis analysis)
     if (const auto complaint = trust::complaint(m_errors.errors, *any))
         return m_input.prompter.message(QString::fromStdString(*complaint));
     m_compared = std::move(requests);
+    fills(m_windows.comparison, m_compared.front());
     showInFront(m_windows.comparison, kComparisonPlace);
     compare();
 }

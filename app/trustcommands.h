@@ -41,6 +41,10 @@ public:
     /// Relative errors of the intensities, as if typed into Fit Details; whether they are known stays as chosen there.
     void typeErrors(const std::vector<double>& errors);
 
+    /// The owner learns with which data a window is filled.
+    std::function<void(QWidget& window, const analysis::Request& request)> fills = [](QWidget&,
+                                                                                      const analysis::Request&) {};
+
     /// Called after every finished analysis and calculation. s: radius of the probe, nm; of ratios only.
     void analysed(const analysis::Request& request, const analysis::Result& result, double s = 0);
     /// Called when the last one is judged.

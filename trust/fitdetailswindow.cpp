@@ -7,6 +7,7 @@
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
 #include "ui/closing.h"
+#include "ui/oldernote.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -74,7 +75,8 @@ void FitDetailsWindow::layOut()
     buttons->addWidget(m_copy);
     buttons->addWidget(m_close);
     auto* layout = new QVBoxLayout(this);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_heading, m_verdict, m_remarks, m_errors, m_assumption})
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_heading, ui::makeOlderNote(this), m_verdict, m_remarks,
+                                                           m_errors, m_assumption})
         layout->addWidget(widget);
     layout->addWidget(m_pages, 1);
     layout->addLayout(buttons);

@@ -5,6 +5,7 @@
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
 #include "ui/closing.h"
+#include "ui/oldernote.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -93,6 +94,7 @@ void ModelComparisonWindow::layOut()
     buttons->addWidget(m_copy);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_heading);
+    layout->addWidget(ui::makeOlderNote(this));
     layout->addWidget(m_errors);
     layout->addWidget(m_hint);
     layout->addWidget(m_progress);

@@ -3,6 +3,7 @@
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
 #include "ui/closing.h"
+#include "ui/oldernote.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -60,6 +61,7 @@ void StartValuesWindow::layOut()
         buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_heading);
+    layout->addWidget(ui::makeOlderNote(this));
     layout->addWidget(m_progress);
     layout->addWidget(caption);
     layout->addWidget(m_solutions);

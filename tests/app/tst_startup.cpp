@@ -13,6 +13,7 @@
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
@@ -48,6 +49,10 @@ bool drop(QWidget& control, const QList<QUrl>& files, SourceEnds ends = SourceEn
     return release.isAccepted();
 }
 
+const QList<support::Column> kRatios{{"0", "1", "2", "20", "", "", "", "", "100"},
+                                     {"0.001", "1", "2", "18", "", "", "", "", "80"},
+                                     {"0.005", "1", "2", "12", "", "", "", "", "44"}};
+
 } // namespace
 
 class TestStartup : public QObject
@@ -66,6 +71,8 @@ private slots:
     void preparedIntensitiesFillTheSheetInOneStep();
     void contextMenuOfTheSheetEdits();
     void menusOpenTitledModelessWindows();
+    void windowMenuShowsClosedWindowsAgain();
+    void olderDataIsSaid();
 };
 
 void TestStartup::showsTheMainWindowFirst()
@@ -350,6 +357,63 @@ void TestStartup::menusOpenTitledModelessWindows()
     QVERIFY(titles.size() >= 4);
     QVERIFY(!titles.contains(QString()));
     QCOMPARE(titles.removeDuplicates(), 0);
+}
+
+void TestStartup::windowMenuShowsClosedWindowsAgain()
+{
+    support::Application vorlo;
+    QMenu& menu = vorlo.program.MainWindow.windowMenu();
+    QSet<QKeySequence> mnemonics;
+    for (const QAction* item : menu.actions()) {
+        if (item->isSeparator())
+            continue;
+        QVERIFY2(item->isEnabled() == (item->objectName() == "mnuWindowMain"), qPrintable(item->text()));
+        QVERIFY2(!mnemonics.contains(QKeySequence::mnemonic(item->text())), qPrintable(item->text()));
+        mnemonics << QKeySequence::mnemonic(item->text());
+    }
+    QVERIFY(!mnemonics.contains(QKeySequence()));
+    vorlo.fill(kRatios);
+    vorlo.run("mnuSternVolmerAnalysis");
+    plot::Graph& plot = vorlo.program.GraphWindow2;
+    const auto picture = [&plot] { return plot.findChild<QWidget*>("Picture1")->grab().toImage(); };
+    const QImage shown = picture();
+    plot.close();
+    QVERIFY(!plot.isVisible());
+    emit menu.aboutToShow();
+    QCOMPARE(vorlo.control<QAction>("mnuWindowAnalysisPlot").text(), "&Analysis Plot: Stern-Volmer Plot");
+    vorlo.run("mnuWindowAnalysisPlot");
+    QTRY_VERIFY(plot.isActiveWindow());
+    QCOMPARE(picture(), shown);
+}
+
+void TestStartup::olderDataIsSaid()
+{
+    support::Application vorlo;
+    const auto& line = vorlo.control<QLabel>("lblSamples");
+    const auto& note = *vorlo.program.fitDetails.findChild<QLabel*>("lblOlderData");
+    const QString remark = "older data in view";
+    vorlo.fill(kRatios);
+    vorlo.run("mnuFitDetails");
+    const auto isSaid = [&](const char* item) {
+        emit vorlo.program.MainWindow.windowMenu().aboutToShow();
+        return line.text().contains(remark) && vorlo.control<QAction>(item).text().endsWith(" (older data)");
+    };
+    vorlo.run("mnuSternVolmerAnalysis");
+    vorlo.type("txtConcProbe", "1e-3"); // no part of the sheet
+    QTRY_VERIFY(line.text() == "3 of 3 samples");
+    vorlo.program.MainWindow.sheet().SetSheetText(9, 3, "43");
+    QTRY_VERIFY(isSaid("mnuWindowAnalysisPlot"));
+    QVERIFY(note.isVisible());
+    vorlo.program.MainWindow.sheet().SetSheetText(9, 3, kRatios[2][8]);
+    QTRY_VERIFY(!isSaid("mnuWindowAnalysisPlot"));
+    QVERIFY(!note.isVisible());
+    vorlo.run("mnuNormalization"); // which writes amplitudes, and no ratio changes by them
+    QTRY_VERIFY(line.text() == "3 of 3 samples");
+    vorlo.type("txtFitRegion", "1e-2");
+    QTRY_VERIFY(isSaid("mnuWindowDecayPlot"));
+    for (QWidget* window : std::initializer_list<QWidget*>{&vorlo.program.GraphWindow1, &vorlo.program.OutputTable1})
+        window->close();
+    QTRY_VERIFY(line.text() == "3 of 3 samples");
 }
 
 QTEST_MAIN(TestStartup)
