@@ -66,7 +66,7 @@ void HelpViewer::layOut()
     contents->setObjectName("cmdContents");
     connect(contents, &QPushButton::clicked, this, [this] { m_text->scrollToAnchor("index"); });
     auto* back = new QPushButton(tr("&Back"), this);
-    back->setObjectName("cmdBack");
+    back->setObjectName("cmdHelpBack");
     back->setEnabled(false);
     connect(back, &QPushButton::clicked, m_text, &QTextBrowser::backward);
     connect(m_text, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);

@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include "app/clipboardcommands.h"
+#include "app/controlguides.h"
 #include "app/datasheet.h"
 #include "app/editsteps.h"
 #include "app/parameterpanel.h"
@@ -59,6 +60,7 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     connectWindows();
     placePlotsAndTables();
     listWindows(*this, m_windowMenu);
+    explainWindows(m_windowMenu.windows());
 }
 
 void VorloMain::placePlotsAndTables()

@@ -28,7 +28,6 @@ SampleList::SampleList(QWidget* parent) : QComboBox(parent)
     setAccessibleName("Samples of the plot");
     setAccessibleDescription("Choosing a sample puts rings around its points.");
     setSizeAdjustPolicy(AdjustToContents);
-    setToolTip("Samples by number and quencher concentration. Choose one to put rings around its points.");
     connect(this, &QComboBox::currentIndexChanged, this, [this] { emit sampleChosen(currentData().toInt()); });
     removeSamples();
 }

@@ -23,8 +23,6 @@ ErrorsChoice::ErrorsChoice(QWidget* parent)
     m_list->addItem(tr("as typed"), static_cast<int>(noise::Assumption::AsTyped));
     m_typed->setObjectName("txtErrors");
     m_typed->setText("1");
-    m_typed->setToolTip(tr("One for all samples, or one for each, the reference first, with blanks between them"));
-    m_known->setToolTip(tr("The errors are as typed; otherwise the scatter about the fit says how large they are"));
     m_caption->setBuddy(m_typed);
     m_known->setObjectName("chkKnownErrors");
     layOut();

@@ -36,10 +36,8 @@ StartValuesWindow::StartValuesWindow()
     m_text->setTabChangesFocus(true);
     m_cancel->setObjectName("cmdCancelSearch");
     m_back->setObjectName("cmdBack");
-    m_back->setToolTip(tr("Puts the typed values back into the boxes"));
     m_copy->setObjectName("cmdCopyFound");
     m_fit->setObjectName("cmdFit");
-    m_fit->setToolTip(tr("Runs the analysis from the values in the boxes"));
     m_close->setObjectName("cmdCloseStarts");
     layOut();
     ui::closeOnEscape(*this);

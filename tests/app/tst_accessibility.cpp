@@ -4,9 +4,16 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QButtonGroup>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QProgressBar>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -60,6 +67,38 @@ void collectNameless(QAccessibleInterface& node, QStringList& nameless, int& nam
             collectNameless(*child, nameless, named);
 }
 
+/// Buttons, boxes and frames of our own; no parts of the toolkit's controls.
+bool isOperated(const QWidget& control)
+{
+    if (control.objectName().isEmpty() ? !qobject_cast<const QGroupBox*>(&control)
+                                       : control.objectName().startsWith("qt_"))
+        return false;
+    if (qobject_cast<const QTabBar*>(control.parentWidget()))
+        return false;
+    return qobject_cast<const QAbstractButton*>(&control) || qobject_cast<const QLineEdit*>(&control) ||
+           qobject_cast<const QComboBox*>(&control) || qobject_cast<const QGroupBox*>(&control);
+}
+
+/// The titles of a table at which pointing shows nothing but the title itself.
+QStringList silentTitles(QHeaderView& header)
+{
+    const QString kNone = "none";
+    QStringList silent;
+    for (int section = 0; section < header.count(); ++section) {
+        const QString title = header.model()->headerData(section, header.orientation()).toString();
+        if (header.isSectionHidden(section) || title.isEmpty() || title.toInt() != 0) // a sample's number
+            continue;
+        const int place = header.sectionViewportPosition(section) + 1;
+        const QPoint at = header.orientation() == Qt::Horizontal ? QPoint(place, 1) : QPoint(1, place);
+        QToolTip::showText({}, kNone);
+        QHelpEvent pointedAt(QEvent::ToolTip, at, header.viewport()->mapToGlobal(at));
+        QApplication::sendEvent(header.viewport(), &pointedAt);
+        if (QToolTip::text() == kNone || QToolTip::text() == title)
+            silent << title;
+    }
+    return silent;
+}
+
 /// The place at which Tab stops: a control, or the group of an option.
 const QObject* tabStop(QWidget* widget)
 {
@@ -97,6 +136,7 @@ class TestAccessibility : public QObject
 
 private slots:
     void everyControlHasAName();
+    void everyControlSaysWhatItDoes();
     void tabReachesEveryControl();
     void followsADarkDesktop();
     void tablesReadFromTheLeftEverywhere();
@@ -115,6 +155,34 @@ void TestAccessibility::everyControlHasAName()
         QVERIFY2(nameless.isEmpty(), qPrintable(window->windowTitle() + ": " + nameless.join(", ")));
     }
     QVERIFY(named > 60); // roughly the number in the main window alone
+}
+
+void TestAccessibility::everyControlSaysWhatItDoes()
+{
+    support::Application vorlo;
+    QList<support::Column> samples{{"0", "1", "1", "20", "", "", "", "", "100"}};
+    for (const auto& [Q, intensity] : {std::pair{"0.01", "80"}, {"0.02", "65"}, {"0.04", "47"}, {"0.08", "28"}})
+        samples << support::Column{Q, "", "", "", "", "", "", "", intensity};
+    vorlo.fill(samples);
+    vorlo.choose(3);
+    for (const char* item : {"mnuFitDetails", "mnuFindAndFitSternVolmer", "mnuCompareModels"})
+        vorlo.run(item);
+    QStringList silent;
+    for (const QWidget* window : windows()) {
+        for (auto* header : window->findChildren<QHeaderView*>())
+            if (!window->inherits("plot::SpreadSheet"))
+                silent << silentTitles(*header);
+        for (const auto* control : window->findChildren<QWidget*>())
+            if (isOperated(*control) && control->toolTip().isEmpty())
+                silent << nameOf(*control);
+        for (const auto* tabs : window->findChildren<QTabWidget*>())
+            for (int tab = 0; tab < tabs->count(); ++tab)
+                if (tabs->tabToolTip(tab).isEmpty())
+                    silent << tabs->tabText(tab);
+        for (const auto* bar : window->findChildren<QProgressBar*>())
+            QVERIFY(!bar->isTextVisible());
+    }
+    QVERIFY2(silent.isEmpty(), qPrintable(silent.join('\n')));
 }
 
 void TestAccessibility::tabReachesEveryControl()
