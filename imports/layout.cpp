@@ -110,7 +110,8 @@ FoundTable findTable(std::string_view text, const Choices& choices)
         table.cells = table.cells.turned();
     const int rows = std::max(1, table.cells.rowCount());
     layout.firstRow = choices.firstRow ? std::clamp(*choices.firstRow, 1, rows) : foundFirstRow(table.cells);
-    table.titles = titlesAbove(table.cells, layout.firstRow);
+    const bool blanksSeparate = layout.separator == Separator::Blanks && !layout.samplesInColumns;
+    table.titles = titlesAbove(table.cells, layout.firstRow, blanksSeparate);
     findSign(table, choices.decimalSign);
     const ColumnGuesses guesses(table);
     for (std::size_t quantity = 0; quantity < kQuantities; ++quantity) {

@@ -15,8 +15,8 @@ namespace
 using Words = std::vector<std::string>;
 
 // In lower case.
-constexpr std::array<std::string_view, 4> kConcentration{"c", "q", "qtotal", "molarity"};
-constexpr std::array<std::string_view, 3> kConcentrationStarts{"conc", "konz", "quench"};
+constexpr std::array<std::string_view, 5> kConcentration{"c", "q", "qtotal", "quencher", "molarity"};
+constexpr std::array<std::string_view, 2> kConcentrationStarts{"conc", "konz"};
 constexpr std::array<std::string_view, 7> kIntensity{"i", "f", "int", "phi", "counts", "cps", "pl"};
 constexpr std::array<std::string_view, 5> kIntensityStarts{"intens", "fluo", "emission", "lumin", "signal"};
 constexpr std::array<std::string_view, 4> kAmplitude{"a", "alpha", "amplitude", "amp"};
@@ -100,7 +100,11 @@ Guess guessFromTitle(std::string_view title)
     const Words words = wordsOf(ascii);
     const Unit unit = unitOfTitle(ascii).value_or(Unit{});
     const bool beginsWithQuantity = namesConcentration(words.front()) || namesIntensity(words.front());
-    if (anyOf(kNeverWanted, words) || (anyOf(kOther, words) && !beginsWithQuantity))
+    if (anyOf(kNeverWanted, words))
+        return {std::nullopt, true};
+    if (unit.kind == UnitKind::Concentration) // also of "[NO] / mM"
+        return {Quantity::Concentration};
+    if (anyOf(kOther, words) && !beginsWithQuantity)
         return {std::nullopt, true};
     if (const auto component = componentOf(kAmplitude, words))
         return {ofComponent(Quantity::A1, *component)};
@@ -108,7 +112,7 @@ Guess guessFromTitle(std::string_view title)
         return {ofComponent(Quantity::Tau1, *component)};
     if (unit.kind == UnitKind::Time || namesLifetime(words))
         return {Quantity::Tau1};
-    if (unit.kind == UnitKind::Concentration || std::ranges::any_of(words, namesConcentration))
+    if (std::ranges::any_of(words, namesConcentration))
         return {Quantity::Concentration};
     if (std::ranges::any_of(words, namesIntensity))
         return {Quantity::Intensity};

@@ -40,7 +40,7 @@ bool isRowOfUnits(const std::vector<std::string>& row)
     });
 }
 
-/// Where blanks separate cells, they stand in titles, too: "c / mM" and "c (mM)" are one title.
+/// "c / mM" and "c (mM)" are one title.
 std::vector<std::string> mergedTitles(const std::vector<std::string>& cells)
 {
     std::vector<std::string> titles;
@@ -83,7 +83,7 @@ int foundFirstRow(const Cells& cells)
     return static_cast<int>(first) + 1;
 }
 
-std::vector<std::string> titlesAbove(const Cells& cells, int firstRow)
+std::vector<std::string> titlesAbove(const Cells& cells, int firstRow, bool blanksSeparate)
 {
     std::vector<std::string> titles(static_cast<std::size_t>(cells.columnCount()));
     int row = firstRow - 1;
@@ -92,8 +92,7 @@ std::vector<std::string> titlesAbove(const Cells& cells, int firstRow)
     if (row < 1)
         return titles;
     const std::vector<std::string>& lowest = cells.rows[static_cast<std::size_t>(row - 1)];
-    const bool split = lowest.size() > cells.rows[static_cast<std::size_t>(firstRow - 1)].size();
-    if (split) {
+    if (blanksSeparate && lowest.size() > cells.rows[static_cast<std::size_t>(firstRow - 1)].size()) {
         std::vector<std::string> merged = mergedTitles(lowest);
         merged.resize(titles.size());
         return merged;

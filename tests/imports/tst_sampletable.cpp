@@ -122,6 +122,27 @@ void TestSampleTable::readsWhatTitlesSay()
     for (int row = 1; row <= decay::kPhiRow; ++row)
         texts << QString::fromStdString(sample[static_cast<std::size_t>(row)].text);
     QCOMPARE(texts.join(';'), "0.005;2;0.4;17.6;0.6;1.5;;;99");
+    using imports::Quantity;
+    const struct {
+        const char* title;
+        std::optional<Quantity> quantity;
+    } titles[] = {
+        {"[NO] / mM", Quantity::Concentration},
+        {"No.", {}},
+        {"quenched F", Quantity::Intensity},
+        {"F0/F", {}},
+        {"F (λ = 450 nm)", Quantity::Intensity},
+        {"V / µL", {}},
+        {"τ₂", Quantity::Tau2},
+        {"I0", {}},
+        {"λ / nm", {}},
+        {"c(probe)", {}},
+        {"alpha_3", Quantity::A3},
+        {"SD of F", {}},
+    };
+    for (const auto& one : titles)
+        QVERIFY2(imports::guessFromTitle(one.title).quantity == one.quantity, one.title);
+    QCOMPARE(told(read("F;[Q] (mM);tau\n100;0\n50;1;5\n")), "0 100 | 0.001 50 5");
 }
 
 void TestSampleTable::namesWhatIsNotRead()
