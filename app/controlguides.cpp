@@ -64,6 +64,7 @@ constexpr Guide kControls[]{
     {"opnAdd", "the samples of the table follow the ones in the sheet"},
     {"cmdImportOK", "writes the samples as the preview shows them into the sheet"},
     {"cmdImportCancel", "closes this window; the sheet stays as it is"},
+    {"cmdClosePreparation", "closes this window; what was typed stays"},
     {"cmdSysInfo", "starts the desktop's program that describes the computer"},
 };
 
