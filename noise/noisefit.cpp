@@ -117,7 +117,8 @@ NoiseFit fitUnder(const Errors& errors, const RatioFit& ratioFit, const fit::Par
     for (const fit::Parameters& start : otherStarts) {
         const leastsquares::Minimum other = leastsquares::descend(*problem, start, ratioFit.free);
         const leastsquares::Scatter scatter = scatterOf(ratioFit, errors, other.sumOfSquares);
-        if (lowest.sumOfSquares > leastsquares::highestSum(other, scatter))
+        if (lowest.sumOfSquares > leastsquares::highestSum(other, scatter) &&
+            !leastsquares::equallyGood(lowest.sumOfSquares, other.sumOfSquares, problem->pointCount()))
             lowest = other;
     }
     return fitAt(errors, ratioFit, lowest, analysed);

@@ -167,6 +167,12 @@ void TestNoiseFit::exchangeableConstantsKeepTheirNames()
     const NoiseFit fitted = fitUnder({}, ratioFit, analysed(ratioFit), {&exchanged, 1});
     COMPARE_DIGITS(fitted.minimum.values[1], 1.2754937);
     QVERIFY(fitted.analysed.differing.empty());
+
+    RatioFit few = ratioFit; // as many constants as samples: both solutions are exact, and roundings decide nothing
+    few.points.count = 3;
+    const NoiseFit near = fitUnder({}, few, analysed(few), {&exchanged, 1});
+    const NoiseFit far = fitUnder({}, few, near.minimum.values, {&exchanged, 1});
+    QVERIFY(near.minimum.values[1] < 10 && far.minimum.values[1] < 10);
 }
 
 // A rate constant that starts negative stays negative; another start is better.
