@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace noise
 {
@@ -24,21 +25,37 @@ Errors without(Errors errors, int sample)
     return errors;
 }
 
+bool contains(const leastsquares::FreeSlots& slots, std::size_t slot)
+{
+    return std::find(slots.begin(), slots.end(), slot) != slots.end();
+}
+
+/// The change of a constant in units of its standard error in the whole fit.
+double influenceOn(std::size_t slot, const NoiseFit& fitted, const LeftOut& left)
+{
+    if (contains(left.undetermined, slot))
+        return std::numeric_limits<double>::infinity();
+    const double moved = std::abs(left.values[slot] - fitted.minimum.values[slot]);
+    const double error = fitted.uncertainty.standardError[slot];
+    return moved > 0 && error > 0 ? moved / error : 0; // exact data have no errors
+}
+
 LeftOut leftOut(const NoiseFit& fitted, const RatioFit& ratioFit, int sample)
 {
     const auto others = problemUnder(without(ratioFit, sample), without(fitted.errors, sample));
     const leastsquares::Minimum minimum = leastsquares::descend(*others, fitted.minimum.values, ratioFit.free);
-    LeftOut row{
-        .sample = sample, .values = minimum.values, .outlyingness = fitted.minimum.sumOfSquares - minimum.sumOfSquares};
+    LeftOut row{.sample = sample,
+                .values = minimum.values,
+                .undetermined =
+                    leastsquares::uncertaintyOf(*others, minimum.values, ratioFit.free, fitted.scatter).undetermined,
+                .outlyingness = fitted.minimum.sumOfSquares - minimum.sumOfSquares};
     for (const std::size_t slot : ratioFit.free) {
-        const double error = fitted.uncertainty.standardError[slot];
-        if (std::isinf(error))
+        if (contains(fitted.uncertainty.undetermined, slot))
             continue;
-        const double moved = std::abs(minimum.values[slot] - fitted.minimum.values[slot]);
-        const double inErrors = moved > 0 && error > 0 ? moved / error : 0; // exact data have no errors
-        if (row.slot == 0 || inErrors > row.influence) {
+        const double influence = influenceOn(slot, fitted, row);
+        if (row.slot == 0 || influence > row.influence) {
             row.slot = slot;
-            row.influence = inErrors;
+            row.influence = influence;
         }
     }
     return row;

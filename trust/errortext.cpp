@@ -98,8 +98,11 @@ TitledRows leftOutRows(const ErrorDetails& details)
         table.push_back(
             {std::to_string(left.sample), figure(details.ratioFit.points.Q[static_cast<std::size_t>(left.sample)])});
         std::vector<std::string>& row = table.back();
-        for (const std::size_t slot : details.ratioFit.free)
-            row.push_back(figure(left.values[slot]));
+        for (const std::size_t slot : details.ratioFit.free) {
+            const bool isUndetermined =
+                std::find(left.undetermined.begin(), left.undetermined.end(), slot) != left.undetermined.end();
+            row.push_back(isUndetermined ? "not determined" : figure(left.values[slot]));
+        }
         row.insert(row.end(), {left.slot > 0 ? figure(left.influence) : "-",
                                left.slot > 0 ? nameOf(details, left.slot) : "-", figure(left.outlyingness)});
     }

@@ -54,6 +54,14 @@ void TestLeaveOneOut::theReferenceCountsIfItIsMeasured()
     QVERIFY(std::abs(rows[0].values[1] - 1) < 1e-5); // 2.2, 3.3, 4.4 are 1.1 times 2, 3, 4
     QVERIFY(std::abs(rows[0].outlyingness - fitted.minimum.sumOfSquares) < 1e-9);
 
+    // Without the reference, intensities that fall as 1/Q do not tell a slope.
+    const RatioFit steep{
+        .points = support::ratioPoints({0, 1, 2, 3}, {1, 20, 41, 60}, 1), .model = 1, .Cp = 1e-6, .free = {1}};
+    const std::vector<LeftOut> ofSteep = leaveOneOut(fitUnder({}, steep, {0, 20}), steep);
+    QCOMPARE(ofSteep[0].undetermined, (leastsquares::FreeSlots{1}));
+    QVERIFY(std::isinf(ofSteep[0].influence));
+    QVERIFY(ofSteep[3].undetermined.empty() && std::isfinite(ofSteep[3].influence));
+
     line.points.count = 2;
     QVERIFY(leaveOneOut(fitUnder({}, line, {0, 1}), line).empty());
 }
