@@ -89,8 +89,8 @@ std::string Writer::remarks() const
     if (hasErrors() && !hasStandardErrors() && isDefined)
         add("There are too few samples for standard errors of so many constants.");
     const Verdict verdict = m_details.judgement.verdict;
-    const bool notThere =
-        verdict == Verdict::NotAMinimum || verdict == Verdict::StillMoving || verdict == Verdict::Stopped;
+    const bool stoppedBefore = verdict == Verdict::Stopped && m_details.judgement.advice != Advice::None;
+    const bool notThere = verdict == Verdict::NotAMinimum || verdict == Verdict::StillMoving || stoppedBefore;
     if (hasErrors() && notThere)
         add("Standard errors are valid only at a minimum; the errors below are a rough guide.");
     constexpr double kRare = 0.05;
@@ -160,7 +160,7 @@ TitledRows Writer::decayFigures() const
             {"Counted in this sum", counted + ", without the reference"},
             {"Counted in Se", "the reference as well"},
             {"Points counted in this sum", std::to_string(m_details.pointCount)},
-            {"Step of the time grid /tau0", figure(m_labels.gridStep)}};
+            {"Step of the time grid /τ0", figure(m_labels.gridStep)}};
 }
 
 std::string Writer::runsText() const

@@ -14,7 +14,7 @@ namespace trust
 {
 
 ErrorsChoice::ErrorsChoice(QWidget* parent)
-    : QWidget(parent), m_list(new QComboBox(this)), m_caption(new QLabel(tr("R&elative errors in %:"), this)),
+    : QWidget(parent), m_list(new QComboBox(this)), m_caption(new QLabel(tr("Relati&ve errors in %:"), this)),
       m_typed(new QLineEdit(this)), m_known(new QCheckBox(tr("&known"), this))
 {
     m_list->setObjectName("cboErrors");

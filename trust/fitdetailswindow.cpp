@@ -38,7 +38,7 @@ FitDetailsWindow::FitDetailsWindow()
       m_constants(makeTable("grdConstants", tr("Constants"), this)),
       m_figures(makeTable("grdFigures", tr("Figures of the fit"), this)),
       m_correlations(makeTable("grdCorrelations", tr("Correlations of the constants"), this)),
-      m_residualsCaption(new QLabel(tr("&Residuals, also drawn against Q:"), this)),
+      m_residualsCaption(new QLabel(tr("Resi&duals, also drawn against Q:"), this)),
       m_residuals(makeTable("grdResiduals", tr("Residuals"), this)), m_plot(new ResidualPlot(this)),
       m_profiles(new ProfilePage(this)), m_leftOut(makeTable("grdLeftOut", tr("The fit without each sample"), this)),
       m_print(new PrintPage(this)), m_copy(new QPushButton(tr("&Copy"), this)),
@@ -144,6 +144,8 @@ void FitDetailsWindow::showDetails(const FitDetails& details, const FitLabels& l
     m_remarks->setVisible(!m_text.remarks.empty());
     showTables(m_text);
     showErrors(details);
+    if (!details.errors && !m_text.residuals.empty())
+        m_text.errors.assumption = m_assumption->text().toStdString(); // why there are none
     QVector<QPointF> points;
     for (std::size_t i = 0; i < std::min(labels.Q.size(), details.residuals.size()); ++i)
         points << QPointF(labels.Q[i], details.residuals[i]);

@@ -25,7 +25,7 @@ struct TypedBox {
     double noise::TypedErrors::*error;
 };
 
-constexpr std::array kTypedBoxes{TypedBox{"txtTau0Error", "&τ0", &noise::TypedErrors::tau0},
+constexpr std::array kTypedBoxes{TypedBox{"txtTau0Error", "τ&0", &noise::TypedErrors::tau0},
                                  TypedBox{"txtSError", "&s", &noise::TypedErrors::s},
                                  TypedBox{"txtCpError", "C&p", &noise::TypedErrors::Cp}};
 

@@ -15,6 +15,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -67,6 +68,7 @@ private slots:
     void searchesDecayCurves();
     void detailsFollowEachAnalysis();
     void errorsFollowTheChoice();
+    void keysOfDetailsDoNotClash();
     void comparisonFollowsTheChoiceBehindOtherWindows();
     void radiusBelongsToTheRun();
     void decayDetailsHaveNoErrors();
@@ -343,6 +345,8 @@ void TestTrustCommands::errorsFollowTheChoice()
     QCOMPARE(window.findChild<QLineEdit*>("txtErrors")->text(), QString("abc")); // nothing typed is lost
     QCOMPARE(error(), QString("0.106"));
     QVERIFY(assumption().contains("all ratios to scatter alike"));
+    window.findChild<QPushButton*>("cmdCopyDetails")->click();
+    QVERIFY(QGuiApplication::clipboard()->text().contains(assumption()));
     type("txtErrors", "3");
     window.findChild<QCheckBox*>("chkKnownErrors")->click();
     QVERIFY(p.details("grdAssumedFigures").item(3, 0)->text().contains("chi-square"));
@@ -353,6 +357,35 @@ void TestTrustCommands::errorsFollowTheChoice()
     QCOMPARE(p.details("grdReady").item(1, 2)->text().left(3), QString("9.5")); // 2 % of 4.8e9
     window.findChild<QPushButton*>("cmdCopySentence")->click();
     QVERIFY(QGuiApplication::clipboard()->text().contains("typed relative errors (3 %)"));
+}
+
+void TestTrustCommands::keysOfDetailsDoNotClash()
+{
+    Program p;
+    p.choose(7); // with boxes for the errors of tau0, s and Cp
+    p.run("mnuFindAndFitSternVolmer");
+    p.run("mnuFitDetails");
+    auto& choice = *p.program.fitDetails.findChild<QComboBox*>("cboErrors");
+    choice.setCurrentIndex(2);
+    emit choice.activated(2);
+    auto& pages = *p.program.fitDetails.findChild<QTabWidget*>("tabDetails");
+    for (int page = 0; page < pages.count(); ++page) {
+        pages.setCurrentIndex(page);
+        QStringList captions;
+        for (int tab = 0; tab < pages.count(); ++tab)
+            captions << pages.tabText(tab);
+        for (const auto* label : p.program.fitDetails.findChildren<QLabel*>())
+            captions << (label->isVisible() && label->buddy() ? label->text() : QString());
+        for (const auto* button : p.program.fitDetails.findChildren<QAbstractButton*>())
+            captions << (button->isVisible() ? button->text() : QString());
+        QStringList keys;
+        for (const QString& caption : captions)
+            keys << QKeySequence::mnemonic(caption).toString();
+        keys.removeAll(QString());
+        QVERIFY(keys.size() > pages.count());
+        QVERIFY2(keys.removeDuplicates() == 0, qPrintable(pages.tabText(page)));
+        QVERIFY2(keys.join("").toLatin1() == keys.join(""), qPrintable(keys.join(' '))); // every keyboard has them
+    }
 }
 
 // The first row's AICc is that of Model 3 or 7; a change while a comparison runs begins it anew.

@@ -210,6 +210,10 @@ void TestFitDetails::saysOnlyWhatErrorsAllow()
     details.judgement.verdict = Verdict::StillMoving;
     QVERIFY(textUnder({}).errors.sentence.ends_with(
         "not at a minimum of the sum of squares; their errors are a rough guide."));
+    constexpr const char* kRough = "valid only at a minimum";
+    QVERIFY(textUnder({}).remarks.find(kRough) != std::string::npos);
+    details.judgement.verdict = Verdict::Stopped; // without advice: at the least sum
+    QVERIFY(textUnder({}).remarks.find(kRough) == std::string::npos);
 }
 
 void TestFitDetails::saysWhyThereAreNoErrors()
