@@ -1,9 +1,7 @@
 #include "lifetimes/mechanism.h"
 
-#include "fit/numbertext.h"
 #include "leastsquares/nestedtest.h"
 #include "models/catalogue.h"
-#include "noise/constanttext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,30 +88,6 @@ Mechanism common(Mechanism a, Mechanism b)
     return Open;
 }
 
-/// "1.21 1.17 1.04 1.18 against 1.08 1.00 0.84 0.83"; of samples whose static factor differs from 1.
-std::string levels(const StaticFactor& factor, bool complexFirst)
-{
-    std::string complex, sphere;
-    for (const StaticRow& row : factor.rows)
-        if (row.differsFromOne()) {
-            complex += (complex.empty() ? "" : " ") + fit::formatNumber(row.perQ(), "0.00");
-            sphere += (sphere.empty() ? "" : " ") + fit::formatNumber(row.logPerQ(), "0.00");
-        }
-    return complexFirst ? complex + " against " + sphere : sphere + " against " + complex;
-}
-
-/// "(0.02 ± 0.04) M⁻¹", with half of the 95 percent interval.
-std::string slopeText(const Slope& slope)
-{
-    return noise::withError(slope.value, slope.halfWidth, noise::printedUnit(models::kPerMolar));
-}
-
-/// The largest value that a factor may have at the highest concentration, by its 95 percent interval.
-double largest(const Slope& slope, const StaticFactor& factor)
-{
-    return factor.hasErrors ? std::exp(slope.largest() * factor.highestQ()) : INFINITY;
-}
-
 /// True if a part of the quenching that is not negligible, as a logarithm, could have this slope without being noticed.
 bool mayHide(const Slope& slope, const Measurements& measurements, const StaticFactor& factor)
 {
@@ -121,100 +95,34 @@ bool mayHide(const Slope& slope, const Measurements& measurements, const StaticF
     double quenching = 1;
     for (const StaticRow& row : factor.rows)
         quenching = std::max(quenching, measurements.ratio(Kind::Intensity, row.sample));
-    return std::log(largest(slope, factor)) > kShare * std::log(quenching);
-}
-
-std::string withoutPairs(const Measurements& measurements)
-{
-    if (measurements.has(Kind::Intensity))
-        return "There are only intensities, which alone do not tell collisions from a complex or a sphere.";
-    return "There are only lifetimes: they show collisions, but not whether a complex or a sphere lowers the intensity "
-           "as well.";
-}
-
-std::string undecided(const Fits& fits)
-{
-    if (fits.empty())
-        return "The data do not tell what quenches: they determine the constants of no model.";
-    std::vector<int> numbers;
-    for (const CombinedFit* fit : fits)
-        numbers.push_back(fit->model);
-    std::sort(numbers.begin(), numbers.end());
-    std::string models;
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        models += (i == 0 ? "" : i + 1 == numbers.size() ? " and " : ", ") + std::to_string(numbers[i]);
-    return "The data do not tell what quenches: Models " + models + " describe them about equally well.";
-}
-
-/// What could hide behind a mechanism, in a sentence; empty if nothing could.
-std::string hiddenBehind(Mechanism mechanism, const Measurements& measurements, const StaticFactor& factor)
-{
-    if (isDynamicAlone(mechanism) && mayHide(factor.slope, measurements, factor))
-        return "The data do not tell what quenches: collisions suffice, but a static factor of up to " +
-               fit::formatNumber(largest(factor.slope, factor), "0.0") + " would not be noticed.";
-    if (isStaticAlone(mechanism) && mayHide(factor.lifetimeSlope, measurements, factor))
-        return "The data do not tell what quenches: a complex or a sphere suffices, but a ratio τ0/τ of up to " +
-               fit::formatNumber(largest(factor.lifetimeSlope, factor), "0.0") + " would not be noticed.";
-    return {};
-}
-
-/// The sentence of a mechanism that the data tell.
-std::string sentence(Mechanism mechanism, const StaticFactor& factor)
-{
-    constexpr const char* kTransient = "; transient effects can look alike.";
-    const std::string complexFirst = "(s − 1)/Q is " + levels(factor, true) + " M⁻¹ for ln s/Q";
-    const std::string sphereFirst = "ln s/Q is " + levels(factor, false) + " M⁻¹ for (s − 1)/Q";
-    switch (mechanism) {
-    case Mechanism::Open:
-        break;
-    case Mechanism::Collisions:
-        return "Collisions alone describe this: the static factor does not differ from 1 (ln s/Q = " +
-               slopeText(factor.slope) + ", 95 %).";
-    case Mechanism::Complex:
-        return "The lifetimes do not change, and a complex describes this better than a sphere: " + complexFirst + ".";
-    case Mechanism::Sphere:
-        return "The lifetimes do not change, and a sphere describes this better than a complex: " + sphereFirst + ".";
-    case Mechanism::ComplexOrSphere:
-        return "The lifetimes do not change: quenching is static. The data do not tell a complex from a sphere: " +
-               complexFirst + ".";
-    case Mechanism::ComplexAndCollisions:
-        return "Beside collisions, a complex describes this better than a sphere: " + complexFirst + kTransient;
-    case Mechanism::SphereAndCollisions:
-        return "Beside collisions, a sphere describes this better than a complex: " + sphereFirst + kTransient;
-    case Mechanism::ComplexOrSphereAndCollisions:
-        return "Beside collisions there is a static part. The data do not tell a complex from a sphere: " +
-               complexFirst + kTransient;
-    case Mechanism::TwoSites:
-        return "Intensities and lifetimes fall together and level off: collisions with two populations of the probe, "
-               "of which the quencher reaches one less or not at all.";
-    case Mechanism::NotOnePopulation:
-        return "The lifetimes fall more than the intensities: s is below 1 by more than its 95 % error (ln s/Q = " +
-               slopeText(factor.slope) +
-               "). This is not the quenching of one population, and no model here describes it.";
-    }
-    return {};
+    return slope.largest() * factor.highestQ() > kShare * std::log(quenching);
 }
 
 } // namespace
 
-Finding findingOf(const Measurements& measurements, const std::vector<CombinedFit>& fits, const StaticFactor& factor)
+Decision decide(const Measurements& measurements, const std::vector<CombinedFit>& fits, const StaticFactor& factor)
 {
     if (factor.rows.empty())
-        return {Mechanism::Open, withoutPairs(measurements)};
+        return {};
     if (factor.isBelowOne())
-        return {Mechanism::NotOnePopulation, sentence(Mechanism::NotOnePopulation, factor)};
-    Fits counted = describing(measurements, fits);
-    std::erase_if(counted, [best = counted.empty() ? nullptr : counted.front()](const CombinedFit* fit) {
-        return *fit->AICc > *best->AICc + kEquallyWell;
-    });
-    Mechanism mechanism = counted.empty() ? Mechanism::Open : mechanismOf(counted.front()->model);
+        return {.mechanism = Mechanism::NotOnePopulation};
+    Decision decision;
+    const Fits counted = describing(measurements, fits);
     for (const CombinedFit* fit : counted)
-        mechanism = common(mechanism, mechanismOf(fit->model));
-    if (mechanism == Mechanism::Open)
-        return {mechanism, undecided(counted)};
-    if (const std::string hidden = hiddenBehind(mechanism, measurements, factor); !hidden.empty())
-        return {Mechanism::Open, hidden};
-    return {mechanism, sentence(mechanism, factor)};
+        if (*fit->AICc <= *counted.front()->AICc + kEquallyWell)
+            decision.models.push_back(fit->model);
+    if (counted.empty())
+        return decision;
+    decision.mechanism = mechanismOf(decision.models.front());
+    for (const int model : decision.models)
+        decision.mechanism = common(decision.mechanism, mechanismOf(model));
+    decision.staticHidden = isDynamicAlone(decision.mechanism) && mayHide(factor.slope, measurements, factor);
+    decision.collisionsHidden =
+        isStaticAlone(decision.mechanism) && mayHide(factor.lifetimeSlope, measurements, factor);
+    if (decision.staticHidden || decision.collisionsHidden)
+        decision.mechanism = Mechanism::Open;
+    std::sort(decision.models.begin(), decision.models.end());
+    return decision;
 }
 
 } // namespace lifetimes

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lifetimes/mechanism.h"
+#include "lifetimes/finding.h"
 #include "lifetimes/remarks.h"
 
 #include <optional>

@@ -70,9 +70,9 @@ trust::TitledRows rankingRows(const Overview& overview)
 
 } // namespace
 
-const std::string_view kDecayWarning = "Rate constants kq2 of Models 3 and 7 are not those of a decay-curve analysis "
-                                       "with Models 6, 7 and 10, whose laws count "
-                                       "exp(−K·Q)·Q as quencher for collisions.";
+const std::string_view kDecayWarning = "Do not compare kq2 with decay-curve analyses by Models 6, 7 and 10: their laws "
+                                       "take exp(−K·Q)·Q as the quencher that "
+                                       "collides.";
 
 OverviewText overviewText(const Overview& overview)
 {

@@ -17,7 +17,7 @@ struct OverviewText {
 };
 OverviewText overviewText(const Overview& overview);
 
-/// Decay analyses and this fit count the quencher for collisions differently in some models.
+/// Decay-curve analyses and this fit count the quencher for collisions differently in some models.
 extern const std::string_view kDecayWarning;
 
 /// The whole text for the clipboard.

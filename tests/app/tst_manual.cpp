@@ -242,7 +242,7 @@ void TestManual::explainsEveryModelAndParameter()
     const auto printed = [this](std::string_view text) { return m_manual.plainText.contains(fromUtf8(text)); };
     for (int model = 1; model <= models::kModelCount; ++model) {
         const models::Model& row = models::row(model);
-        for (const std::string_view text : {row.name, row.ratio.formula, row.decay.formula})
+        for (const std::string_view text : {row.name, row.ratio.formula, row.lifetime.formula, row.decay.formula})
             QVERIFY2(printed(text), qPrintable(fromUtf8(text)));
         for (const models::Parameter& parameter : row.fitted()) {
             const std::string text = models::guideText(parameter.meaning, parameter.unit);

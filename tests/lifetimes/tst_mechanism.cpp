@@ -169,6 +169,12 @@ void TestMechanism::saysWhatOneKindTells()
     for (std::size_t i = 1; i < intensities.samples.size(); ++i)
         intensities.samples[i].lifetime = lifetimes.samples[i].intensity = 0;
     QVERIFY(overviewOf(intensities, {}).finding.sentence.starts_with("There are only intensities"));
+    Measurements inTurn = intensities;
+    for (std::size_t i = 1; i < 4; ++i)
+        std::swap(inTurn.samples[i], lifetimes.samples[i]);
+    QVERIFY(overviewOf(inTurn, {}).finding.sentence.starts_with("No sample with quencher has both"));
+    for (std::size_t i = 1; i < 4; ++i)
+        std::swap(inTurn.samples[i], lifetimes.samples[i]);
     const Overview overview = overviewOf(lifetimes, {});
     QVERIFY(overview.finding.sentence.starts_with("There are only lifetimes"));
     QVERIFY(overviewText(overview).staticFactor.empty());
