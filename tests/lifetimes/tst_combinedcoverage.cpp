@@ -108,7 +108,9 @@ void TestCombinedCoverage::intervalsHoldTheTruth()
     QFETCH(std::size_t, situation);
     const Situation& in = kSituations[situation];
     constexpr int kEnoughForACase = 1000; // sets, of whose share the standard deviation is 0.7 percent
-    const int sets = support::setsPerCase(15);
+    // Two standard deviations of the share of all constants in few sets.
+    constexpr double kMarginOfFew = 4;
+    const int sets = support::setsPerCase(10);
     Count total;
     for (const support::NoiseCase& noiseCase : support::noiseCases()) {
         if (!models::row(noiseCase.model).hasLifetimeLaw())
@@ -133,7 +135,8 @@ void TestCombinedCoverage::intervalsHoldTheTruth()
                 QVERIFY(count.isBetween(in.least, in.most));
         }
     }
-    QVERIFY(total.isBetween(in.least, in.most));
+    const double margin = sets >= kEnoughForACase ? 0 : kMarginOfFew;
+    QVERIFY(total.isBetween(in.least - margin, in.most + margin));
 }
 
 QTEST_APPLESS_MAIN(TestCombinedCoverage)
