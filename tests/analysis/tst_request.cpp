@@ -53,6 +53,7 @@ class TestRequest : public QObject
 
 private slots:
     void startsFromWhatIsLeftWithoutALogarithm();
+    void takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem();
     void keepsItsOwnWhileAnotherRuns();
     void endsAsTheEngineSays();
     void calculatesWhereAFitWouldStart();
@@ -76,6 +77,29 @@ void TestRequest::startsFromWhatIsLeftWithoutALogarithm()
     request.options.logMode = 0;
     QCOMPARE(analysis::startParameters(request), request.values);
     QCOMPARE(analysis::engineOptions(request).aboveZero, request.options.aboveZero);
+}
+
+// A slot without a logarithm keeps its value from normal mode, and exp of this value may be infinite. An infinite rate
+// constant would vanish in the quotient of Model 4. Model 5 does not use this slot, and Model 1 does not use the probe
+// concentration.
+void TestRequest::takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem()
+{
+    constexpr struct {
+        int model, parameterCount;
+        double first, Cp;
+        bool fault;
+    } kCases[]{{4, 2, 2, 50e-6, true}, {5, 1, 2, 50e-6, false}, {1, 1, 1e8, INFINITY, false}};
+    analysis::Request request = lineRequest(7, 1);
+    request.options.logMode = 1;
+    request.leftover = {0, 2, 1e9};
+    for (const auto& [model, parameterCount, first, Cp, fault] : kCases) {
+        request.model = model;
+        request.options.parameterCount = parameterCount;
+        request.values = {0, first, 0};
+        request.Cp = Cp;
+        QCOMPARE(ranThrough(request).fault, fault);
+        QCOMPARE(analysis::calculate(request).fault, fault);
+    }
 }
 
 void TestRequest::keepsItsOwnWhileAnotherRuns()

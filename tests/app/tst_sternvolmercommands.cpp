@@ -24,7 +24,6 @@ private slots:
     void refusesIncompleteSheets();
     void refusesNumbersBeyondTheRange();
     void leavesTheSlotsAsTheyStand();
-    void takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem();
 };
 
 void TestSternVolmerCommands::refusesIncompleteSheets()
@@ -100,42 +99,6 @@ void TestSternVolmerCommands::leavesTheSlotsAsTheyStand()
     analyzer.getResults();
     QCOMPARE(analyzer.getkq2(), 3.0);
     QCOMPARE(analyzer.request().options.aboveZero, fit::Flags{});
-}
-
-// A slot without a logarithm keeps its value from normal mode, and exp of this value may be infinite. An infinite rate
-// constant would vanish in the quotient of Model 4. Model 5 does not use this slot, and Model 1 does not use the probe
-// concentration.
-void TestSternVolmerCommands::takesKeptSlotsForFaultsOnlyWhereTheModelUsesThem()
-{
-    Application vorlo;
-    vorlo.fill({{"0", "1", "1", "10", "", "", "", "", "10"},
-                {"0.1", "", "", "", "", "", "", "", "8"},
-                {"0.2", "", "", "", "", "", "", "", "7"}});
-    vorlo.program.shared.settings.LogMode = 0;
-    vorlo.choose(4);
-    vorlo.type("txtK", "2");
-    vorlo.type("txtkq1", "1e9");
-    vorlo.run("mnuSternVolmerAnalysis");
-    QCOMPARE(vorlo.prompter.shown, QStringList());
-    vorlo.program.shared.settings.LogMode = 1;
-    vorlo.type("txtkq1", "0");
-    for (const char* command : {"mnuSternVolmerAnalysis", "mnuCalcSternVolmer"}) {
-        vorlo.prompter.shown.clear();
-        vorlo.run(command);
-        QCOMPARE(vorlo.prompter.shown, QStringList{kArithmeticFault});
-    }
-    QCOMPARE(vorlo.result(2, 0), "");
-
-    vorlo.prompter.shown.clear();
-    vorlo.choose(5);
-    vorlo.run("mnuSternVolmerAnalysis");
-    QCOMPARE(vorlo.result(2, 7), "OK");
-    vorlo.choose(1);
-    vorlo.type("txtkq2", "1e8");
-    vorlo.type("txtConcProbe", "1e400");
-    vorlo.run("mnuSternVolmerAnalysis");
-    QCOMPARE(vorlo.result(3, 7), "OK");
-    QCOMPARE(vorlo.prompter.shown, QStringList());
 }
 
 QTEST_MAIN(TestSternVolmerCommands)
