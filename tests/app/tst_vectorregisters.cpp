@@ -5,7 +5,6 @@
 #include "tests/support/ratiosets.h"
 #include "tests/support/vectorstate.h"
 #include "trust/enginerun.h"
-#include "trust/fitdetails.h"
 #include "trust/modelcomparison.h"
 #include "trust/startsearch.h"
 
@@ -71,11 +70,6 @@ const std::pair<const char*, void (*)(Painter&)> kCalculations[]{
          trust::LeastSums known;
          trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), {}, known,
                               std::ref(painter));
-         painter.look();
-     }},
-    {"details of a fit",
-     [](Painter& painter) {
-         trust::fitDetails(threeRatios(), {.values = {0, 2}}, {});
          painter.look();
      }},
     {"normalisation",
