@@ -22,7 +22,6 @@ class TestRatioLaws : public QObject
     Q_OBJECT
 private slots:
     void areOneWithoutQuencher();
-    void areTheAreaUnderTheDecay();
     void lifetimesAreMeansOfTheDecay();
     void tendToTheirLimits();
 };
@@ -33,21 +32,6 @@ void TestRatioLaws::areOneWithoutQuencher()
         QVERIFY2(near(ratio(model, 0.0, kArguments), 1.0), qPrintable(QString::number(model)));
     for (int model : {-1, 0, 14, 15, 1000000})
         QCOMPARE(ratio(model, kQuencher, kArguments), 0.0);
-}
-
-// A steady-state intensity is the area under the decay, so the two families of laws must agree where both describe the
-// same physics. The laws of the sphere agree only without probe.
-void TestRatioLaws::areTheAreaUnderTheDecay()
-{
-    const decay::Reference reference{1, {0, 1}, {0, 1 / kTau0}};
-    for (int model : {1, 2, 4, 8, 12, 13}) {
-        const double Cp = model == 8 ? 0 : kProbe;
-        const fit::Parameters p{0, model == 1 ? 3e9 : 25.0, 2e8, 4e9};
-        double area = 0;
-        for (const auto& term : decay::quenchedDecay(model, {kQuencher, Cp, p}, reference))
-            area += term.amplitude / term.rate;
-        QVERIFY2(near(kTau0 / area, ratio(model, kQuencher, {kTau0, Cp, p})), qPrintable(QString::number(model)));
-    }
 }
 
 // Weighted by amplitudes; a dark complex leaves no component. The decay law of a sphere counts exp(-K Q) Q as quencher
