@@ -37,7 +37,7 @@ struct Session {
 /// Every constant is larger than its standard error at the truth.
 bool isDetermined(int model, double noise, const support::SimulatedRatios& exact)
 {
-    const analysis::Request request = support::ratioRequest(support::panelOf(model), exact.points);
+    const analysis::Request request = support::ratioRequest(model, exact.points);
     const std::unique_ptr<fit::Problem> problem = trust::realProblem(request);
     const leastsquares::FreeSlots free = trust::RequestedFit{*problem, request}.free();
     std::vector<double> errors;

@@ -29,10 +29,15 @@ inline std::vector<analysis::Request> allModels(const sternvolmer::RatioPoints& 
     return app::requestsOfAllModels(app::panelValues({}), 0, {.data = points});
 }
 
-inline app::PanelState panelOf(int model) { return {.Model = model}; }
+/// From the default panel with another model.
+inline analysis::Request ratioRequest(int model, const sternvolmer::RatioPoints& points)
+{
+    return ratioRequest({.Model = model}, points);
+}
+
 inline analysis::Request acridone(const app::PanelState& panel) { return ratioRequest(acridoneRatios(), panel); }
-inline analysis::Request acridone(int model) { return acridone(panelOf(model)); }
-inline analysis::Request hFis1(int model) { return ratioRequest(hFis1Ratios(), panelOf(model)); }
+inline analysis::Request acridone(int model) { return acridone({.Model = model}); }
+inline analysis::Request hFis1(int model) { return ratioRequest(hFis1Ratios(), {.Model = model}); }
 
 /// Ratios of a model, and the constants from which they were made.
 struct SimulatedRatios {

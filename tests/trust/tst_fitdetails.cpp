@@ -79,7 +79,7 @@ void TestFitDetails::printsFiveDigits()
 void TestFitDetails::givesTheFiguresOfALine()
 {
     const analysis::Request request =
-        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 1, 2, 3}, {1, 2.1, 2.9, 4.2}, 1));
+        support::ratioRequest(1, support::ratioPoints({0, 1, 2, 3}, {1, 2.1, 2.9, 4.2}, 1));
     const FitDetails details = detailsAt(request, {0, 1.05});
     const auto near = [](double value, double expected) { return std::abs(value - expected) < kHandCalculation; };
     QVERIFY(near(details.residuals[1], 0.05));
@@ -97,7 +97,7 @@ void TestFitDetails::givesTheFiguresOfALine()
     QCOMPARE(text.residuals[1], (std::vector<std::string>{"0", "1.0000", "1.0000", "0"}));
     QCOMPARE(text.residuals[3], (std::vector<std::string>{"2.0000", "2.9000", "3.1000", "-0.20000"}));
     const std::vector<double> conc{0, 1, 2, 3, 4, 5, 6, 7, 8}, ratio{1, 2.1, 2.9, 4.1, 4.9, 6.1, 6.9, 8.1, 8.9};
-    const analysis::Request nine = support::ratioRequest(support::panelOf(1), support::ratioPoints(conc, ratio, 1));
+    const analysis::Request nine = support::ratioRequest(1, support::ratioPoints(conc, ratio, 1));
     const TitledRows tested = detailsText(detailsAt(nine, {0, 1}), labelsOf(nine)).figures;
     QCOMPARE(tested[7][1], std::string("8 (4 samples above, 4 below)"));
     QCOMPARE(tested[8][1], std::string("100.00 %"));
@@ -134,8 +134,7 @@ void TestFitDetails::judgesWhereAFitEnded()
 
 void TestFitDetails::judgesACalculation()
 {
-    const analysis::Request line =
-        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1));
+    const analysis::Request line = support::ratioRequest(1, support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1));
     const std::tuple<analysis::Request, fit::Parameters, Verdict> cases[]{
         {support::acridone(1), {0, 154.055 / 17.6e-9}, Verdict::AtMinimum},
         {support::acridone(1), {0, 1e9}, Verdict::NotAMinimum},
@@ -154,8 +153,7 @@ void TestFitDetails::judgesACalculation()
 
 void TestFitDetails::namesWhatTheDataDoNotDetermine()
 {
-    const analysis::Request request =
-        support::ratioRequest(support::panelOf(11), support::simulatedRatios(11, 1, 8, 0.01).points);
+    const analysis::Request request = support::ratioRequest(11, support::simulatedRatios(11, 1, 8, 0.01).points);
     const FitDetails details = detailsAtOptimum(request, {0, 100, 1e6, 0});
     QVERIFY(details.judgement.verdict == Verdict::Undetermined);
     const DetailsText text = detailsText(details, {models::Analysis::SternVolmer, 11, {}});
@@ -190,7 +188,7 @@ void TestFitDetails::showsErrorsUnderTheAssumption()
 void TestFitDetails::saysOnlyWhatErrorsAllow()
 {
     const analysis::Request request =
-        support::ratioRequest(support::panelOf(3), support::ratioPoints({0, 0.1, 0.2}, {1, 2.6, 4.6}, 1e-8));
+        support::ratioRequest(3, support::ratioPoints({0, 0.1, 0.2}, {1, 2.6, 4.6}, 1e-8));
     FitDetails details = detailsAtOptimum(request, {0, 1, 1e9});
     const auto textUnder = [&](const noise::Errors& errors) {
         details.errors = errorDetails(request, details.values, {.errors = errors, .typed = {}}, 0);
@@ -223,8 +221,7 @@ void TestFitDetails::saysWhyThereAreNoErrors()
         {{1, 2, 3, 4, 5}, "meet the model within roundings", "kq2 = 1.0000 M⁻¹ s⁻¹ and"},
         {{1, 2, -3, 4, 5}, "a ratio is not positive", "without standard errors, because a ratio is not positive"}};
     for (const auto& [ratios, assumption, sentence] : cases) {
-        const analysis::Request request =
-            support::ratioRequest(support::panelOf(1), support::ratioPoints(Q, ratios, 1));
+        const analysis::Request request = support::ratioRequest(1, support::ratioPoints(Q, ratios, 1));
         FitDetails details = detailsAt(request, {0, 1});
         details.errors = errorDetails(request, details.values, {}, 0);
         const ErrorText text = detailsText(details, labelsOf(request)).errors;

@@ -131,21 +131,18 @@ void TestJudging::saysWhatHappened_data()
     QTest::addColumn<analysis::Request>("request");
     QTest::addColumn<analysis::Result>("result");
     QTest::addColumn<QString>("sentence");
-    const auto fit = [](const char* name, const analysis::Request& request, const char* sentence) {
-        QTest::newRow(name) << request << fitted(request) << QString(sentence);
+    const auto end = [](const char* name, const analysis::Request& request, const analysis::Result& result,
+                        const char* sentence) { QTest::newRow(name) << request << result << QString(sentence); };
+    const auto fit = [&](const char* name, const analysis::Request& request, const char* sentence) {
+        end(name, request, fitted(request), sentence);
+    };
+    const auto stopped = [](double kq2) {
+        return analysis::Result{.values = {0, kq2}, .fitted = true, .ending = fit::Ending::Stopped};
     };
     analysis::Request dynamic = support::acridone({.kq2 = "1e6", .Model = 1});
     fit("at the least", dynamic, "at a minimum");
-    QTest::newRow("stopped on the way") << dynamic
-                                        << analysis::Result{.values = {0, 1e9},
-                                                            .fitted = true,
-                                                            .ending = fit::Ending::Stopped}
-                                        << "stopped: the sum is 41.5 times the least. Find Start Values";
-    QTest::newRow("stopped there") << dynamic
-                                   << analysis::Result{.values = {0, 154.055 / 17.6e-9},
-                                                       .fitted = true,
-                                                       .ending = fit::Ending::Stopped}
-                                   << "stopped at the least sum";
+    end("stopped before", dynamic, stopped(1e9), "stopped: the sum is 41.5 times the least. Find Start Values");
+    end("stopped there", dynamic, stopped(154.055 / 17.6e-9), "stopped at the least sum");
     dynamic.options.logMode = 1;
     fit("on a plateau", dynamic, "not a minimum: the sum is 52.7 times the least. Find Start Values");
     fit("in a valley", support::acridone({.kq2 = "5e9", .K = "2", .Model = 3}),
@@ -153,22 +150,17 @@ void TestJudging::saysWhatHappened_data()
     fit("fixed", support::acridone({.Model = 1, .FixKq2 = 1}), "all constants are fixed");
     fit("fixed, and the engine leaves the minimum", support::acridone({.kq2 = "4.5e9", .Model = 6, .FixKq2 = 1}),
         "not a minimum: the sum is 1403 times the least. Find Start Values, then \"Calc\" with input parameters shows "
-        "the "
-        "least; no analysis ends there. With kq2 fixed the least lies at K = 1.26");
+        "the least; no analysis ends there. With kq2 fixed the least lies at K = 1.26");
     fit("no probe", support::acridone({.K = "0", .Model = 5}),
         "the model cannot be evaluated at these constants. Find Start Values");
-    const analysis::Request line =
-        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1e-8));
-    QTest::newRow("exact data") << line << analysis::Result{.values = {0, 2e8}}
-                                << "not a minimum: other constants fit exactly. Find Start Values in log mode";
-    const analysis::Request two =
-        support::ratioRequest(support::panelOf(3), support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
+    const analysis::Request line = support::ratioRequest(1, support::ratioPoints({0, 1, 2, 3}, {1, 2, 3, 4}, 1e-8));
+    end("exact data", line, {.values = {0, 2e8}},
+        "not a minimum: other constants fit exactly. Find Start Values in log mode");
+    const analysis::Request two = support::ratioRequest(3, support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
     fit("one ratio for two constants", two, "not a minimum: other constants fit exactly. Find Start Values");
-    const analysis::Request one =
-        support::ratioRequest(support::panelOf(1), support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
-    QTest::newRow("one ratio for one constant")
-        << one << analysis::Result{.values = {0, 1e9}}
-        << "the constants are not tested: as many as samples, so the curve meets all samples";
+    const analysis::Request one = support::ratioRequest(1, support::ratioPoints({0, 0.1}, {1, 2}, 1e-8));
+    end("one ratio for one constant", one, {.values = {0, 1e9}},
+        "the constants are not tested: as many as samples, so the curve meets all samples");
 }
 
 void TestJudging::saysWhatHappened()

@@ -75,7 +75,7 @@ void TestStartSearch::findsTheLeastSumOfManyDecayPoints()
     for (const unsigned seed : {75U, 329U, 381U, 502U, 614U, 668U}) {
         const support::RandomSessions::Session session = support::RandomSessions(seed).session();
         const analysis::Request request = app::requestOf(
-            app::panelValues(support::panelOf(session.trueModel)), 0,
+            app::panelValues({.Model = session.trueModel}), 0,
             analysis::Request{.data = support::tableFrom(session.sheet, 1 + static_cast<int>(seed % 2))});
         const std::unique_ptr<fit::Problem> problem = realProblem(request);
         const leastsquares::FreeSlots free = RequestedFit{*problem, request}.free();
@@ -108,7 +108,7 @@ void TestStartSearch::leadsTheEngineToTheOptimum()
     int determined = 0, reached = 0, missed = 0;
     for (unsigned seed = 0; seed < kSets; ++seed) {
         const support::SimulatedRatios simulated = support::simulatedRatios(model, seed, kSamples, kNoise);
-        analysis::Request request = support::ratioRequest(support::panelOf(model), simulated.points);
+        analysis::Request request = support::ratioRequest(model, simulated.points);
         const std::unique_ptr<fit::Problem> problem = realProblem(request);
         const SearchResult found = searched(request);
         QVERIFY(!found.solutions.empty());
@@ -145,8 +145,7 @@ void TestStartSearch::saysWhereTheEngineCannotStay()
 // dark complex with collisions is nearly the same with K and kq2 tau0 exchanged.
 void TestStartSearch::givesEverySolutionThatIsEquallyGood()
 {
-    const SearchResult sites =
-        searched(support::ratioRequest(support::panelOf(12), support::simulatedRatios(12, 1, 8, 0.01).points));
+    const SearchResult sites = searched(support::ratioRequest(12, support::simulatedRatios(12, 1, 8, 0.01).points));
     QCOMPARE(sites.solutions.size(), std::size_t{1});
 
     const analysis::Request iodide = support::acridone(3);
