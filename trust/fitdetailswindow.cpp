@@ -3,11 +3,12 @@
 #include "trust/errorschoice.h"
 #include "trust/printpage.h"
 #include "trust/profilepage.h"
-#include "trust/residualplot.h"
+#include "trust/seriesplot.h"
 #include "trust/tableview.h"
 #include "ui/clipboard.h"
 #include "ui/closing.h"
 #include "ui/oldernote.h"
+#include "ui/wrappinglabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -18,42 +19,30 @@
 
 namespace trust
 {
-namespace
-{
-
-QLabel* namedLabel(const char* name, QWidget* parent)
-{
-    auto* label = new QLabel(parent);
-    label->setObjectName(name);
-    label->setWordWrap(true);
-    return label;
-}
-
-} // namespace
 
 FitDetailsWindow::FitDetailsWindow()
-    : m_heading(namedLabel("lblFit", this)), m_verdict(namedLabel("lblVerdict", this)),
-      m_remarks(namedLabel("lblRemarks", this)), m_errors(new ErrorsChoice(this)),
-      m_assumption(namedLabel("lblAssumption", this)), m_pages(new QTabWidget(this)),
+    : m_heading(ui::wrappingLabel("lblFit", this)), m_verdict(ui::wrappingLabel("lblVerdict", this)),
+      m_remarks(ui::wrappingLabel("lblRemarks", this)), m_errors(new ErrorsChoice(this)),
+      m_assumption(ui::wrappingLabel("lblAssumption", this)), m_pages(new QTabWidget(this)),
       m_constants(makeTable("grdConstants", tr("Constants"), this)),
       m_figures(makeTable("grdFigures", tr("Figures of the fit"), this)),
       m_correlations(makeTable("grdCorrelations", tr("Correlations of the constants"), this)),
       m_residualsCaption(new QLabel(tr("Resi&duals, also drawn against Q:"), this)),
-      m_residuals(makeTable("grdResiduals", tr("Residuals"), this)), m_plot(new ResidualPlot(this)),
+      m_residuals(makeTable("grdResiduals", tr("Residuals"), this)),
+      m_plot(new SeriesPlot("picResiduals", tr("Residual"), SeriesPlot::Range::AroundZero, this)),
       m_profiles(new ProfilePage(this)), m_leftOut(makeTable("grdLeftOut", tr("The fit without each sample"), this)),
       m_print(new PrintPage(this)), m_copy(new QPushButton(tr("&Copy"), this)),
       m_close(new QPushButton(tr("C&lose"), this))
 {
     setWindowTitle(tr("Fit Details"));
     m_heading->setText(tr("No analysis has been run yet."));
+    m_plot->setAccessibleName(tr("Plot of the residuals; their list holds the same numbers"));
     m_copy->setObjectName("cmdCopyDetails");
     m_copy->setEnabled(false);
     m_close->setObjectName("cmdCloseDetails");
     QFont bold = m_verdict->font();
     bold.setBold(true);
     m_verdict->setFont(bold);
-    for (QLabel* label : {m_verdict, m_remarks, m_assumption})
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layOut();
     ui::closeOnEscape(*this);
     m_close->setFocus();
@@ -94,8 +83,7 @@ QWidget* FitDetailsWindow::fitPage()
     m_residualsCaption->setBuddy(m_residuals);
     auto* layout = new QVBoxLayout(page);
     for (QTableWidget* table : {m_constants, m_figures, m_correlations}) {
-        table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // only as high as its rows
-        table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+        keepAsHighAsRows(*table);
         layout->addWidget(table);
     }
     layout->addWidget(m_residualsCaption);
@@ -149,7 +137,7 @@ void FitDetailsWindow::showDetails(const FitDetails& details, const FitLabels& l
     QVector<QPointF> points;
     for (std::size_t i = 0; i < std::min(labels.Q.size(), details.residuals.size()); ++i)
         points << QPointF(labels.Q[i], details.residuals[i]);
-    m_plot->setPoints(points);
+    m_plot->setSeries({{.points = points}});
     m_copy->setEnabled(true);
 }
 

@@ -15,7 +15,7 @@ namespace trust
 class ErrorsChoice;
 class PrintPage;
 class ProfilePage;
-class ResidualPlot;
+class SeriesPlot;
 
 /// Shows fit details in tables, on pages for the fit, the fit under the assumption about errors, the samples and the
 /// constants ready to print; it calculates nothing.
@@ -48,7 +48,7 @@ private:
     QTableWidget *m_constants, *m_figures, *m_correlations;
     QLabel* m_residualsCaption;
     QTableWidget* m_residuals;
-    ResidualPlot* m_plot;
+    SeriesPlot* m_plot;
     ProfilePage* m_profiles;
     QTableWidget* m_leftOut;
     PrintPage* m_print;

@@ -23,8 +23,7 @@ ProfilePage::ProfilePage(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(caption);
     for (QTableWidget* table : {m_constants, m_figures}) {
-        table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // only as high as its rows
-        table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+        keepAsHighAsRows(*table);
         layout->addWidget(table);
     }
     layout->addWidget(m_plot, 1);

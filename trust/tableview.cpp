@@ -28,6 +28,12 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
     return table;
 }
 
+void keepAsHighAsRows(QTableWidget& table)
+{
+    table.setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+    table.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+}
+
 void fillTable(QTableWidget& table, const TitledRows& rows)
 {
     table.clear();

@@ -12,6 +12,9 @@ namespace trust
 /// A read-only table with an object name and a name for screen readers; Tab leaves it.
 QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent);
 
+/// Gives a table the height of its rows, as far as there is room.
+void keepAsHighAsRows(QTableWidget& table);
+
 /// Shows the titles and the rows; columns are as wide as their texts.
 void fillTable(QTableWidget& table, const TitledRows& rows);
 
