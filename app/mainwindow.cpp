@@ -86,7 +86,8 @@ const std::vector<Menu>& menus()
           {"Compare &Models", "mnuCompareModels", &Main::compareModelsChosen},
           {"Find and Fit Stern-Vo&lmer", "mnuFindAndFitSternVolmer", &Main::findAndFitSternVolmerChosen},
           {"Find and Fit Decay C&urve", "mnuFindAndFitDecay", &Main::findAndFitDecayChosen},
-          {"C&ompare Models of Decay Curves", "mnuCompareDecayModels", &Main::compareDecayModelsChosen}}},
+          {"C&ompare Models of Decay Curves", "mnuCompareDecayModels", &Main::compareDecayModelsChosen},
+          {"&Intensities and Lifetimes", "mnuLifetimes", &Main::lifetimesChosen}}},
         {"&Settings", {{"Set &Parameters", "mnuSetParameters", &Main::setParametersChosen}}},
         {"&Help", {{"&Help", "mnuHelpItem0", &Main::helpChosen}, {"&About Vorlo", "mnuHelpItem1", &Main::aboutChosen}}},
     };

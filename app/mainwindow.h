@@ -68,6 +68,7 @@ signals:
     void fitDetailsChosen();
     void compareModelsChosen();
     void compareDecayModelsChosen();
+    void lifetimesChosen();
     void setParametersChosen();
     void helpChosen();
     void aboutChosen();

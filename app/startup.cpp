@@ -45,8 +45,8 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
       m_sternVolmerCommands(commandInput(), MainWindow.results(), {SVAnalyzer, GraphWindow2, OutputTable2}),
       m_trustCommands(commandInput(), MainWindow.panel(), {startValues, fitDetails, modelComparison},
                       {SVAnalyzer, DecayAnalyzer}),
-      m_verdicts(commandInput()), m_windowMenu(MainWindow.windowMenu()),
-      m_dates(MainWindow.sheet(), shared, m_windowMenu)
+      m_lifetimesCommands(commandInput(), MainWindow.panel(), lifetimesWindow), m_verdicts(commandInput()),
+      m_windowMenu(MainWindow.windowMenu()), m_dates(MainWindow.sheet(), shared, m_windowMenu)
 {
     fit::StopRequested = false;
     connectFileMenu();
@@ -221,6 +221,7 @@ void VorloMain::connectTrust()
     connectCommand(&Main::compareModelsChosen, [this] { m_trustCommands.compareAllModels(Analysis::SternVolmer); });
     connectCommand(&Main::compareDecayModelsChosen, [this] { m_trustCommands.compareAllModels(Analysis::Decay); });
     connect(&MainWindow, &Main::fitDetailsChosen, this, [this] { m_trustCommands.showFitDetails(); });
+    connect(&MainWindow, &Main::lifetimesChosen, this, [this] { m_lifetimesCommands.showTogether(); });
     m_trustCommands.analyse = [this](Analysis analysis) {
         MainWindow.goTo(analysis == Analysis::Decay ? "mnuDecayCurveAnalysis" : "mnuSternVolmerAnalysis");
     };
@@ -288,6 +289,7 @@ void VorloMain::lookAtData()
     if (preparationWindow.isVisible())
         preparationWindow.showSheet(sheetSamples(sheet));
     m_verdicts.look();
+    m_lifetimesCommands.look();
 }
 
 void VorloMain::showVerdict()

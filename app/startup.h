@@ -6,6 +6,7 @@
 #include "app/helpviewer.h"
 #include "app/importcommands.h"
 #include "app/importwindow.h"
+#include "app/lifetimescommands.h"
 #include "app/mainwindow.h"
 #include "app/sessioncommands.h"
 #include "app/settingwindow.h"
@@ -73,6 +74,7 @@ public:
     trust::ModelComparisonWindow modelComparison;
     ImportWindow importWindow;
     preparation::PreparationWindow preparationWindow;
+    lifetimes::LifetimesWindow lifetimesWindow;
 
 signals:
     void ended(); // the main window was closed and every other window hidden
@@ -102,6 +104,7 @@ private:
     DecayCommands m_decayCommands;
     SternVolmerCommands m_sternVolmerCommands;
     TrustCommands m_trustCommands;
+    LifetimesCommands m_lifetimesCommands;
     VerdictWatch m_verdicts;
     WindowMenu m_windowMenu;
     DatedWindows m_dates;

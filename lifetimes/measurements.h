@@ -21,12 +21,14 @@ struct Sample {
     double lifetimeByIntensity = 0; // sum A tau^2 / sum A tau, s: only to compare with other work, never fitted
 
     double observed(Kind kind) const { return kind == Kind::Intensity ? intensity : lifetime; }
+    bool operator==(const Sample&) const = default;
 };
 
 /// A component of the reference's decay.
 struct Component {
     double amplitude = 0;
     double lifetime = 0; // s
+    bool operator==(const Component&) const = default;
 };
 
 struct Measurements {
@@ -42,6 +44,7 @@ struct Measurements {
     bool has(Kind kind) const { return !observed(kind).empty(); }
     /// Φ0/Φ or τ0/τ of a sample; 0: not known.
     double ratio(Kind kind, std::size_t sample) const;
+    bool operator==(const Measurements&) const = default;
 };
 
 /// Reads the sample columns of the sheet up to the first column without a concentration. A value that is not a positive

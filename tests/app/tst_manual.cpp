@@ -117,12 +117,13 @@ private:
     void choose(const QString& item)
     {
         app::VorloMain& program = vorlo.program;
-        m_window = item.startsWith("Prepare") ? static_cast<QWidget*>(&program.preparationWindow)
-                   : item.startsWith("for ")  ? static_cast<QWidget*>(&program.startValues)
-                   : item == "Fit Details"    ? static_cast<QWidget*>(&program.fitDetails)
-                   : item == "Compare Models" ? static_cast<QWidget*>(&program.modelComparison)
-                   : item.contains("Decay")   ? static_cast<QWidget*>(&program.DecayAnalyzer)
-                                              : static_cast<QWidget*>(&program.SVAnalyzer);
+        m_window = item.startsWith("Prepare")  ? static_cast<QWidget*>(&program.preparationWindow)
+                   : item.startsWith("for ")   ? static_cast<QWidget*>(&program.startValues)
+                   : item == "Fit Details"     ? static_cast<QWidget*>(&program.fitDetails)
+                   : item.startsWith("Intens") ? static_cast<QWidget*>(&program.lifetimesWindow)
+                   : item == "Compare Models"  ? static_cast<QWidget*>(&program.modelComparison)
+                   : item.contains("Decay")    ? static_cast<QWidget*>(&program.DecayAnalyzer)
+                                               : static_cast<QWidget*>(&program.SVAnalyzer);
         for (QAction* action : vorlo.program.MainWindow.findChildren<QAction*>())
             if (caption(action->text()) == item)
                 return action->trigger();

@@ -21,7 +21,7 @@ constexpr int kDeepest = 6; // commands inside each other
 const char* const kTexts[] = {"0",      "1e7", "5e-5", "50", "-3",   "1e400", "abc", "0.4", "1e30", "12.5",
                               "1e-300", "",    "3",    "2",  "1000", "nan",   "Φ",   "1",   "0.01", "24000"};
 // Rare, because during a search only one event comes in 10 ms, and details take a second after each stopped fit.
-const QRegularExpression kSlow("^mnu(Find|Compare|(Window)?FitDetails)");
+const QRegularExpression kSlow("^mnu(Find|Compare|(Window)?FitDetails|Lifetimes)");
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "app/parameterpanel.h"
 #include "fit/numbertext.h"
+#include "tests/support/acridonecolumns.h"
 #include "tests/support/application.h"
 #include "ui/grid.h"
 #include "ui/twips.h"
@@ -28,20 +29,12 @@
 namespace
 {
 
-// Acridone quenched by iodide in water: Q in M, lifetimes in ns, intensities as printed (CC0 teaching workshop,
-// github.com/chemfd/PhotochemistryWorkshopAnswers).
-const QList<support::Column> kAcridone{
-    {"0", "1", "1", "17.6", "", "", "", "", "16580"}, {"0.04", "1", "1", "3.9", "", "", "", "", "3753"},
-    {"0.1", "1", "1", "1.8", "", "", "", "", "1566"}, {"0.2", "1", "1", "0.95", "", "", "", "", "721"},
-    {"0.3", "1", "1", "0.64", "", "", "", "", "446"}, {"0.5", "1", "1", "0.39", "", "", "", "", "242"},
-    {"0.8", "1", "1", "0.25", "", "", "", "", "121"}};
-
 // Optima of an independent least-squares program.
 constexpr double kSumOfModel1 = 473.808, kSumOfModel3 = 4.05796;
 constexpr double kWithin = 2e-3; // 0.1 percent of the search, and the digits shown
 
 struct Program : support::Application {
-    Program() { fill(kAcridone); }
+    Program() { fill(support::kAcridone); }
     QString box(const char* name) { return control<QLineEdit>(name).text(); }
     double number(const char* name) { return fit::numberFrom(box(name).toStdString()); }
     QListWidget& solutions() { return *program.startValues.findChild<QListWidget*>("lstSolutions"); }
@@ -215,6 +208,7 @@ void TestTrustCommands::escapeClosesTheWindows()
          {std::pair<const char*, QWidget*>{"mnuFindSternVolmerStart", &p.program.startValues},
           {"mnuFitDetails", &p.program.fitDetails},
           {"mnuCompareModels", &p.program.modelComparison},
+          {"mnuLifetimes", &p.program.lifetimesWindow},
           {"mnuHelpItem0", &p.program.helpViewer}}) {
         p.run(command);
         QTRY_VERIFY2(window->isActiveWindow(), command);

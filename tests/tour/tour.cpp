@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPalette>
 #include <QPlainTextEdit>
@@ -216,6 +217,14 @@ struct Tour {
         picture(program.modelComparison, "compare-models.png");
     }
 
+    void lifetimes()
+    {
+        say("Intensities and lifetimes together.");
+        tour::chooseItem(program.MainWindow, "mnuLifetimes");
+        say(tour::find<QLabel>(program.lifetimesWindow, "lblFinding").text());
+        picture(program.lifetimesWindow, "lifetimes.png");
+    }
+
     void prepare()
     {
         app::frmVorloMain& window = program.MainWindow;
@@ -276,6 +285,7 @@ int main(int argc, char* argv[])
     tour.settings();
     tour.import();
     tour.trust();
+    tour.lifetimes();
     tour.prepare();
     say("One picture of each window is in " + folder.absolutePath());
     return EXIT_SUCCESS;
