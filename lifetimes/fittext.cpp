@@ -1,6 +1,7 @@
 #include "lifetimes/fittext.h"
 
 #include "fit/numbertext.h"
+#include "fit/vectorregisters.h"
 #include "models/catalogue.h"
 #include "noise/constanttext.h"
 #include "trust/errortext.h"
@@ -152,6 +153,7 @@ std::string verdict(const CombinedFit& fit)
 
 FitText fitText(const Overview& overview, const CombinedFit& fit)
 {
+    fit::clearUpperHalves();
     const Writer writer(overview, fit);
     return {.heading = "Model " + std::to_string(fit.model) + ": " + std::string(models::row(fit.model).name),
             .verdict = verdict(fit),

@@ -1,5 +1,6 @@
 #include "lifetimes/overview.h"
 
+#include "fit/vectorregisters.h"
 #include "models/catalogue.h"
 
 #include <algorithm>
@@ -54,6 +55,7 @@ std::vector<CombinedFit> fitsOf(const std::vector<Place>& places)
 
 Overview overviewOf(const Measurements& measurements, const ErrorRatio& ratio)
 {
+    fit::clearUpperHalves();
     Overview overview{.measurements = measurements, .ratio = ratio, .places = {}, .remarks = remarks(measurements)};
     for (int model = 1; model <= models::kModelCount; ++model)
         overview.places.push_back(placeOf(measurements, model, ratio));

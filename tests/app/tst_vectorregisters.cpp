@@ -1,7 +1,9 @@
 #include "decay/decayproblem.h"
 #include "decay/normalization.h"
+#include "lifetimes/fittext.h"
 #include "sternvolmer/ratioproblem.h"
 #include "tests/support/decaysessions.h"
+#include "tests/support/pairedsamples.h"
 #include "tests/support/ratiosets.h"
 #include "tests/support/vectorstate.h"
 #include "trust/enginerun.h"
@@ -70,6 +72,14 @@ const std::pair<const char*, void (*)(Painter&)> kCalculations[]{
          trust::LeastSums known;
          trust::compareModels(support::allModels(support::ratioPoints(support::acridoneRatios())), {}, known,
                               std::ref(painter));
+         painter.look();
+     }},
+    {"intensities and lifetimes together",
+     [](Painter& painter) {
+         const lifetimes::Overview overview = lifetimes::overviewOf(support::acridoneMeasurements(), {});
+         painter.look();
+         paint();
+         lifetimes::fitText(overview, *overview.places.front().fit);
          painter.look();
      }},
     {"normalisation",
