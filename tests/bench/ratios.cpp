@@ -58,6 +58,8 @@ constexpr std::array kPairs{
     Pair{"likewise in log mode", "wait/Model 10 log/manual_time", nullptr, 1},
     Pair{"longest wait in a Model 11 fit / 20 ms", "wait/Model 11/manual_time", nullptr, 1},
     Pair{"likewise in log mode", "wait/Model 11 log/manual_time", nullptr, 1},
+    Pair{"opening of Intensities and Lifetimes / 200 ms", "open/lifetimes/manual_time", nullptr, 1, 0.2},
+    Pair{"likewise with each error estimated", "open/lifetimes, each estimated/manual_time", nullptr, 1, 0.2},
     Pair{"first frame / toolkit window", "start/manual_time:ratio", nullptr, 1.25, 1}, // a median of ratios
     Pair{"resident memory / toolkit window", "start/manual_time:kB", "start/manual_time:toolkit kB", 1.4},
 };

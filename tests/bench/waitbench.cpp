@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QCoreApplication>
 #include <QTimer>
@@ -82,7 +83,49 @@ void wait(benchmark::State& state, int model, int logMode)
     }
 }
 
+/// Twenty samples of three components with both kinds of data, from the choice of the item to the painted window.
+void openLifetimes(benchmark::State& state, bool eachEstimated)
+{
+    ui::DialogPrompter prompter;
+    app::VorloMain program(prompter);
+    app::DataSheet& sheet = program.MainWindow.sheet();
+    for (int sample = 0; sample < 20; ++sample) {
+        const double quenching = 1 + 0.5 * sample, error = 1 + 0.02 * ((sample * 7) % 5 - 2);
+        const QStringList column{QString::number(sample * 0.01),
+                                 "3",
+                                 "5",
+                                 QString::number(400 / quenching * error),
+                                 "3",
+                                 QString::number(150 / quenching),
+                                 "2",
+                                 QString::number(40 / quenching),
+                                 QString::number(1000 / quenching / (1 + 0.02 * sample) * error)};
+        for (int row = 0; row < column.size(); ++row)
+            sheet.SetSheetText(row + 1, sample + 1, column[row]);
+    }
+    const auto open = [&] {
+        program.MainWindow.findChild<QAction*>("mnuLifetimes")->trigger();
+        QCoreApplication::processEvents(); // paints
+    };
+    if (eachEstimated) {
+        open();
+        program.lifetimesWindow.findChild<QAbstractButton*>("chkEachEstimated")->click();
+    }
+    for (auto _ : state) {
+        program.lifetimesWindow.close();
+        const double begin = processorTime();
+        open();
+        state.SetIterationTime(processorTime() - begin);
+    }
+}
+
 const bool registered = [] {
+    for (bool eachEstimated : {false, true})
+        benchmark::RegisterBenchmark(eachEstimated ? "open/lifetimes, each estimated" : "open/lifetimes", openLifetimes,
+                                     eachEstimated)
+            ->UseManualTime()
+            ->Iterations(1)
+            ->Unit(benchmark::kMillisecond);
     for (int model : {10, 11})
         for (int logMode : {0, 1})
             benchmark::RegisterBenchmark(("wait/Model " + std::to_string(model) + (logMode == 1 ? " log" : "")).c_str(),
