@@ -43,7 +43,7 @@ inline constexpr RoomyPlace kStartsPlace{10350, 16350, 2000, 3000, 5000, 8900}; 
 inline constexpr RoomyPlace kImportPlace{1000, 16350, 600, 3500, 9600, 10500};
 inline constexpr RoomyPlace kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
 inline constexpr RoomyPlace kPreparationPlace{8700, 1500, 1500, 2500, 6600, 16500};
-inline constexpr RoomyPlace kLifetimesPlace{1500, 1500, 1000, 1500, 10800, 16500};
+inline constexpr RoomyPlace kLifetimesPlace{1500, 1500, 1000, 1500, 10800, 17400};
 
 /// Places a window that is not visible yet, and always brings it to the front. It is larger where the font is.
 void showInFront(QWidget& window, const RoomyPlace& place);

@@ -29,8 +29,8 @@ using trust::qtText;
 
 LifetimesWindow::LifetimesWindow()
     : m_finding(ui::wrappingLabel("lblFinding", this)), m_remarks(ui::wrappingLabel("lblDataRemarks", this)),
-      m_modelCaption(new QLabel(tr("&Model:"), this)), m_models(new QComboBox(this)),
       m_errors(new ErrorRatioChoice(this)), m_assumption(ui::wrappingLabel("lblErrorRatio", this)),
+      m_modelCaption(new QLabel(tr("&Model:"), this)), m_models(new QComboBox(this)),
       m_verdict(ui::wrappingLabel("lblTogetherVerdict", this)), m_picture(new PicturePage(this)),
       m_pages(new QTabWidget(this)), m_fit(new FitPage(this)), m_samples(makeTable("grdSamples", tr("Samples"), this)),
       m_static(makeTable("grdStaticFactor", tr("Static factor"), this)),
@@ -76,7 +76,7 @@ void LifetimesWindow::layOut()
     parts->addWidget(m_picture);
     parts->addWidget(pages());
     parts->setChildrenCollapsible(false);
-    parts->setSizes({4, 5}); // shares
+    parts->setSizes({3000, 5000}); // shares, larger than any minimum
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_readAgain);
     buttons->addStretch();

@@ -54,10 +54,11 @@ private:
     void showFinding();
     const Place* shownPlace() const;
 
-    QLabel *m_finding, *m_remarks, *m_modelCaption;
-    QComboBox* m_models;
+    QLabel *m_finding, *m_remarks;
     ErrorRatioChoice* m_errors;
-    QLabel *m_assumption, *m_verdict;
+    QLabel *m_assumption, *m_modelCaption;
+    QComboBox* m_models;
+    QLabel* m_verdict;
     PicturePage* m_picture;
     QTabWidget* m_pages;
     FitPage* m_fit;

@@ -8,13 +8,14 @@ namespace trust
 
 namespace
 {
-// Without it, a right-to-left desktop shows the title "95 % from" as "from % 95".
+// Without it on both sides, a right-to-left desktop shows the titles "95 % from" and "ln Φ − fitted /%" as "from % 95"
+// and "%/ ln Φ − fitted".
 constexpr QChar kLeftToRightMark(0x200e);
 } // namespace
 
 QString qtText(const std::string& text) { return QString::fromStdString(text); }
 
-QString titleText(const std::string& title) { return kLeftToRightMark + qtText(title); }
+QString titleText(const std::string& title) { return kLeftToRightMark + qtText(title) + kLeftToRightMark; }
 
 QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget* parent)
 {
