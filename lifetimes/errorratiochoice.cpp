@@ -18,7 +18,6 @@ ErrorRatioChoice::ErrorRatioChoice(QWidget* parent)
     m_caption->setBuddy(m_typed);
     m_typed->setObjectName("txtErrorRatio");
     m_typed->setMaximumWidth(kCharacters * fontMetrics().averageCharWidth() + m_typed->minimumSizeHint().width());
-    m_typed->setToolTip(tr("1: lifetimes and intensities have the same relative error"));
     m_eachEstimated->setObjectName("chkEachEstimated");
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
@@ -43,8 +42,6 @@ ErrorRatio ErrorRatioChoice::ratio() const
 void ErrorRatioChoice::offerEstimates(bool possible)
 {
     m_eachEstimated->setEnabled(possible || m_eachEstimated->isChecked());
-    m_eachEstimated->setToolTip(tr("The scatter about the fit says how large both errors are; offered from six "
-                                   "intensities and six lifetimes on"));
 }
 
 /// Once for each change: leaving the box also ends its editing.

@@ -92,7 +92,7 @@ void LifetimesWindow::layOut()
 
 QWidget* LifetimesWindow::pages()
 {
-    m_pages->addTab(m_fit, tr("F&it"));
+    m_pages->addTab(m_fit, tr("Co&nstants"));
     m_pages->addTab(tablePage(tr("&Ratios and mean lifetimes τ:"), *m_samples,
                               tr("τ is weighted by the amplitudes. Means weighted by intensity are never fitted.")),
                     tr("&Samples"));

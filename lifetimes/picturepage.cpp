@@ -41,8 +41,6 @@ PicturePage::PicturePage(QWidget* parent)
     m_ratios->setAccessibleName(tr("Plot of both ratios; the list of samples holds the same numbers"));
     m_residuals->setAccessibleName(tr("Plot of the residuals; their list holds the same numbers"));
     m_byIntensity->setObjectName("chkByIntensity");
-    m_byIntensity->setToolTip(tr("It is drawn only: quenching changes the mean weighted by the amplitudes as it "
-                                 "changes the intensity"));
     trust::SeriesPlot::alignColumns(*m_ratios, *m_residuals);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
