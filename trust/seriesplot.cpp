@@ -16,11 +16,15 @@ namespace
 
 constexpr double kRadius = 3; // of a mark, pixels
 
-/// Numbers at an axis from 0 to an end, at least three.
-std::vector<double> ticks(double end)
+/// Numbers at an axis from 0 to an end: at least three, but not more steps than there is room for.
+std::vector<double> ticks(double end, double mostSteps = plot::kMaxSteps)
 {
-    const double step = plot::AxisStep(0, end);
-    return plot::evenSteps(0, end, end / step < 2 ? step / 2 : step);
+    double step = plot::AxisStep(0, end);
+    if (end / step < 2)
+        step /= 2;
+    if (end / step > mostSteps)
+        step *= 2;
+    return plot::evenSteps(0, end, step);
 }
 
 QString tickText(double value)
@@ -61,7 +65,8 @@ void drawAxes(QPainter& painter, const Scale& scale, const QPalette& palette)
         drawText(painter, {0, y - height / 2, left - metrics.averageCharWidth(), height},
                  Qt::AlignRight | Qt::AlignVCenter, tickText(value));
     };
-    for (const double size : ticks(scale.highest)) {
+    const double room = scale.y(0) - scale.area.top();
+    for (const double size : ticks(scale.highest, room / height)) {
         level(size);
         if (size > 0 && scale.lowest < 0)
             level(-size);
