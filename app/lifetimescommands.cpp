@@ -43,10 +43,11 @@ void LifetimesCommands::analyse()
     look();
 }
 
-void LifetimesCommands::look()
+bool LifetimesCommands::look()
 {
-    if (m_window.isVisible())
-        m_window.showChanged(read() != m_shown);
+    const bool isOlder = !m_shown.samples.empty() && read() != m_shown;
+    m_window.showChanged(isOlder);
+    return isOlder;
 }
 
 void LifetimesCommands::typeValues(int model, const fit::Parameters& values)

@@ -15,8 +15,8 @@ public:
 
     /// Reads the sheet and shows the window. A message says why the sheet cannot be used.
     void showTogether();
-    /// Called after anything was typed: the window says whether the sheet still holds what it shows.
-    void look();
+    /// Called after anything was typed. Returns whether the window shows older data than the sheet holds; it says so.
+    bool look();
 
 private:
     lifetimes::Measurements read() const;

@@ -289,7 +289,7 @@ void VorloMain::lookAtData()
     if (preparationWindow.isVisible())
         preparationWindow.showSheet(sheetSamples(sheet));
     m_verdicts.look();
-    m_lifetimesCommands.look();
+    m_windowMenu.markOlder(lifetimesWindow, m_lifetimesCommands.look());
 }
 
 void VorloMain::showVerdict()

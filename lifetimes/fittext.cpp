@@ -86,7 +86,7 @@ trust::TitledRows Writer::correlations() const
 {
     if (m_constants.size() < 2)
         return {};
-    trust::TitledRows table{{""}};
+    trust::TitledRows table{{"Correlation"}};
     for (const models::Parameter& parameter : m_constants)
         table[0].push_back(parameter.name());
     for (std::size_t i = 1; i <= m_constants.size(); ++i) {

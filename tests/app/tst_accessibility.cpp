@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace
 {
@@ -161,11 +162,12 @@ void TestAccessibility::everyControlSaysWhatItDoes()
 {
     support::Application vorlo;
     QList<support::Column> samples{{"0", "1", "1", "20", "", "", "", "", "100"}};
-    for (const auto& [Q, intensity] : {std::pair{"0.01", "80"}, {"0.02", "65"}, {"0.04", "47"}, {"0.08", "28"}})
-        samples << support::Column{Q, "", "", "", "", "", "", "", intensity};
+    for (const auto& [Q, lifetime, intensity] :
+         {std::tuple{"0.01", "17.4", "80"}, {"0.02", "15.4", "65"}, {"0.04", "12.5", "47"}, {"0.08", "9.1", "28"}})
+        samples << support::Column{Q, "1", "1", lifetime, "", "", "", "", intensity};
     vorlo.fill(samples);
     vorlo.choose(3);
-    for (const char* item : {"mnuFitDetails", "mnuFindAndFitSternVolmer", "mnuCompareModels"})
+    for (const char* item : {"mnuFitDetails", "mnuFindAndFitSternVolmer", "mnuCompareModels", "mnuLifetimes"})
         vorlo.run(item);
     QStringList silent;
     for (const QWidget* window : windows()) {
