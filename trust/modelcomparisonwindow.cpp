@@ -45,6 +45,14 @@ public:
     }
 };
 
+/// A long title takes two lines, which leaves room for the remarks.
+QString inTwoLines(QString title)
+{
+    constexpr int kLong = 16; // characters
+    const auto blank = title.indexOf(' ', title.size() / 2);
+    return title.size() > kLong && blank >= 0 ? title.replace(blank, 1, '\n') : title;
+}
+
 } // namespace
 
 ModelComparisonWindow::ModelComparisonWindow()
@@ -152,7 +160,7 @@ void ModelComparisonWindow::fillRows()
     m_cells->clear();
     QStringList titles;
     for (const std::string& title : comparisonTitles(m_comparison.analysis))
-        titles << titleText(title);
+        titles << inTwoLines(titleText(title));
     m_cells->setHorizontalHeaderLabels(titles);
     for (std::size_t place = 0; place < m_comparison.places.size(); ++place) {
         QList<QStandardItem*> row;

@@ -31,6 +31,8 @@ QTableWidget* makeTable(const char* name, const QString& accessibleName, QWidget
 
 void keepAsHighAsRows(QTableWidget& table)
 {
+    constexpr int kLeastLines = 3; // title and one row with their margins; the toolkit would leave room for scroll bars
+    table.setMinimumHeight(kLeastLines * table.fontMetrics().lineSpacing());
     table.setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     table.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
 }

@@ -458,6 +458,8 @@ void TestTrustCommands::comparisonLeavesTheRestAlone()
     QCOMPARE(p.program.MainWindow.panel().panelState(), panel);
 
     auto* table = p.program.modelComparison.findChild<QTableView*>("grdModels");
+    const int oneLine = table->fontMetrics().horizontalAdvance("Sum of squares of analysis");
+    QVERIFY(table->columnWidth(6) < oneLine); // leaves room for the remarks
     constexpr int kModel = 1, kSum = 6;
     table->setCurrentIndex(p.models().index(0, kModel));
     QTest::keyClick(table, Qt::Key_Space);
