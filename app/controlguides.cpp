@@ -171,7 +171,7 @@ constexpr Guide kTitles[]{
 
 QString textOf(std::span<const Guide> guides, QString name)
 {
-    name.remove('&').remove(QChar(0x200e)); // marks of keys and of direction
+    name.remove('&').remove(QChar(0x200e)).replace('\n', ' '); // marks of keys and of direction, line breaks
     for (const Guide& guide : guides)
         if (name == guide.name)
             return QCoreApplication::translate("app::ControlGuides", guide.text);
