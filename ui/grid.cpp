@@ -8,6 +8,8 @@
 #include "ui/twips.h"
 
 #include <QAbstractButton>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QItemSelectionModel>
@@ -237,12 +239,22 @@ void Grid::keyPressEvent(QKeyEvent* event)
         emit deletePressed();
     else if ((event->key() == Qt::Key_F2 || event->key() == Qt::Key_Backspace) && !command)
         emit editWanted();
+    else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        openContextMenu();
     else if (event->matches(QKeySequence::SelectAll))
         selectAll();
     else if (isPrintable(event->text()) && !command)
         emit textTyped(event->text());
     else
         event->ignore();
+}
+
+// Not every desktop takes Shift+F10 for the menu key.
+void Grid::openContextMenu()
+{
+    const QPoint place = inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent wanted(QContextMenuEvent::Keyboard, place, mapToGlobal(place));
+    QCoreApplication::sendEvent(this, &wanted);
 }
 
 void Grid::inputMethodEvent(QInputMethodEvent* event)

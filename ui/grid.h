@@ -83,6 +83,7 @@ private:
     int columnPixels(int twips) const;
     void moveBy(int rows, int columns, bool extend);
     void extendTo(int row, int column);
+    void openContextMenu();
     void currentMoved();
 
     TitledCells* m_cells;

@@ -322,6 +322,8 @@ void TestStartup::contextMenuOfTheSheetEdits()
                 if (action->text().remove('&').startsWith(item))
                     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
         });
+        if (reason == QContextMenuEvent::Keyboard)
+            return QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
         QContextMenuEvent event(reason, cell.center(), grid.viewport()->mapToGlobal(cell.center()));
         QApplication::sendEvent(grid.viewport(), &event);
     };
