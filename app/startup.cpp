@@ -111,7 +111,7 @@ void VorloMain::connectEditMenu()
             [this, &sheet] { m_history.run(tr("Cut"), [&sheet] { mnuCut_Click(sheet); }); });
     connect(&MainWindow, &frmVorloMain::copyChosen, this, [&sheet] { mnuCopy_Click(sheet); });
     connect(&MainWindow, &frmVorloMain::pasteChosen, this, [this, &sheet] { mnuPaste_Click(sheet, m_prompter); });
-    for (const QWidget* window : std::initializer_list<const QWidget*>{&MainWindow, &helpViewer})
+    for (const QWidget* window : std::initializer_list<const QWidget*>{&MainWindow, &helpViewer, &preparationWindow})
         for (const ui::TextBox* box : window->findChildren<ui::TextBox*>())
             connect(box, &ui::TextBox::clipboardSilent, this, [this] { ui::tellOfSilentClipboard(m_prompter); });
 }

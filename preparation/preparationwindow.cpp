@@ -3,11 +3,11 @@
 #include "preparation/sampletable.h"
 #include "ui/closing.h"
 #include "ui/prompter.h"
+#include "ui/textbox.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -27,6 +27,12 @@ QLabel* wrappedLabel(const char* name, QWidget* parent)
     return label;
 }
 
+QString meaningOf(Box box)
+{
+    return box == Box::V0 ? PreparationWindow::tr("Volume of the reference, in any unit")
+                          : PreparationWindow::tr("Concentration of the quencher in the added solution, M");
+}
+
 } // namespace
 
 PreparationWindow::PreparationWindow(ui::Prompter& prompter)
@@ -34,7 +40,7 @@ PreparationWindow::PreparationWindow(ui::Prompter& prompter)
                                      {new QCheckBox(tr("&Blank"), this), &Steps::blank},
                                      {new QCheckBox(tr("&Inner filter"), this), &Steps::innerFilter},
                                      {new QCheckBox(tr("&Dilution"), this), &Steps::dilution}}},
-      m_V0(new QLineEdit(this)), m_stock(new QLineEdit(this)), m_table(new SampleTable(prompter, this)),
+      m_V0(new ui::TextBox(this)), m_stock(new ui::TextBox(this)), m_table(new SampleTable(prompter, this)),
       m_sheetNote(wrappedLabel("lblSheetChanged", this)), m_notes(wrappedLabel("lblPreparation", this)),
       m_take(new QPushButton(tr("Take from &Sheet"), this)),
       m_handErrors(new QCheckBox(tr("&Errors to Fit Details"), this)), m_apply(new QPushButton(tr("&Apply"), this)),
@@ -50,8 +56,8 @@ PreparationWindow::PreparationWindow(ui::Prompter& prompter)
     m_table->setFocus();
     for (const StepBox& step : m_steps)
         connect(step.box, &QCheckBox::toggled, this, &PreparationWindow::look);
-    for (const QLineEdit* box : {m_V0, m_stock})
-        connect(box, &QLineEdit::textChanged, this, &PreparationWindow::look);
+    for (const ui::TextBox* box : {m_V0, m_stock})
+        connect(box, &ui::TextBox::textChanged, this, &PreparationWindow::look);
     connect(m_table, &SampleTable::edited, this, &PreparationWindow::look);
     connect(m_take, &QPushButton::clicked, this, &PreparationWindow::takeFromSheet);
     connect(m_apply, &QPushButton::clicked, this, &PreparationWindow::apply);
@@ -68,8 +74,8 @@ void PreparationWindow::nameControls()
         {m_steps[1].box, "chkBlank", tr("Subtracts a reading without the probe")},
         {m_steps[2].box, "chkInnerFilter", tr("Corrects for light that the sample absorbs")},
         {m_steps[3].box, "chkDilution", tr("Corrects for the added volumes, and calculates the concentrations")},
-        {m_V0, "txtV0", tr("Volume of the reference, in any unit")},
-        {m_stock, "txtStock", tr("Concentration of the quencher in the added solution, M")},
+        {m_V0, "txtV0", meaningOf(Box::V0)},
+        {m_stock, "txtStock", meaningOf(Box::Stock)},
         {m_take, "cmdTakeReadings", tr("Takes the intensities of the sheet as readings")},
         {m_handErrors, "chkHandErrors", tr("Apply also types the errors of the intensities into Fit Details")},
         {m_apply, "cmdApplyPreparation", tr("Writes the prepared values into the sheet")},
@@ -140,6 +146,8 @@ void PreparationWindow::look()
     m_table->showSteps(series.steps);
     m_table->showFigures(prepared, m_sheet);
     m_table->showRefusal(refusal ? std::get_if<Cell>(&refusal->place) : nullptr, reason);
+    showRefusalOf(*m_V0, Box::V0, refusal);
+    showRefusalOf(*m_stock, Box::Stock, refusal);
     m_notes->setText(refusal ? reason : QString::fromStdString(notes(prepared)));
     for (QWidget* box : {m_V0, m_stock})
         box->setEnabled(series.steps.dilution);
@@ -148,6 +156,14 @@ void PreparationWindow::look()
     m_sheetNote->setVisible(isPrepared || m_sheet != m_takenFrom);
     m_sheetNote->setText(isPrepared ? tr("The sheet holds the prepared intensities.")
                                     : tr("The sheet has changed since the readings were taken from it."));
+}
+
+void PreparationWindow::showRefusalOf(ui::TextBox& box, Box place, const Refusal* refusal)
+{
+    const Box* refused = refusal ? std::get_if<Box>(&refusal->place) : nullptr;
+    const bool isRefused = refused && *refused == place;
+    box.setRemarked(isRefused);
+    box.setToolTip(isRefused ? QString::fromStdString(refusal->text) : meaningOf(place));
 }
 
 void PreparationWindow::apply()

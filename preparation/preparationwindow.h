@@ -6,13 +6,13 @@
 
 class QCheckBox;
 class QLabel;
-class QLineEdit;
 class QPushButton;
 
 namespace ui
 {
 class Prompter;
-}
+class TextBox;
+} // namespace ui
 
 namespace preparation
 {
@@ -49,11 +49,12 @@ private:
     TypedSeries typed() const;
     void takeFromSheet();
     void look();
+    void showRefusalOf(ui::TextBox& box, Box place, const Refusal* refusal);
     void apply();
 
     ui::Prompter& m_prompter;
     std::array<StepBox, 4> m_steps;
-    QLineEdit *m_V0, *m_stock;
+    ui::TextBox *m_V0, *m_stock;
     SampleTable* m_table;
     QLabel *m_sheetNote, *m_notes;
     QPushButton* m_take;

@@ -78,7 +78,12 @@ void TestPreparationWindow::typingPreparesAtOnce()
     QVERIFY(table().isColumnHidden(static_cast<int>(Entry::Added)));
     control<QCheckBox>("chkDilution").click();
     QVERIFY(!table().isColumnHidden(static_cast<int>(Entry::Added)));
-    control<QLineEdit>("txtV0").setText("100");
+    auto& V0 = control<QLineEdit>("txtV0");
+    QVERIFY(V0.toolTip().startsWith("V0, the volume of the reference: is empty"));
+    const QColor tinted = V0.palette().color(QPalette::Base);
+    V0.setText("100");
+    QVERIFY(V0.toolTip().startsWith("Volume of the reference"));
+    QVERIFY(V0.palette().color(QPalette::Base) != tinted);
     control<QLineEdit>("txtStock").setText("2");
     typeCell(2, Entry::Added, "25");
     typeCell(1, Entry::SecondReading, "1010");
