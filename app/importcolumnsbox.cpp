@@ -56,12 +56,14 @@ ImportColumnsBox::ImportColumnsBox(imports::Choices& choices, QWidget* parent)
     layout->setColumnStretch(4, 1);
 }
 
-/// Two quantities beside each other: concentration and intensity, then each amplitude and its lifetime.
+/// Two quantities beside each other: concentration and intensity, then each amplitude and its lifetime, then volumes.
 void ImportColumnsBox::addQuantity(std::size_t quantity, QGridLayout& layout)
 {
     auto* column = new QComboBox(this);
     column->setObjectName("cboColumn" + QString::number(quantity));
-    column->setToolTip(tr("The column of the table that becomes this row of the sheet"));
+    column->setToolTip(imports::kQuantityRows[quantity].sheetRow > 0
+                           ? tr("The column of the table that becomes this row of the sheet")
+                           : tr("The column with the volumes of stock solution, each added since the sample before"));
     column->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // long titles must not widen it
     column->setMinimumContentsLength(12);
     auto* caption = new QLabel(nameOf(quantity), this);

@@ -175,6 +175,17 @@ std::vector<imports::SampleColumn> ImportWindow::columns() const
     return columns;
 }
 
+bool ImportWindow::hasVolumes() const { return m_table.layout.columns[indexOf(imports::Quantity::Added)] > 0; }
+
+std::vector<std::string> ImportWindow::addedVolumes() const
+{
+    std::vector<std::string> volumes;
+    if (hasVolumes())
+        for (const imports::SampleColumn& column : columns())
+            volumes.push_back(column.front().text);
+    return volumes;
+}
+
 void ImportWindow::showPreview()
 {
     const std::vector<imports::SampleColumn> columns = this->columns();
@@ -197,8 +208,11 @@ void ImportWindow::showPreview()
 QString ImportWindow::complaint() const
 {
     const int count = static_cast<int>(m_list.samples.size());
-    if (m_table.layout.columns[indexOf(imports::Quantity::Concentration)] == 0)
-        return tr("Choose the column of the concentrations.");
+    const bool hasConcentrations = m_table.layout.columns[indexOf(imports::Quantity::Concentration)] > 0;
+    if (!hasConcentrations && !hasVolumes())
+        return tr("Choose the column of the concentrations, or of the added volumes.");
+    if (hasConcentrations && hasVolumes())
+        return tr("Choose concentrations or added volumes, not both.");
     if (count == 0)
         return tr("No sample has a concentration that can be read.");
     if (m_list.waitsForSign)

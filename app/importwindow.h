@@ -37,6 +37,8 @@ public:
     /// The whole sheet after the import, and the number of its first imported column.
     std::vector<imports::SampleColumn> columns() const;
     int firstColumn() const;
+    /// The volumes added before each sample of columns(); empty if the table has concentrations instead.
+    std::vector<std::string> addedVolumes() const;
 
     /// The sheet has changed.
     void refresh();
@@ -50,6 +52,7 @@ private:
     int room() const;
     void showPreview();
     QString complaint() const;
+    bool hasVolumes() const;
     void showState();
 
     const SheetText& m_sheet;

@@ -129,6 +129,10 @@ void VorloMain::connectImport()
             shared.DataNormalized = false; // samples read earlier are out of date
             sheet.SelectSheetCell(1, column);
         });
+        if (const std::vector<std::string> added = importWindow.addedVolumes(); !added.empty()) {
+            preparationWindow.showTitration(sheetSamples(sheet), added);
+            showInFront(preparationWindow, kPreparationPlace);
+        }
     });
 }
 

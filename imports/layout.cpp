@@ -34,6 +34,8 @@ public:
             takeUntitled(Quantity::Concentration);
         if (m_columns[indexOf(Quantity::Tau1)] == 0)
             takeUntitled(Quantity::Intensity);
+        if (m_columns[indexOf(Quantity::Concentration)] > 0)
+            m_columns[indexOf(Quantity::Added)] = 0; // the concentrations need no volumes
     }
     int operator[](std::size_t quantity) const { return m_columns[quantity]; }
 

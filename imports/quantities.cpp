@@ -25,8 +25,11 @@ constexpr std::array<std::string_view, 4> kLifetime{"tau", "lifetime", "lifetime
 constexpr std::array<std::string_view, 14> kNeverWanted{"ratio", "f0",  "i0",  "phi0", "tau0",  "error", "err",
                                                         "sd",    "std", "sem", "dev",  "blank", "probe", "absorbance"};
 // Unless the title begins with a quantity, as in "F (wavelength 450 nm)".
-constexpr std::array<std::string_view, 13> kOther{"sample", "no", "nr",   "number",     "index",  "volume",     "vol",
-                                                  "v",      "ul", "time", "wavelength", "lambda", "temperature"};
+constexpr std::array<std::string_view, 9> kOther{"sample", "no",         "nr",     "number",     "index",
+                                                 "time",   "wavelength", "lambda", "temperature"};
+constexpr std::array<std::string_view, 6> kVolume{"volume", "volumen", "vol", "v", "ul", "ml"};
+// Volumes since the first sample, not since the sample before.
+constexpr std::array<std::string_view, 4> kInAll{"total", "sum", "cumulative", "gesamt"};
 
 template <std::size_t N>
 bool isOneOf(const std::array<std::string_view, N>& list, std::string_view word)
@@ -106,6 +109,8 @@ Guess guessFromTitle(std::string_view title)
         return {Quantity::Concentration};
     if (anyOf(kOther, words) && !beginsWithQuantity)
         return {std::nullopt, true};
+    if (anyOf(kVolume, words) && !beginsWithQuantity)
+        return anyOf(kInAll, words) ? Guess{std::nullopt, true} : Guess{Quantity::Added};
     if (const auto component = componentOf(kAmplitude, words))
         return {ofComponent(Quantity::A1, *component)};
     if (const auto component = componentOf(kLifetime, words))

@@ -11,13 +11,13 @@
 namespace imports
 {
 
-enum class Quantity { Concentration, Intensity, A1, Tau1, A2, Tau2, A3, Tau3 };
-inline constexpr std::size_t kQuantities = 8;
+enum class Quantity { Concentration, Intensity, A1, Tau1, A2, Tau2, A3, Tau3, Added };
+inline constexpr std::size_t kQuantities = 9;
 
 /// What a column of a table can be.
 struct QuantityRow {
     std::string_view name;
-    int sheetRow = 0;
+    int sheetRow = 0; // 0: not in the sheet
     UnitKind kind = UnitKind::None;
 };
 
@@ -31,6 +31,7 @@ inline constexpr std::array<QuantityRow, kQuantities> kQuantityRows{{
     {"τ2", decay::lifetimeRow(2), UnitKind::Time},
     {"A3", decay::amplitudeRow(3)},
     {"τ3", decay::lifetimeRow(3), UnitKind::Time},
+    {"Added volume"},
 }};
 
 constexpr std::size_t indexOf(Quantity quantity) { return static_cast<std::size_t>(quantity); }
@@ -38,7 +39,7 @@ constexpr const QuantityRow& row(Quantity quantity) { return kQuantityRows[index
 
 struct Guess {
     std::optional<Quantity> quantity;
-    bool excluded = false; // the title says that the column is something else: a ratio, a volume, an error
+    bool excluded = false; // the title says that the column is something else: a ratio, a wavelength, an error
 };
 
 /// What the words and the unit of a title say.

@@ -115,6 +115,10 @@ std::vector<std::string> notesOn(const FoundTable& table)
         if (titled && table.titles[static_cast<std::size_t>(column - 1)].empty())
             untitled += (untitled.empty() ? "" : ", ") + std::to_string(column);
     }
+    if (layout.columns[indexOf(Quantity::Added)] > 0)
+        notes.emplace_back(
+            "Each added volume counts since the sample before. Prepare Intensities opens after OK and calculates "
+            "the concentrations.");
     const std::string columns = layout.samplesInColumns ? "Rows" : "Columns";
     if (!unused.empty())
         notes.push_back(columns + " of numbers that are not used: " + unused + ".");
@@ -153,6 +157,9 @@ SampleList readSamples(const FoundTable& table)
     const CellReader reader(table);
     SampleList list;
     list.notes = notesOn(table);
+    const std::array<int, kQuantities>& columns = table.layout.columns;
+    const bool hasConcentrations = columns[indexOf(Quantity::Concentration)] > 0;
+    const bool hasVolumes = columns[indexOf(Quantity::Added)] > 0;
     for (int row = table.layout.firstRow; row <= table.cells.rowCount(); ++row) {
         SampleColumn sample;
         bool any = false;
@@ -167,9 +174,9 @@ SampleList readSamples(const FoundTable& table)
         const SampleCell& concentration = sample[decay::kConcRow];
         const bool usable = !concentration.text.empty() || concentration.reading == Reading::BothSigns;
         completeDecay(sample, table.layout);
-        if (usable)
+        if (usable || (any && hasVolumes && !hasConcentrations))
             list.samples.push_back(sample);
-        else if (any && table.layout.columns[indexOf(Quantity::Concentration)] > 0)
+        else if (any && hasConcentrations)
             list.remarks.push_back((table.layout.samplesInColumns ? "Column " : "Row ") + std::to_string(row) +
                                    " is left out, because it has no concentration.");
     }

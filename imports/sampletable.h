@@ -20,7 +20,7 @@ struct SampleCell {
     Reading reading = Reading::Fine;
 };
 
-/// By row of the sheet; slot 0 is not used.
+/// By row of the sheet; slot 0 holds the added volume.
 using SampleColumn = std::array<SampleCell, decay::kPhiRow + 1>;
 
 struct SampleList {
@@ -31,7 +31,7 @@ struct SampleList {
 };
 
 /// The samples of a table: numbers in the units of the sheet, and the count of components that they have. A row without
-/// a concentration is left out and named.
+/// a concentration is left out and named, unless the table has added volumes instead.
 SampleList readSamples(const FoundTable& table);
 
 /// Why a cell is not read as it stands; empty if it is.

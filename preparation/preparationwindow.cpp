@@ -128,6 +128,17 @@ void PreparationWindow::showSheet(const SheetSamples& sheet)
     look();
 }
 
+void PreparationWindow::showTitration(const SheetSamples& sheet, const std::vector<std::string>& added)
+{
+    m_sheet = sheet;
+    m_table->setVolumes(added);
+    takeFromSheet();
+    for (const StepBox& step : m_steps)
+        if (step.step == &Steps::dilution)
+            step.box->setChecked(true);
+    m_V0->setFocus(); // what the table cannot tell
+}
+
 void PreparationWindow::takeFromSheet()
 {
     m_takenFrom = m_sheet;

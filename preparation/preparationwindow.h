@@ -33,6 +33,8 @@ public:
 
     /// The samples that the sheet has now. As long as nothing was typed, its intensities are the readings.
     void showSheet(const SheetSamples& sheet);
+    /// Intensities of the sheet as readings, and the volumes added before them, in place of what was typed.
+    void showTitration(const SheetSamples& sheet, const std::vector<std::string>& added);
 
 signals:
     void applied(const preparation::SheetSamples& texts); // for the sheet

@@ -86,18 +86,26 @@ std::vector<TypedSample> SampleTable::typed() const
     return samples;
 }
 
+void SampleTable::setColumn(Entry entry, const std::vector<std::string>& texts)
+{
+    const QSignalBlocker filling(this);
+    for (int sample = 1; sample <= kSamples; ++sample) {
+        const auto place = static_cast<std::size_t>(sample - 1);
+        item(sample, entry)->setText(place < texts.size() ? QString::fromStdString(texts[place]) : QString());
+    }
+}
+
 void SampleTable::setReadings(const std::vector<std::string>& readings)
 {
-    {
-        const QSignalBlocker filling(this);
-        for (int sample = 1; sample <= kSamples; ++sample) {
-            const auto place = static_cast<std::size_t>(sample - 1);
-            for (const Entry entry : {Entry::SecondReading, Entry::ThirdReading})
-                item(sample, entry)->setText({});
-            item(sample, Entry::Reading)
-                ->setText(place < readings.size() ? QString::fromStdString(readings[place]) : QString());
-        }
-    }
+    setColumn(Entry::Reading, readings);
+    setColumn(Entry::SecondReading, {});
+    setColumn(Entry::ThirdReading, {});
+    emit edited();
+}
+
+void SampleTable::setVolumes(const std::vector<std::string>& added)
+{
+    setColumn(Entry::Added, added);
     emit edited();
 }
 

@@ -26,6 +26,7 @@ public:
     std::vector<TypedSample> typed() const;
     /// Replaces all readings; the other entries stay.
     void setReadings(const std::vector<std::string>& readings);
+    void setVolumes(const std::vector<std::string>& added);
     void showSteps(const Steps& steps);
     void showFigures(const Prepared& prepared, const SheetSamples& before);
     /// Marks a cell, for the tooltip and for screen readers; without a cell, none.
@@ -39,6 +40,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void setColumn(Entry entry, const std::vector<std::string>& texts);
     QTableWidgetItem* item(int sample, Entry entry) const;
     void copy() const;
     void paste();

@@ -66,6 +66,7 @@ private slots:
     void addsAndChoosesSamples();
     void showsAndObeysChoices();
     void keepsChoicesForTablesOfTheSameForm();
+    void addedVolumesGoToThePreparation();
     void readsFilesOrSaysWhyNot();
 };
 
@@ -163,7 +164,11 @@ void TestImportWindow::showsAndObeysChoices()
         cells << vorlo.preview(row, 2);
     QCOMPARE(cells.join(';'), "0.000002;1;1;0.003;;;;;");
     vorlo.of<QComboBox>("cboColumn0").setCurrentIndex(0);
-    QCOMPARE(vorlo.state(), "Choose the column of the concentrations.");
+    QCOMPARE(vorlo.state(), "Choose the column of the concentrations, or of the added volumes.");
+    vorlo.of<QComboBox>("cboColumn8").setCurrentIndex(2);
+    QVERIFY(vorlo.ready());
+    vorlo.of<QComboBox>("cboColumn0").setCurrentIndex(1);
+    QCOMPARE(vorlo.state(), "Choose concentrations or added volumes, not both.");
     vorlo.of<QComboBox>("cboSeparator").setCurrentText("blanks");
     vorlo.of<QComboBox>("cboColumn0").setCurrentIndex(1);
     QCOMPARE(vorlo.state(), "No sample has a concentration that can be read.");
@@ -181,6 +186,25 @@ void TestImportWindow::keepsChoicesForTablesOfTheSameForm()
     QCOMPARE(vorlo.preview(1, 2), "0.007");
     vorlo.paste("c\tI\n0\t1\n7\t2\n");
     QCOMPARE(vorlo.preview(1, 2), "7");
+}
+
+// F = 5000 / (1 + 50 Q), diluted from 2 mL with a stock of 0.1 M: Q = 0.1 x 500 / 2500 M after the second addition.
+void TestImportWindow::addedVolumesGoToThePreparation()
+{
+    Import vorlo;
+    vorlo.paste("Volumen / µL\tIntensität\n0,0\t5000,0\n250,0\t2857,142857\n250,0\t2000,0\n");
+    QVERIFY(vorlo.ready());
+    vorlo.accept();
+    QCOMPARE(vorlo.sheet(), " 5000,  2857.142857,  2000");
+    QWidget& preparation = vorlo.program.preparationWindow;
+    QVERIFY(preparation.isVisible());
+    preparation.findChild<QLineEdit*>("txtV0")->setText("2000");
+    preparation.findChild<QLineEdit*>("txtStock")->setText("0.1");
+    preparation.findChild<QPushButton*>("cmdApplyPreparation")->click();
+    QCOMPARE(vorlo.sheet(), "0 5000, 0.0111111 3214.29, 0.02 2500");
+    vorlo.run("mnuUndo");
+    vorlo.run("mnuUndo");
+    QCOMPARE(vorlo.sheet().trimmed(), "");
 }
 
 void TestImportWindow::readsFilesOrSaysWhyNot()

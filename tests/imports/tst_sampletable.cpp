@@ -132,7 +132,9 @@ void TestSampleTable::readsWhatTitlesSay()
         {"quenched F", Quantity::Intensity},
         {"F0/F", {}},
         {"F (λ = 450 nm)", Quantity::Intensity},
-        {"V / µL", {}},
+        {"V / µL", Quantity::Added},
+        {"Total volume / mL", {}},
+        {"F (Vol. 2)", Quantity::Intensity},
         {"τ₂", Quantity::Tau2},
         {"I0", {}},
         {"λ / nm", {}},
@@ -143,6 +145,11 @@ void TestSampleTable::readsWhatTitlesSay()
     for (const auto& one : titles)
         QVERIFY2(imports::guessFromTitle(one.title).quantity == one.quantity, one.title);
     QCOMPARE(told(read("F;[Q] (mM);tau\n100;0\n50;1;5\n")), "0 100 | 0.001 50 5");
+    const imports::SampleList titration = read("Volume/µL\tF\n\t100\n20,5\t50\n");
+    QCOMPARE(told(titration), "100 | 50"); // the reference has no volume
+    QCOMPARE(titration.samples.at(1).front().text, "20.5");
+    QCOMPARE(told(read("V/µL\tc/M\tF\n0\t0\t100\n5\t\t50\n")),
+             "0 100 | Row 3 is left out, because it has no concentration.");
 }
 
 void TestSampleTable::namesWhatIsNotRead()
