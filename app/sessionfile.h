@@ -15,10 +15,6 @@ struct SessionFileText {
     QString error;    // the system's reason; empty: the file was read
 };
 
-/// The reason why a path can hold neither a session nor a table even if its permissions allow it: a pipe would wait for
-/// its other end, and saving would replace a device with a file. Empty for a regular file and for an unused name.
-QString notAFile(const QString& path);
-
 /// Reads at most as many bytes as a session can have. A text that is not in the system's encoding is read as Latin-1.
 SessionFileText readSessionFile(const QString& path);
 

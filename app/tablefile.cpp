@@ -1,6 +1,6 @@
 #include "app/tablefile.h"
 
-#include "app/sessionfile.h"
+#include "app/safefile.h"
 #include "imports/encoding.h"
 
 #include <QCoreApplication>
