@@ -191,6 +191,14 @@ std::string signedText(double value) { return conversionText(value, " ", 0); }
 
 std::string plainText(double value) { return conversionText(value, "", 1); }
 
+std::string exactText(double value)
+{
+    if (!std::isfinite(value))
+        return notFiniteText(value);
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+}
+
 double numberFrom(std::string_view text)
 {
     return NumberScanner(text, NumberScanner::Blanks::Ignored).scan().value_or(0);

@@ -19,6 +19,9 @@ std::string signedText(double value);
 /// Plain decimal text without the sign position and with a zero before the point: 3 -> "3", 0.5 -> "0.5".
 std::string plainText(double value);
 
+/// The shortest text that reads back as the same number, of up to 17 digits: 0.1 -> "0.1", 4.7e9 -> "4.7e+09".
+std::string exactText(double value);
+
 /// The leading number of a text, blanks ignored; 0 when there is none. "12 M" -> 12; "" and "abc" -> 0.
 double numberFrom(std::string_view text);
 

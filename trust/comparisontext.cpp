@@ -30,22 +30,31 @@ std::string doubtText(Doubt doubt)
     return "";
 }
 
-ComparisonCell numberCell(double value) { return {figure(value), value}; }
+/// The cells of numbers, printed in one way.
+class NumberCells
+{
+public:
+    explicit NumberCells(NumberText text) : m_text(text) {}
+    ComparisonCell cell(double value) const { return {m_text(value), value}; }
+    ComparisonCell constant(const ComparedModel& compared, models::Box box) const;
+    ComparisonCell criterion(const std::optional<double>& value) const
+    {
+        return value ? cell(*value) : ComparisonCell{"-", kLast};
+    }
 
-ComparisonCell constantCell(const ComparedModel& compared, models::Box box)
+private:
+    NumberText m_text;
+};
+
+ComparisonCell NumberCells::constant(const ComparedModel& compared, models::Box box) const
 {
     std::size_t slot = 0;
     for (const models::Parameter& parameter : models::row(compared.model).fitted()) {
         ++slot;
         if (parameter.box == box && compared.fitted)
-            return numberCell(compared.details.values[slot]);
+            return cell(compared.details.values[slot]);
     }
     return {"", kLast};
-}
-
-ComparisonCell criterionCell(const std::optional<double>& value)
-{
-    return value ? numberCell(*value) : ComparisonCell{"-", kLast};
 }
 
 std::string verdictOf(const ComparedModel& compared)
@@ -217,21 +226,22 @@ std::vector<std::string> comparisonTitles(models::Analysis analysis)
             "Remarks"};
 }
 
-std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::size_t place)
+std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::size_t place, NumberText text)
 {
+    const NumberCells numbers(text);
     const ComparedModel& compared = comparison.places[place];
     const auto number = static_cast<double>(place + 1);
     std::vector<ComparisonCell> cells{{std::to_string(place + 1), number},
                                       {std::to_string(compared.model), static_cast<double>(compared.model)},
-                                      constantCell(compared, models::Box::K),
-                                      constantCell(compared, models::Box::F),
-                                      constantCell(compared, models::Box::kq1),
-                                      constantCell(compared, models::Box::kq2),
-                                      compared.fitted ? numberCell(compared.details.sumOfSquares)
+                                      numbers.constant(compared, models::Box::K),
+                                      numbers.constant(compared, models::Box::F),
+                                      numbers.constant(compared, models::Box::kq1),
+                                      numbers.constant(compared, models::Box::kq2),
+                                      compared.fitted ? numbers.cell(compared.details.sumOfSquares)
                                                       : ComparisonCell{"-", kLast}};
     if (comparison.analysis == models::Analysis::SternVolmer) {
-        cells.push_back(criterionCell(compared.AICc()));
-        cells.push_back(criterionCell(compared.differenceToFirst));
+        cells.push_back(numbers.criterion(compared.AICc()));
+        cells.push_back(numbers.criterion(compared.differenceToFirst));
     }
     cells.push_back({verdictOf(compared)});
     cells.push_back({Remarks(comparison, compared).text()});

@@ -17,8 +17,8 @@ struct ComparisonCell {
 /// Titles of the columns. Decay curves have no AICc.
 std::vector<std::string> comparisonTitles(models::Analysis analysis);
 
-/// The row of a place, 0.., with one cell for each title.
-std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::size_t place);
+/// The row of a place, 0.., with one cell for each title. number: how cells print numbers.
+std::vector<ComparisonCell> comparisonRow(const Comparison& comparison, std::size_t place, NumberText number = figure);
 
 /// What holds for all models, in sentences: the order, F tests, the probe concentration.
 std::string comparisonNotes(const Comparison& comparison);

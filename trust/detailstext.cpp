@@ -19,8 +19,8 @@ constexpr std::string_view kNoErrorsForDecays =
 class Writer
 {
 public:
-    Writer(const FitDetails& details, const FitLabels& labels)
-        : m_details(details), m_labels(labels),
+    Writer(const FitDetails& details, const FitLabels& labels, NumberText number)
+        : m_details(details), m_labels(labels), m_number(number),
           m_free(leastsquares::freeSlots(details.options.parameterCount, details.options.fix))
     {
     }
@@ -61,6 +61,7 @@ private:
 
     const FitDetails& m_details;
     const FitLabels& m_labels;
+    const NumberText m_number;
     const leastsquares::FreeSlots m_free;
 };
 
@@ -107,7 +108,7 @@ TitledRows Writer::constants() const
     else
         table[0].push_back("Free or fixed");
     for (std::size_t slot = 1; slot <= static_cast<std::size_t>(m_details.options.parameterCount); ++slot) {
-        table.push_back({models::parameter(m_labels.model, slot).caption(), figure(m_details.values[slot])});
+        table.push_back({models::parameter(m_labels.model, slot).caption(), m_number(m_details.values[slot])});
         const auto errors = errorCells(slot);
         table.back().insert(table.back().end(), errors.begin(), errors.end());
     }
@@ -129,8 +130,8 @@ std::vector<std::string> Writer::errorCells(std::size_t slot) const
     const double half = analysed ? analysed->halfWidth[slot] : uncertainty.halfWidth[slot];
     const double error = analysed ? analysed->standardError[slot] : uncertainty.standardError[slot];
     if (std::isinf(half))
-        return {figure(half), "", ""};
-    return {figure(error), figure(value - half), figure(value + half)};
+        return {m_number(half), "", ""};
+    return {m_number(error), m_number(value - half), m_number(value + half)};
 }
 
 TitledRows Writer::figures() const
@@ -139,13 +140,13 @@ TitledRows Writer::figures() const
         return decayFigures();
     TitledRows table{{"Figure", "Value"},
                      {"Samples with the reference", std::to_string(m_details.pointCount)},
-                     {"Sum of squares", figure(m_details.sumOfSquares)}};
+                     {"Sum of squares", m_number(m_details.sumOfSquares)}};
     const int dof = m_details.uncertainty.degreesOfFreedom;
     table.push_back({"Degrees of freedom (without the reference)", std::to_string(dof)});
-    table.push_back({"Root mean square error", dof > 0 ? figure(m_details.rootMeanSquareError) : std::string("-")});
-    table.push_back({"R2 over the samples", figure(m_details.R2)});
+    table.push_back({"Root mean square error", dof > 0 ? m_number(m_details.rootMeanSquareError) : std::string("-")});
+    table.push_back({"R2 over the samples", m_number(m_details.R2)});
     if (!m_details.errors) // otherwise the figures of the assumption have it
-        table.push_back({"AICc", m_details.AICc ? figure(*m_details.AICc) : std::string("too few samples")});
+        table.push_back({"AICc", m_details.AICc ? m_number(*m_details.AICc) : std::string("too few samples")});
     table.push_back({"Runs of residuals with the same sign", runsText()});
     table.push_back({"Probability of so few runs", chanceText()});
     return table;
@@ -156,11 +157,11 @@ TitledRows Writer::decayFigures() const
     const std::string last = std::to_string(m_labels.sampleCount);
     const std::string counted = m_labels.sampleCount > 2 ? "samples 2 to " + last : "sample " + last;
     return {{"Figure", "Value"},
-            {"Sum of squares", figure(m_details.sumOfSquares)},
+            {"Sum of squares", m_number(m_details.sumOfSquares)},
             {"Counted in this sum", counted + ", without the reference"},
             {"Counted in Se", "the reference as well"},
             {"Points counted in this sum", std::to_string(m_details.pointCount)},
-            {"Step of the time grid /τ0", figure(m_labels.gridStep)}};
+            {"Step of the time grid /τ0", m_number(m_labels.gridStep)}};
 }
 
 std::string Writer::runsText() const
@@ -177,7 +178,7 @@ std::string Writer::runsText() const
 std::string Writer::chanceText() const
 {
     const leastsquares::RunsTest& runs = m_details.runs;
-    return !runs.hasEnough() || runs.above == 0 || runs.below == 0 ? "-" : figure(100 * runs.probability) + " %";
+    return !runs.hasEnough() || runs.above == 0 || runs.below == 0 ? "-" : m_number(100 * runs.probability) + " %";
 }
 
 TitledRows Writer::correlations() const
@@ -202,7 +203,7 @@ std::string Writer::correlationText(std::size_t row, std::size_t column) const
         std::isfinite(uncertainty.standardError[row]) && std::isfinite(uncertainty.standardError[column]);
     const leastsquares::Matrix4& correlation =
         m_details.errors ? m_details.errors->fit.analysed.correlation : uncertainty.correlation;
-    return known ? figure(correlation[row][column]) : "-";
+    return known ? m_number(correlation[row][column]) : "-";
 }
 
 TitledRows Writer::residuals() const
@@ -214,7 +215,8 @@ TitledRows Writer::residuals() const
         table[0].push_back("In expected errors");
     for (std::size_t i = 0; i < std::min(m_labels.Q.size(), m_details.residuals.size()); ++i) {
         const double observed = m_labels.observed[i], residual = m_details.residuals[i];
-        table.push_back({figure(m_labels.Q[i]), figure(observed), figure(observed - residual), figure(residual)});
+        table.push_back(
+            {m_number(m_labels.Q[i]), m_number(observed), m_number(observed - residual), m_number(residual)});
         if (m_details.errors)
             table.back().push_back(inExpectedErrors(i));
     }
@@ -226,7 +228,7 @@ std::string Writer::inExpectedErrors(std::size_t i) const
 {
     const double expected = m_details.errors->fit.analysed.residualError[i];
     constexpr double kNone = 1e-9; // of the ratio
-    return expected > kNone * std::abs(m_labels.observed[i]) ? figure(m_details.residuals[i] / expected) : "-";
+    return expected > kNone * std::abs(m_labels.observed[i]) ? m_number(m_details.residuals[i] / expected) : "-";
 }
 
 } // namespace
@@ -247,7 +249,19 @@ FitLabels labelsOf(const analysis::Request& request)
     return labels;
 }
 
-DetailsText detailsText(const FitDetails& details, const FitLabels& labels) { return Writer(details, labels).text(); }
+DetailsText detailsText(const FitDetails& details, const FitLabels& labels, NumberText number)
+{
+    return Writer(details, labels, number).text();
+}
+
+std::vector<const TitledRows*> tablesOf(const DetailsText& text)
+{
+    const ErrorText& errors = text.errors;
+    std::vector<const TitledRows*> tables{&text.constants,   &text.figures,   &text.correlations, &text.residuals,
+                                          &errors.constants, &errors.figures, &errors.leftOut,    &errors.ready};
+    std::erase_if(tables, [](const TitledRows* table) { return table->empty(); });
+    return tables;
+}
 
 std::string plainText(const DetailsText& text)
 {
@@ -257,10 +271,8 @@ std::string plainText(const DetailsText& text)
     const ErrorText& errors = text.errors;
     if (!errors.assumption.empty())
         all += errors.assumption + "\r\n";
-    for (const TitledRows* table : {&text.constants, &text.figures, &text.correlations, &text.residuals,
-                                    &errors.constants, &errors.figures, &errors.leftOut, &errors.ready})
-        if (!table->empty())
-            all += "\r\n" + tabbedText(*table);
+    for (const TitledRows* table : tablesOf(text))
+        all += "\r\n" + tabbedText(*table);
     if (!errors.sentence.empty())
         all += "\r\n" + errors.sentence + "\r\n";
     return all;

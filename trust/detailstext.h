@@ -32,8 +32,11 @@ struct DetailsText {
 };
 
 /// Errors and figures based on them are omitted for decay curves, which are computed from typed lifetimes and carry no
-/// noise.
-DetailsText detailsText(const FitDetails& details, const FitLabels& labels);
+/// noise. number: how tables print numbers.
+DetailsText detailsText(const FitDetails& details, const FitLabels& labels, NumberText number = figure);
+
+/// All tables that have rows, page by page.
+std::vector<const TitledRows*> tablesOf(const DetailsText& text);
 
 /// The whole text for the clipboard.
 std::string plainText(const DetailsText& text);

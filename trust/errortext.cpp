@@ -42,51 +42,51 @@ std::string assumptionText(const ErrorDetails& details)
            " by more than two standard errors between the analysis and the fit under this assumption.";
 }
 
-TitledRows assumedRows(const ErrorDetails& details)
+TitledRows assumedRows(const ErrorDetails& details, NumberText number)
 {
     TitledRows table{{"Constant", "Fitted so", "Standard error", "95 % from", "95 % to", "95 % by profile"}};
     for (const std::size_t slot : details.ratioFit.free) {
         const double value = details.fit.minimum.values[slot];
         const double error = details.fit.uncertainty.standardError[slot];
         const double half = details.fit.uncertainty.halfWidth[slot];
-        table.push_back({models::parameter(details.ratioFit.model, slot).caption(), figure(value)});
+        table.push_back({models::parameter(details.ratioFit.model, slot).caption(), number(value)});
         std::vector<std::string>& row = table.back();
         if (!details.fit.hasErrors())
             row.insert(row.end(), {"-", "-", "-"});
         else if (std::isinf(error))
-            row.insert(row.end(), {figure(error), "", ""});
+            row.insert(row.end(), {number(error), "", ""});
         else
-            row.insert(row.end(), {figure(error), figure(value - half), figure(value + half)});
-        row.push_back(intervalText(details.profiles[slot]));
+            row.insert(row.end(), {number(error), number(value - half), number(value + half)});
+        row.push_back(intervalText(details.profiles[slot], number));
     }
     return table;
 }
 
-TitledRows assumedFigures(const ErrorDetails& details)
+TitledRows assumedFigures(const ErrorDetails& details, NumberText number)
 {
     const noise::NoiseFit& fit = details.fit;
     TitledRows table{{"Figure", "Value"},
                      {fit.errors.areKnown() ? "Chi-square" : "Sum of squares under the assumption",
-                      fit.isDefined() ? figure(fit.minimum.sumOfSquares) : "-"}};
+                      fit.isDefined() ? number(fit.minimum.sumOfSquares) : "-"}};
     table.push_back({"Degrees of freedom", std::to_string(fit.scatter.degreesOfFreedom)});
-    table.push_back({"AICc, to compare under this assumption only", fit.AICc          ? figure(*fit.AICc)
+    table.push_back({"AICc, to compare under this assumption only", fit.AICc          ? number(*fit.AICc)
                                                                     : fit.isDefined() ? "too few samples"
                                                                                       : "-"});
     const bool areRelative = fit.errors.assumption != noise::Assumption::EqualOnRatios;
     if (fit.errors.areKnown() && fit.isDefined())
         table.push_back({"Probability of so large a chi-square", fit.chiSquareProbability
-                                                                     ? figure(100 * *fit.chiSquareProbability) + " %"
+                                                                     ? number(100 * *fit.chiSquareProbability) + " %"
                                                                      : "no degree of freedom left"});
     else if (details.fit.hasErrors() && fit.errors.assumption == noise::Assumption::AsTyped)
-        table.push_back({"Errors, in typed errors", figure(std::sqrt(fit.scatter.variance))});
+        table.push_back({"Errors, in typed errors", number(std::sqrt(fit.scatter.variance))});
     else if (details.fit.hasErrors())
         table.push_back({areRelative ? "Error of an intensity" : "Error of a ratio",
-                         areRelative ? figure(100 * std::sqrt(fit.scatter.variance)) + " %"
-                                     : figure(std::sqrt(fit.scatter.variance))});
+                         areRelative ? number(100 * std::sqrt(fit.scatter.variance)) + " %"
+                                     : number(std::sqrt(fit.scatter.variance))});
     return table;
 }
 
-TitledRows leftOutRows(const ErrorDetails& details)
+TitledRows leftOutRows(const ErrorDetails& details, NumberText number)
 {
     if (details.leftOut.empty())
         return {};
@@ -96,15 +96,15 @@ TitledRows leftOutRows(const ErrorDetails& details)
     table[0].insert(table[0].end(), {"Influence", "on", "Outlyingness"});
     for (const noise::LeftOut& left : details.leftOut) {
         table.push_back(
-            {std::to_string(left.sample), figure(details.ratioFit.points.Q[static_cast<std::size_t>(left.sample)])});
+            {std::to_string(left.sample), number(details.ratioFit.points.Q[static_cast<std::size_t>(left.sample)])});
         std::vector<std::string>& row = table.back();
         for (const std::size_t slot : details.ratioFit.free) {
             const bool isUndetermined =
                 std::find(left.undetermined.begin(), left.undetermined.end(), slot) != left.undetermined.end();
-            row.push_back(isUndetermined ? "not determined" : figure(left.values[slot]));
+            row.push_back(isUndetermined ? "not determined" : number(left.values[slot]));
         }
-        row.insert(row.end(), {left.slot > 0 ? figure(left.influence) : "-",
-                               left.slot > 0 ? nameOf(details, left.slot) : "-", figure(left.outlyingness)});
+        row.insert(row.end(), {left.slot > 0 ? number(left.influence) : "-",
+                               left.slot > 0 ? nameOf(details, left.slot) : "-", number(left.outlyingness)});
     }
     return table;
 }
@@ -133,16 +133,16 @@ std::vector<TypedValue> typedValues(const ErrorDetails& details)
     return values;
 }
 
-TitledRows readyRows(const ErrorDetails& details)
+TitledRows readyRows(const ErrorDetails& details, NumberText number)
 {
     const std::vector<TypedValue> typed = typedValues(details);
     TitledRows table{{"Value ± standard error", "by scatter"}};
     for (const TypedValue& value : typed)
         table[0].push_back("by " + std::string(value.name));
     for (const noise::ReadyConstant& constant : details.ready) {
-        table.push_back({noise::constantText(constant), figure(constant.error.scatter)});
+        table.push_back({noise::constantText(constant), number(constant.error.scatter)});
         for (const TypedValue& value : typed)
-            table.back().push_back(figure(constant.error.*value.part));
+            table.back().push_back(number(constant.error.*value.part));
     }
     return table;
 }
@@ -216,29 +216,30 @@ std::string paperSentence(const ErrorDetails& details, const Judgement& judgemen
 
 } // namespace
 
-std::string intervalText(const leastsquares::Profile& profile)
+std::string intervalText(const leastsquares::Profile& profile, NumberText number)
 {
     if (profile.points.empty())
         return "-";
     if (!profile.low && !profile.high)
         return "any value";
     if (!profile.low)
-        return "< " + figure(*profile.high);
+        return "< " + number(*profile.high);
     if (!profile.high)
-        return "> " + figure(*profile.low);
-    return figure(*profile.low) + " to " + figure(*profile.high);
+        return "> " + number(*profile.low);
+    return number(*profile.low) + " to " + number(*profile.high);
 }
 
-ErrorText errorText(const ErrorDetails& details, const Judgement& judgement, const std::string& program)
+ErrorText errorText(const ErrorDetails& details, const Judgement& judgement, const std::string& program,
+                    NumberText number)
 {
     std::vector<double noise::TypedErrors::*> entering;
     for (const TypedValue& value : typedValues(details))
         entering.push_back(value.error);
     return {.assumption = assumptionText(details),
-            .constants = assumedRows(details),
-            .figures = assumedFigures(details),
-            .leftOut = leftOutRows(details),
-            .ready = readyRows(details),
+            .constants = assumedRows(details, number),
+            .figures = assumedFigures(details, number),
+            .leftOut = leftOutRows(details, number),
+            .ready = readyRows(details, number),
             .entering = entering,
             .meaning = meaningOfErrors(details),
             .sentence = paperSentence(details, judgement, program)};

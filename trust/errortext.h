@@ -18,10 +18,11 @@ struct ErrorText {
     std::string meaning{};                                // of ±: "± standard error, without the errors of τ0 and s"
     std::string sentence{};                               // for a paper
 };
-/// judgement: of the analysis. program: its name and version.
-ErrorText errorText(const ErrorDetails& details, const Judgement& judgement, const std::string& program);
+/// judgement: of the analysis. program: its name and version. number: how tables print numbers.
+ErrorText errorText(const ErrorDetails& details, const Judgement& judgement, const std::string& program,
+                    NumberText number = figure);
 
 /// "0.98 to 1.6", "< 3.1", "> 0.2", "any value".
-std::string intervalText(const leastsquares::Profile& profile);
+std::string intervalText(const leastsquares::Profile& profile, NumberText number = figure);
 
 } // namespace trust

@@ -18,12 +18,19 @@ std::string tabbedText(const TitledRows& table)
     return text;
 }
 
+namespace
+{
+
+std::string notFinite(double value) { return std::isnan(value) ? "-" : "not determined"; }
+
+} // namespace
+
+std::string exactFigure(double value) { return std::isfinite(value) ? fit::exactText(value) : notFinite(value); }
+
 std::string figure(double value)
 {
-    if (std::isnan(value))
-        return "-";
-    if (std::isinf(value))
-        return "not determined";
+    if (!std::isfinite(value))
+        return notFinite(value);
     if (value == 0)
         return "0";
     constexpr int kDigits = 5, kMostZeros = 3; // zeros before the first digit

@@ -38,6 +38,7 @@ void TestNumberText::writesPlainDecimalText()
         const double number = row[0].toDouble();
         QCOMPARE(QString::fromStdString(fit::signedText(number)), row[1]);
         QCOMPARE(QString::fromStdString(fit::plainText(number)), row[2]);
+        QCOMPARE(QString::fromStdString(fit::exactText(number)).toDouble(), number); // to the last bit
     }
 }
 
