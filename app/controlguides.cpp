@@ -75,6 +75,15 @@ constexpr Guide kControls[]{
     {"cmdCopyTogetherSentence", "copies the constants and how they were found as a sentence for a paper"},
     {"cmdCopyTogether", "copies what is said and the tables as text"},
     {"cmdCloseTogether", "closes this window"},
+    {"cboExportTable", "the table that goes into a file, with all digits of its numbers"},
+    {"cboExportSeparator",
+     "what stands between two cells: choose the semicolon where your spreadsheet program expects it. "
+     "The decimal sign is a point in both"},
+    {"chkHead",
+     "the first lines of a file name the program's version, the analysis, the assumption about errors, τ0 and Cp"},
+    {"cmdSaveTable", "writes the chosen table into one file"},
+    {"cmdSaveAll", "writes every table that has numbers into a folder, one file each"},
+    {"cmdCloseExport", "closes this window"},
     {"cmdSysInfo", "starts the desktop's program that describes the computer"},
 };
 

@@ -61,6 +61,7 @@ const std::vector<Menu>& menus()
           {"&Open", "mnuOpen", &Main::openChosen, "Ctrl+O"},
           {"&Save as", "mnuSaveAs", &Main::saveAsChosen, "Ctrl+S"},
           {"&Import Table...", "mnuImportTable", &Main::importTableChosen},
+          {"&Export...", "mnuExport", &Main::exportChosen},
           {"&Quit", "mnuQuit", nullptr}}},
         {"&Edit",
          {{"Cu&t", "mnuCut", &Main::cutChosen, "Ctrl+X"},

@@ -49,6 +49,7 @@ signals:
     void openChosen();
     void saveAsChosen();
     void importTableChosen();
+    void exportChosen();
     void cutChosen();
     void copyChosen();
     void pasteChosen();

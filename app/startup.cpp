@@ -45,7 +45,8 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
       m_sternVolmerCommands(commandInput(), MainWindow.results(), {SVAnalyzer, GraphWindow2, OutputTable2}),
       m_trustCommands(commandInput(), MainWindow.panel(), {startValues, fitDetails, modelComparison},
                       {SVAnalyzer, DecayAnalyzer}),
-      m_lifetimesCommands(commandInput(), MainWindow.panel(), lifetimesWindow), m_verdicts(commandInput()),
+      m_lifetimesCommands(commandInput(), MainWindow.panel(), lifetimesWindow),
+      m_export(commandInput(), m_trustCommands, exportWindow), m_verdicts(commandInput()),
       m_windowMenu(MainWindow.windowMenu()), m_dates(MainWindow.sheet(), shared, m_windowMenu)
 {
     fit::StopRequested = false;
@@ -93,6 +94,8 @@ void VorloMain::connectFileMenu()
         &MainWindow, &frmVorloMain::fileDropped, this,
         [this](const QString& path) { m_history.run(tr("Open"), [&] { m_session.openDropped(path); }); },
         Qt::QueuedConnection);
+    connect(&MainWindow, &frmVorloMain::exportChosen, &m_export, &ExportCommands::mnuExport_Click);
+    connect(&m_session, &SessionCommands::pathChanged, &m_export, &ExportCommands::setSessionPath);
     connect(&MainWindow, &frmVorloMain::saveAsChosen, &m_session, &SessionCommands::mnuSaveAs_Click);
     connect(&m_session, &SessionCommands::pathChanged, this,
             [this](const QString& path) { MainWindow.setWindowTitle(captionWithFile(frmVorloMain::kTitle, path)); });

@@ -3,6 +3,7 @@
 #include "app/aboutbox.h"
 #include "app/datedwindows.h"
 #include "app/decaycommands.h"
+#include "app/exportcommands.h"
 #include "app/helpviewer.h"
 #include "app/importcommands.h"
 #include "app/importwindow.h"
@@ -72,6 +73,7 @@ public:
     trust::StartValuesWindow startValues;
     trust::FitDetailsWindow fitDetails;
     trust::ModelComparisonWindow modelComparison;
+    ExportWindow exportWindow;
     ImportWindow importWindow;
     preparation::PreparationWindow preparationWindow;
     lifetimes::LifetimesWindow lifetimesWindow;
@@ -105,6 +107,7 @@ private:
     SternVolmerCommands m_sternVolmerCommands;
     TrustCommands m_trustCommands;
     LifetimesCommands m_lifetimesCommands;
+    ExportCommands m_export;
     VerdictWatch m_verdicts;
     WindowMenu m_windowMenu;
     DatedWindows m_dates;

@@ -260,19 +260,29 @@ void TrustCommands::refreshDetails()
 {
     if (!m_last || !m_windows.fitDetails.isVisible())
         return;
-    trust::FitDetails details = trust::fitDetails(m_last->request, m_last->result, m_last->judgement);
-    details.errors = errorsOf(*m_last);
-    m_windows.fitDetails.showDetails(details, trust::labelsOf(m_last->request));
+    if (analysis::methodOf(m_last->request) == models::Analysis::SternVolmer)
+        m_windows.fitDetails.showSettings(
+            m_errors, QString::fromStdString(trust::complaint(m_errors.errors, m_last->request).value_or("")));
+    m_windows.fitDetails.showDetails(detailsOf(*m_last), trust::labelsOf(m_last->request));
+}
+
+trust::DetailsText TrustCommands::exactDetails() const
+{
+    return trust::detailsText(detailsOf(*m_last), trust::labelsOf(m_last->request), trust::exactFigure);
+}
+
+trust::FitDetails TrustCommands::detailsOf(const Analysed& analysed) const
+{
+    trust::FitDetails details = trust::fitDetails(analysed.request, analysed.result, analysed.judgement);
+    details.errors = errorsOf(analysed);
+    return details;
 }
 
 /// None for decay curves, and if the typed errors cannot be used; the window says why.
-std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const Analysed& analysed)
+std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const Analysed& analysed) const
 {
-    if (analysis::methodOf(analysed.request) == models::Analysis::Decay)
-        return std::nullopt;
-    const auto complaint = trust::complaint(m_errors.errors, analysed.request);
-    m_windows.fitDetails.showSettings(m_errors, QString::fromStdString(complaint.value_or("")));
-    if (complaint)
+    if (analysis::methodOf(analysed.request) == models::Analysis::Decay ||
+        trust::complaint(m_errors.errors, analysed.request))
         return std::nullopt;
     std::vector<fit::Parameters> starts;
     for (const leastsquares::Minimum& minimum : m_input.shared.leastSums.minima(analysed.request))

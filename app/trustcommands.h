@@ -50,15 +50,22 @@ public:
     /// Called when the last one is judged.
     void judged(const trust::Judgement& judgement);
 
-private:
-    std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
-    std::optional<analysis::Request> decayRequest(const PanelValues& panel);
+    /// A finished analysis or calculation, as Fit Details show it.
     struct Analysed {
         analysis::Request request;
         analysis::Result result;
         double s = 0; // radius of the probe, nm
         trust::Judgement judgement{};
     };
+    const std::optional<Analysed>& last() const { return m_last; }
+    trust::DetailsText exactDetails() const; // of the last one, with all digits of its numbers
+    const noise::Errors& errors() const { return m_errors.errors; }
+    const trust::Comparison& comparison() const { return m_windows.comparison.comparison(); }
+    const analysis::Request& compared() const { return m_compared.front(); } // with the data of the comparison
+
+private:
+    std::optional<analysis::Request> ratioRequest(const PanelValues& panel);
+    std::optional<analysis::Request> decayRequest(const PanelValues& panel);
     bool search(models::Analysis analysis);
     bool search(const analysis::Request& request, const PanelState& panel);
     bool showSearch(const trust::RequestedFit& requested);
@@ -71,7 +78,8 @@ private:
     void compare();
     void setErrors(const noise::Errors& errors);
     void refreshDetails();
-    std::optional<trust::ErrorDetails> errorsOf(const Analysed& analysed);
+    trust::FitDetails detailsOf(const Analysed& analysed) const;
+    std::optional<trust::ErrorDetails> errorsOf(const Analysed& analysed) const;
 
     CommandInput m_input;
     PanelEditor& m_panel;

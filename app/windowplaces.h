@@ -41,6 +41,7 @@ struct RoomyPlace {
 inline constexpr RoomyPlace kDetailsPlace{0, 16350, 1000, 2000, 9900, 10500};
 inline constexpr RoomyPlace kStartsPlace{10350, 16350, 2000, 3000, 5000, 8900}; // below the details, beside the boxes
 inline constexpr RoomyPlace kImportPlace{1000, 16350, 600, 3500, 9600, 10500};
+inline constexpr RoomyPlace kExportPlace{1500, 8000, 1500, 3000, 3300, 6900};
 inline constexpr RoomyPlace kComparisonPlace{8700, 1500, 1500, 2500, 7800, 18600};
 inline constexpr RoomyPlace kPreparationPlace{8700, 1500, 1500, 2500, 6600, 16500};
 inline constexpr RoomyPlace kLifetimesPlace{1500, 1500, 1000, 1500, 10800, 17400};

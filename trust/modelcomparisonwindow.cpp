@@ -117,6 +117,7 @@ ProgressBarProgress ModelComparisonWindow::begin(const QString& heading)
 {
     m_cancelled = false;
     m_heading->setText(heading);
+    m_comparison = {};
     m_cells->clear();
     m_notes->clear();
     m_cancel->setEnabled(true);

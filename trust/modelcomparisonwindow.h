@@ -29,6 +29,7 @@ public:
     /// Shows the models; none after a cancelled comparison.
     void showModels(const Comparison& comparison);
     void showErrors(const noise::Errors& errors);
+    const Comparison& comparison() const { return m_comparison; } // the last one shown
 
 signals:
     void errorsChanged(const noise::Errors& errors);

@@ -76,9 +76,32 @@ std::optional<QString> DialogPrompter::fileToSave(const QString& proposal)
     return chosenFile(dialog, kSessions, proposal);
 }
 
+std::optional<QString> DialogPrompter::tableToSave(const QString& proposal)
+{
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("csv");
+    dialog.setWindowTitle(tr("Export"));
+    return chosenFile(dialog, tr("Tables (*.csv)"), proposal);
+}
+
+std::optional<QString> DialogPrompter::folderForTables()
+{
+    const QString folder = QFileDialog::getExistingDirectory(QApplication::activeWindow(), tr("Export"), m_folder);
+    if (folder.isEmpty())
+        return std::nullopt;
+    return m_folder = folder;
+}
+
 bool DialogPrompter::mayReplace(const QString& path)
 {
     const QString question = tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName());
+    return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+bool DialogPrompter::mayReplaceAll(const QStringList& names)
+{
+    const QString question = tr("There are already %1.\nDo you want to replace them?").arg(names.join(", "));
     return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -18,7 +18,10 @@ public:
     virtual std::optional<QString> fileToOpen() = 0;                        // nullopt: cancelled
     virtual std::optional<QString> tableToOpen() = 0;                       // of another program
     virtual std::optional<QString> fileToSave(const QString& proposal) = 0; // a path or empty; nullopt: cancelled
+    virtual std::optional<QString> tableToSave(const QString& proposal) = 0;
+    virtual std::optional<QString> folderForTables() = 0;
     virtual bool mayReplace(const QString& path) = 0;
+    virtual bool mayReplaceAll(const QStringList& names) = 0;
 };
 
 /// Asks the user: message boxes and file dialogs above the active window.
@@ -30,7 +33,10 @@ public:
     std::optional<QString> fileToOpen() override;
     std::optional<QString> tableToOpen() override;
     std::optional<QString> fileToSave(const QString& proposal) override;
+    std::optional<QString> tableToSave(const QString& proposal) override;
+    std::optional<QString> folderForTables() override;
     bool mayReplace(const QString& path) override;
+    bool mayReplaceAll(const QStringList& names) override;
 
 private:
     std::optional<QString> chosenFile(QFileDialog& dialog, const QString& filter, const QString& proposal = {});

@@ -321,10 +321,16 @@ void TestFaults::failedSavesLoseNothing()
         QTemporaryDir folder;
         const QString path = folder.filePath("session.vrl");
         Program vorlo;
-        vorlo.save(path);
-        const QByteArray before = contents(path);
+        const QString table = folder.filePath("sheet.csv");
+        const auto save = [&](const QString& session, const QString& sheet) {
+            vorlo.save(session);
+            vorlo.prompter.nextFile = sheet;
+            vorlo.program.exportWindow.findChild<QPushButton*>("cmdSaveTable")->click();
+        };
+        save(path, table);
+        const QByteArray before = contents(path) + contents(table);
 
-        QString target = path;
+        QString target = path, tableTarget = table;
         if (fault == "disk full") { // a disk with room for 100 bytes
             std::signal(SIGXFSZ, SIG_IGN);
             const rlimit small{100, limit.rlim_max};
@@ -333,23 +339,25 @@ void TestFaults::failedSavesLoseNothing()
             support::diskFault = {.file = EIO};
         } else if (fault == "folder gone") {
             target = folder.filePath("gone/session.vrl");
+            tableTarget = folder.filePath("gone/sheet.csv");
         } else {
             QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
             if (QFileInfo(folder.path()).isWritable()) // the superuser may write in every other folder
-                target = "/proc/session.vrl";
+                target = "/proc/session.vrl", tableTarget = "/proc/sheet.csv";
         }
         vorlo.type("txtK", "77");
-        vorlo.save(target);
+        save(target, tableTarget);
         setrlimit(RLIMIT_FSIZE, &limit);
         support::diskFault = {};
         QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QVERIFY2(vorlo.prompter.shown.size() == 1, qPrintable(fault));
+        QVERIFY2(vorlo.prompter.shown.size() == 2, qPrintable(fault));
         QVERIFY(vorlo.prompter.shown[0].startsWith(target + " cannot be saved:\r\n"));
-        QCOMPARE(contents(path), before);
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("session.vrl"));
+        QVERIFY(vorlo.prompter.shown[1].startsWith(tableTarget + " cannot be saved:\r\n"));
+        QCOMPARE(contents(path) + contents(table), before);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), (QStringList{"session.vrl", "sheet.csv"}));
 
         vorlo.save(path);
-        QCOMPARE(vorlo.prompter.shown.size(), 1);
+        QCOMPARE(vorlo.prompter.shown.size(), 2);
         QVERIFY(contents(path).contains("K=77\r\n"));
     }
 }

@@ -12,7 +12,8 @@ namespace support
 /// Records messages to the user and answers each file dialog once. A dialog without an answer is cancelled.
 struct RecordingPrompter final : ui::Prompter {
     QStringList shown;
-    QStringList askedToReplace; // always refused
+    QStringList askedToReplace;
+    bool replaces = false;
     std::optional<QString> nextFile;
     QString proposed; // by the last dialog for saving
 
@@ -24,10 +25,17 @@ struct RecordingPrompter final : ui::Prompter {
         proposed = name;
         return std::exchange(nextFile, std::nullopt);
     }
+    std::optional<QString> tableToSave(const QString& name) override { return fileToSave(name); }
+    std::optional<QString> folderForTables() override { return std::exchange(nextFile, std::nullopt); }
     bool mayReplace(const QString& path) override
     {
         askedToReplace << path;
-        return false;
+        return replaces;
+    }
+    bool mayReplaceAll(const QStringList& names) override
+    {
+        askedToReplace << names;
+        return replaces;
     }
 };
 

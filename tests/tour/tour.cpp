@@ -81,7 +81,10 @@ public:
     std::optional<QString> fileToOpen() override { return std::nullopt; }
     std::optional<QString> tableToOpen() override { return std::nullopt; }
     std::optional<QString> fileToSave(const QString&) override { return std::nullopt; }
+    std::optional<QString> tableToSave(const QString&) override { return std::nullopt; }
+    std::optional<QString> folderForTables() override { return std::nullopt; }
     bool mayReplace(const QString&) override { return false; }
+    bool mayReplaceAll(const QStringList&) override { return false; }
 };
 
 /// Types one column from its first cell on: Enter stores and moves down, arrow keys skip the unused components.
