@@ -5,6 +5,7 @@
 #include "app/datasheet.h"
 #include "app/editsteps.h"
 #include "app/parameterpanel.h"
+#include "app/plotplaces.h"
 #include "app/preparedsheet.h"
 #include "app/resultstable.h"
 #include "app/samplestext.h"
@@ -16,23 +17,8 @@
 #include "ui/textbox.h"
 #include "ui/twips.h"
 
-#include <QScreen>
-
 namespace app
 {
-
-FirstWindow::FirstWindow()
-{
-    constexpr WindowPlace place = kMainWindowPlace;
-    MainWindow.SetSize(place.top, place.left, place.height, place.width);
-}
-
-void FirstWindow::whenPainted(std::function<void()> then)
-{
-    // Queued, because the frame reaches the screen only after its paint event.
-    QObject::connect(&MainWindow, &frmVorloMain::painted, &MainWindow, std::move(then),
-                     static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-}
 
 VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstWindow)
     : m_firstWindow(std::move(firstWindow)), DecayAnalyzer(prompter), SVAnalyzer(prompter), SettingWindow(shared),
@@ -59,28 +45,9 @@ VorloMain::VorloMain(ui::Prompter& prompter, std::unique_ptr<FirstWindow> firstW
     connectPreparation();
     connectStatusLine();
     connectWindows();
-    placePlotsAndTables();
+    placePlotsAndTables(*this);
     listWindows(*this, m_windowMenu);
     explainWindows(m_windowMenu.windows());
-}
-
-void VorloMain::placePlotsAndTables()
-{
-    GraphWindow1.SetTitle("Decay Plot");
-    GraphWindow2.SetTitle("Analysis Plot");
-    OutputTable1.SetTitle("Decay Table");
-    OutputTable2.SetTitle("Analysis Table");
-    const auto place = [](plot::OutputWindow& window, WindowCorner corner) {
-        window.SetPosition(static_cast<std::int16_t>(corner.top), static_cast<std::int16_t>(corner.left));
-    };
-    const QRect screen = MainWindow.screen()->availableGeometry();
-    const TableCorners tables =
-        tableCorners({ui::toTwips(screen.x() + screen.width()), ui::toTwips(screen.y() + screen.height())},
-                     {ui::toTwips(OutputTable1.width()), ui::toTwips(OutputTable1.height())});
-    place(GraphWindow1, kDecayPlotCorner);
-    place(GraphWindow2, kAnalysisPlotCorner);
-    place(OutputTable1, tables.decay);
-    place(OutputTable2, tables.analysis);
 }
 
 void VorloMain::connectFileMenu()

@@ -4,6 +4,7 @@
 #include "app/datedwindows.h"
 #include "app/decaycommands.h"
 #include "app/exportcommands.h"
+#include "app/firstwindow.h"
 #include "app/helpviewer.h"
 #include "app/importcommands.h"
 #include "app/importwindow.h"
@@ -33,16 +34,6 @@ class Prompter;
 
 namespace app
 {
-
-/// The first window on the screen: the main window with the shared state. It does not wait for the other windows.
-struct FirstWindow {
-    FirstWindow();
-    /// Calls a function once after the main window has been painted for the first time.
-    void whenPainted(std::function<void()> then);
-
-    SharedState shared;
-    frmVorloMain MainWindow{shared};
-};
 
 /// The program: it owns the shared state and one instance of every window, and connects menu items with commands.
 /// Windows are public, so that commands and tests reach them; they live as long as the program.
@@ -96,7 +87,6 @@ private:
     void lookAtData();
     void showVerdict();
     void connectWindows();
-    void placePlotsAndTables();
     void endProgram();
 
     ui::Prompter& m_prompter;

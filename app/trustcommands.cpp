@@ -263,31 +263,14 @@ void TrustCommands::refreshDetails()
     if (analysis::methodOf(m_last->request) == models::Analysis::SternVolmer)
         m_windows.fitDetails.showSettings(
             m_errors, QString::fromStdString(trust::complaint(m_errors.errors, m_last->request).value_or("")));
-    m_windows.fitDetails.showDetails(detailsOf(*m_last), trust::labelsOf(m_last->request));
+    m_windows.fitDetails.showDetails(detailsOf(*m_last, m_errors, m_input.shared.leastSums),
+                                     trust::labelsOf(m_last->request));
 }
 
 trust::DetailsText TrustCommands::exactDetails() const
 {
-    return trust::detailsText(detailsOf(*m_last), trust::labelsOf(m_last->request), trust::exactFigure);
-}
-
-trust::FitDetails TrustCommands::detailsOf(const Analysed& analysed) const
-{
-    trust::FitDetails details = trust::fitDetails(analysed.request, analysed.result, analysed.judgement);
-    details.errors = errorsOf(analysed);
-    return details;
-}
-
-/// None for decay curves, and if the typed errors cannot be used; the window says why.
-std::optional<trust::ErrorDetails> TrustCommands::errorsOf(const Analysed& analysed) const
-{
-    if (analysis::methodOf(analysed.request) == models::Analysis::Decay ||
-        trust::complaint(m_errors.errors, analysed.request))
-        return std::nullopt;
-    std::vector<fit::Parameters> starts;
-    for (const leastsquares::Minimum& minimum : m_input.shared.leastSums.minima(analysed.request))
-        starts.push_back(minimum.values);
-    return trust::errorDetails(analysed.request, analysed.result.values, m_errors, analysed.s, starts);
+    return trust::detailsText(detailsOf(*m_last, m_errors, m_input.shared.leastSums), trust::labelsOf(m_last->request),
+                              trust::exactFigure);
 }
 
 void TrustCommands::setErrors(const noise::Errors& errors)

@@ -2,6 +2,7 @@
 
 #include "analysis/decayanalyzer.h"
 #include "analysis/sternvolmeranalyzer.h"
+#include "app/analysed.h"
 #include "app/commandinput.h"
 #include "trust/fitdetailswindow.h"
 #include "trust/modelcomparisonwindow.h"
@@ -50,13 +51,6 @@ public:
     /// Called when the last one is judged.
     void judged(const trust::Judgement& judgement);
 
-    /// A finished analysis or calculation, as Fit Details show it.
-    struct Analysed {
-        analysis::Request request;
-        analysis::Result result;
-        double s = 0; // radius of the probe, nm
-        trust::Judgement judgement{};
-    };
     const std::optional<Analysed>& last() const { return m_last; }
     trust::DetailsText exactDetails() const; // of the last one, with all digits of its numbers
     const noise::Errors& errors() const { return m_errors.errors; }
@@ -78,8 +72,6 @@ private:
     void compare();
     void setErrors(const noise::Errors& errors);
     void refreshDetails();
-    trust::FitDetails detailsOf(const Analysed& analysed) const;
-    std::optional<trust::ErrorDetails> errorsOf(const Analysed& analysed) const;
 
     CommandInput m_input;
     PanelEditor& m_panel;
