@@ -4,7 +4,6 @@
 #include "fit/numbertext.h"
 #include "models/catalogue.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace app
@@ -15,6 +14,22 @@ namespace
 std::string readAs(std::string_view text, double value)
 {
     return '"' + std::string(text) + "\" is read as " + fit::plainText(value);
+}
+
+/// 1 to 3; 0 for any other count, which no analysis reads.
+int componentsOf(std::string_view text)
+{
+    const int count = fit::roundedInt32(fit::numberFrom(text)).value_or(0);
+    return count >= 1 && count <= decay::kMaxComponents ? count : 0;
+}
+
+/// On a number that is not the count of components as which it is read.
+std::string remarkOnComponents(std::string_view text)
+{
+    const int count = componentsOf(text);
+    if (count == 0)
+        return '"' + std::string(text) + R"(" is not 1, 2 or 3)";
+    return fit::numberFrom(text) == count ? "" : readAs(text, count);
 }
 
 bool anyTypedFrom(const SheetText& sheet, int fromColumn)
@@ -69,7 +84,8 @@ std::string SheetReading::remarkOn(int row, int column) const
     if (!isTyped(typed, row))
         return isNeeded(row, column) ? "needed for an analysis" : "";
     const bool blank = typed.find_first_not_of(fit::kBlanks) == std::string::npos;
-    return blank ? readAs(typed, 0) : remarkOnNumber(typed);
+    const std::string remark = blank ? readAs(typed, 0) : remarkOnNumber(typed);
+    return remark.empty() && row == decay::kComponentRow ? remarkOnComponents(typed) : remark;
 }
 
 std::string SheetReading::remarkOnUnread(int row, int column) const
@@ -86,8 +102,7 @@ bool SheetReading::isNeeded(int row, int column) const
         return m_anyIntensity;
     if (row == decay::kComponentRow)
         return column == 1 || m_allComponents;
-    const double count = fit::numberFrom(text(decay::kComponentRow, column));
-    const int last = std::min(fit::heldInt32(count), decay::kMaxComponents);
+    const int last = componentsOf(text(decay::kComponentRow, column));
     return row > decay::kComponentRow && row <= decay::lifetimeRow(last);
 }
 

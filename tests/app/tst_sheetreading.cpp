@@ -50,6 +50,8 @@ void TestSheetReading::tellsWhatIsMissing()
               {{reference, intensity}, 1, "", ""},
               {{{"0", "", "", "", "", "", "", "", "9"}}, 1, "2,1 ", "needed"},
               {{{"0", "2", "1"}}, 1, "4,1 5,1 6,1 ", "needed"},
+              {{{"0", "9", "1", "10"}}, 1, "2,1 ", "\"9\" is not 1, 2 or 3"},
+              {{{"0", "1.7", "1", "10", "1", "5"}}, 1, "2,1 ", "\"1.7\" is read as 2"},
               {{reference, {"1", "1", "1", "5"}}, 1, "9,2 ", "needed"},
               {{reference, decay, intensity}, 1, "2,3 ", "needed"},
               {{reference, decay, intensity}, 5, "", ""}, // which has no law for decays
