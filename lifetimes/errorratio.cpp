@@ -27,8 +27,12 @@ std::optional<std::string> complaint(const ErrorRatio& ratio, const Measurements
     return std::nullopt;
 }
 
-std::string sentence(const ErrorRatio& ratio)
+std::string sentence(const ErrorRatio& ratio, const Measurements& measurements)
 {
+    if (!measurements.has(Kind::Lifetime))
+        return "All intensities are taken to have the same relative error, the reference's included.";
+    if (!measurements.has(Kind::Intensity))
+        return "All lifetimes are taken to have the same relative error, the reference's included.";
     if (ratio.eachEstimated)
         return "All intensities are taken to have one relative error and all lifetimes another, the reference's "
                "included; both are estimated from the scatter.";

@@ -21,7 +21,7 @@ bool canEstimateEach(const Measurements& measurements);
 /// What is wrong with a choice for these samples.
 std::optional<std::string> complaint(const ErrorRatio& ratio, const Measurements& measurements);
 
-/// One sentence that says what is assumed.
-std::string sentence(const ErrorRatio& ratio);
+/// One sentence that says what is assumed of these samples; the choice does not count if one kind is missing.
+std::string sentence(const ErrorRatio& ratio, const Measurements& measurements);
 
 } // namespace lifetimes

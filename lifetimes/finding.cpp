@@ -3,7 +3,6 @@
 #include "fit/numbertext.h"
 #include "models/catalogue.h"
 #include "noise/constanttext.h"
-#include "trust/titledrows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,7 +35,7 @@ std::string slopeText(const Slope& slope)
 /// The largest value that a factor may have at the highest concentration, by its 95 percent interval.
 std::string largestText(const Slope& slope, const StaticFactor& factor)
 {
-    return trust::figure(std::exp(slope.largest() * factor.highestQ()));
+    return fit::formatNumber(std::exp(slope.largest() * factor.highestQ()), "0.00");
 }
 
 std::string withoutPairs(const Measurements& measurements)
@@ -77,7 +76,8 @@ std::string decided(Mechanism mechanism, const StaticFactor& factor)
         break;
     case Mechanism::Collisions:
         return "Collisions alone describe this: the static factor does not differ from 1 (ln s/Q = " +
-               slopeText(factor.slope) + ", 95 %).";
+               slopeText(factor.slope) + ", 95 %; at the highest concentration s is " +
+               largestText(factor.slope, factor) + " at most).";
     case Mechanism::Complex:
         return "The lifetimes do not change, and a complex describes this better than a sphere: " + complexFirst + ".";
     case Mechanism::Sphere:

@@ -128,15 +128,18 @@ std::string Writer::constantText(std::size_t slot) const
 
 std::string Writer::sentence() const
 {
-    std::string text = "Intensities and lifetimes together: Model " + std::to_string(m_fit.model) + " (" +
-                       std::string(models::row(m_fit.model).name) + ") gives ";
+    const Measurements& measurements = m_overview.measurements;
+    std::string text = !measurements.has(Kind::Lifetime)    ? "Intensities alone"
+                       : !measurements.has(Kind::Intensity) ? "Lifetimes alone"
+                                                            : "Intensities and lifetimes together";
+    text += ": Model " + std::to_string(m_fit.model) + " (" + std::string(models::row(m_fit.model).name) + ") gives ";
     for (std::size_t slot = 1; slot <= m_constants.size(); ++slot)
         text += (slot == 1 ? "" : slot == m_constants.size() ? " and " : ", ") + constantText(slot);
     return text + " (± standard error, τ0 being measured; " + std::to_string(m_fit.observations) + " observations, " +
            std::to_string(m_fit.degreesOfFreedom) +
-           " degrees of freedom, τ0 = " + noise::withError(m_overview.measurements.tau0() * 1e9, 0, "ns") +
-           ", Cp = " + noise::withError(m_overview.measurements.Cp, 0, "M") + "; Vorlo " VORLO_VERSION "). " +
-           lifetimes::sentence(m_overview.ratio);
+           " degrees of freedom, τ0 = " + noise::withError(measurements.tau0() * 1e9, 0, "ns") +
+           ", Cp = " + noise::withError(measurements.Cp, 0, "M") + "; Vorlo " VORLO_VERSION "). " +
+           lifetimes::sentence(m_overview.ratio, measurements);
 }
 
 } // namespace

@@ -102,7 +102,8 @@ QWidget* LifetimesWindow::pages()
                      "ln s/Q.")),
         tr("Static &Factor"));
     m_pages->addTab(tablePage(tr("Models, &best first; a click shows one:"), *m_ranking,
-                              tr("AICc counts intensities and lifetimes; lower is better.")),
+                              tr("AICc counts intensities and lifetimes; lower is better. Models with constants that "
+                                 "the data do not determine come after the others.")),
                     tr("M&odels"));
     return m_pages;
 }

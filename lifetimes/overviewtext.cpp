@@ -78,7 +78,7 @@ OverviewText overviewText(const Overview& overview)
 {
     OverviewText text{.finding = overview.finding.sentence,
                       .remarks = {},
-                      .errors = sentence(overview.ratio),
+                      .errors = sentence(overview.ratio, overview.measurements),
                       .samples = sampleRows(overview.measurements),
                       .staticFactor = staticRows(overview.factor),
                       .ranking = rankingRows(overview)};

@@ -91,9 +91,15 @@ void TestMeasurements::saysWhatIsOdd()
     const OverviewText text = overviewText(overview);
     QCOMPARE(text.remarks.empty(), beginnings.isEmpty());
     QVERIFY(!text.finding.empty() && plainText(text).find("nan") == std::string::npos);
+    const bool hasBoth = measured.has(Kind::Intensity) && measured.has(Kind::Lifetime);
+    QCOMPARE(text.errors.starts_with("All intensities") && text.errors.find("all lifetimes") != std::string::npos,
+             hasBoth);
     for (const Place& place : overview.places)
-        if (place.fit)
-            QVERIFY(plainText(fitText(overview, *place.fit)).find("nan") == std::string::npos);
+        if (place.fit) {
+            const FitText fit = fitText(overview, *place.fit);
+            QVERIFY(plainText(fit).find("nan") == std::string::npos);
+            QCOMPARE(fit.sentence.starts_with("Intensities and lifetimes together"), hasBoth);
+        }
 }
 
 void TestMeasurements::refusesWhatCannotBeCompared_data()
