@@ -13,6 +13,9 @@ namespace
 
 double positiveOrNone(double value) { return value > 0 && std::isfinite(value) ? value : 0; }
 
+/// A text that begins with a number, as "1,5", would give a false ratio.
+std::string numberOrNone(const std::string& text) { return fit::strictNumber(text) ? text : std::string(); }
+
 /// Mean of the lifetimes, weighted by the share of each component in the intensity, A tau.
 double meanByIntensity(decay::SampleRecord record)
 {
@@ -49,12 +52,13 @@ double Measurements::ratio(Kind kind, std::size_t sample) const
 
 Measurements readMeasurements(const decay::CellText& cell, double Cp)
 {
+    const decay::CellText number = [&cell](int row, int column) { return numberOrNone(cell(row, column)); };
     Measurements measurements{.samples = {}, .components = {}, .Cp = Cp};
     for (int column = 1; decay::hasSample(cell, column); ++column) {
         decay::SampleRecord record;
-        const bool complete = decay::readComponents(cell, column, record);
-        Sample sample{.Q = fit::numberFrom(cell(decay::kConcRow, column)),
-                      .intensity = positiveOrNone(fit::numberFrom(cell(decay::kPhiRow, column)))};
+        const bool complete = decay::readComponents(number, column, record);
+        Sample sample{.Q = fit::strictNumber(cell(decay::kConcRow, column)).value_or(NAN),
+                      .intensity = positiveOrNone(fit::numberFrom(number(decay::kPhiRow, column)))};
         if (complete) {
             sample.lifetime = positiveOrNone(sternvolmer::meanLifetime(record));
             sample.lifetimeByIntensity = positiveOrNone(meanByIntensity(record));

@@ -15,7 +15,7 @@ enum class Kind { Intensity, Lifetime };
 
 /// One sample of the sheet; 0: not measured.
 struct Sample {
-    double Q = 0;                   // total quencher, M
+    double Q = 0;                   // total quencher, M; NaN if its text is not a number
     double intensity = 0;           // Φ
     double lifetime = 0;            // mean weighted by the amplitudes, sum A tau / sum A, s
     double lifetimeByIntensity = 0; // sum A tau^2 / sum A tau, s: only to compare with other work, never fitted
@@ -47,8 +47,8 @@ struct Measurements {
     bool operator==(const Measurements&) const = default;
 };
 
-/// Reads the sample columns of the sheet up to the first column without a concentration. A value that is not a positive
-/// number counts as not measured, and so does a lifetime without all its amplitudes. Cp: total probe, M.
+/// Reads the sample columns of the sheet up to the first column without a concentration. A text that is not wholly a
+/// positive number counts as not measured, and so does a lifetime without all its amplitudes. Cp: total probe, M.
 Measurements readMeasurements(const decay::CellText& cell, double Cp);
 
 } // namespace lifetimes

@@ -62,6 +62,10 @@ void TestMeasurements::saysWhatIsOdd_data()
     QTest::newRow("nothing") << TypedSheet{usual} << QStringList{};
     QTest::newRow("a missing lifetime") << TypedSheet{usual, column("0.2", {}, "30")}
                                         << QStringList{"Sample 3 has no lifetime"};
+    QTest::newRow("a comma in a lifetime")
+        << TypedSheet{usual, column("0.2", {"1", "3,5"}, "30")} << QStringList{"Sample 3 has no lifetime"};
+    QTest::newRow("a comma in an intensity")
+        << TypedSheet{usual, column("0.2", {"1", "3"}, "3,000")} << QStringList{"Sample 3 has no intensity"};
     QTest::newRow("missing intensities") << TypedSheet{usual, column("0.2", {"1", "3"}, ""),
                                                        column("0.3", {"1", "2"}, "0")}
                                          << QStringList{"Samples 3 and 4 have no intensity"};
@@ -112,6 +116,8 @@ void TestMeasurements::refusesWhatCannotBeCompared_data()
     QTest::newRow("no lifetime of the reference") << TypedSheet{column("0", {}, "100"), usual};
     QTest::newRow("no quencher") << TypedSheet{reference};
     QTest::newRow("a negative amount") << TypedSheet{reference, column("-0.1", {"1", "4"}, "50")};
+    QTest::newRow("a word as amount") << TypedSheet{reference, usual, column("abc", {"1", "4"}, "50")};
+    QTest::newRow("a comma in an amount") << TypedSheet{reference, usual, column("0,2", {"1", "4"}, "50")};
     QTest::newRow("an infinite amount") << TypedSheet{reference, column("1e400", {"1", "4"}, "50")};
 }
 
