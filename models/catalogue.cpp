@@ -20,8 +20,13 @@ constexpr Parameter kComplex{
     Box::K, "K :", KorF, kPerMolar, "association constant of the complex of probe and quencher", kConstants};
 constexpr Parameter kSphere{Box::K,    "K :", KorF, kPerMolar, "molar volume of the sphere of action around a probe",
                             kConstants};
-constexpr Parameter kNeighbours{
-    Box::K, "K :", KorF, kPerMolar, "mean number of quenchers beside a probe, per molar quencher", kConstants};
+constexpr Parameter kNeighbours{.box = Box::K,
+                                .label = "K :",
+                                .reported = KorF,
+                                .unit = kPerMolar,
+                                .meaning = "mean number of quenchers beside a probe, per molar quencher",
+                                .usual = kConstants,
+                                .jumpsInDecay = true};
 constexpr Parameter kBeside{
     Box::kq1, "kq1 :", Kq1, kPerSecond, "rate constant of quenching by a quencher beside the probe", kRates};
 constexpr Parameter kCollisions{Box::kq2, "kq2 :", Kq2, kPerMolarSecond, "collisional rate constant", kRates};

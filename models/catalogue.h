@@ -43,6 +43,7 @@ struct Parameter {
     Sizes usual;                // where searches start
     bool fixableInDecay = true; // its "Fix" check box also holds for decay curves
     bool restored = true;       // "Restore" copies it back into the box
+    bool jumpsInDecay = false;  // decay curves jump along it, because it decides where a series ends
 
     /// "kq2"
     std::string name() const { return std::string(label.substr(0, label.find(' '))); }

@@ -16,15 +16,36 @@ constexpr std::array<int, 4> kBest{0, 3, 20, 24};        // of these, from which
 constexpr std::array<int, 4> kFirst{1, 3, 20,
                                     24}; // further starts of descents, because the best ones may share a plateau
 
+// Walks along the parameter at which a law jumps: the first one with thinned points, past jumps; the others closer to
+// the best side of a jump.
+constexpr std::array<leastsquares::ValleyWalk::Strides, 3> kWalks{{{1e-2, 500, 2}, {1e-3, 10, 2}, {1e-4, 10, 2}}};
+
 constexpr double kLookShare = 0.2, kDescentsEnd = 0.6; // of the progress
 
 bool isLower(const leastsquares::Minimum& a, const leastsquares::Minimum& b) { return a.sumOfSquares < b.sumOfSquares; }
+
+const leastsquares::Minimum& lowest(const std::vector<leastsquares::Minimum>& minima)
+{
+    return *std::min_element(minima.begin(), minima.end(), isLower);
+}
+
+/// The free parameter along which the law jumps; 0 if there is none.
+std::size_t jumpingSlot(const RequestedFit& requested)
+{
+    if (analysis::methodOf(requested.request) != models::Analysis::Decay)
+        return 0;
+    for (const std::size_t slot : requested.free())
+        if (models::parameter(requested.request.model, slot).jumpsInDecay)
+            return slot;
+    return 0;
+}
 
 } // namespace
 
 StartSearch::StartSearch(const RequestedFit& requested, const LeastSums& known)
     : m_requested(requested), m_free(requested.free()), m_sensible(sensibleRanges(requested.request.model)),
-      m_counted(countedRanges(requested.request.model)), m_thinned(requested.problem)
+      m_counted(countedRanges(requested.request.model)),
+      m_jumping(known.searched(requested.request) ? 0 : jumpingSlot(requested)), m_thinned(requested.problem)
 {
     if (known.searched(requested.request))
         beginDescents({});
@@ -45,6 +66,9 @@ bool StartSearch::step()
     case Stage::Refine:
         refine();
         break;
+    case Stage::Walk:
+        walk();
+        break;
     case Stage::Done:
         break;
     }
@@ -56,6 +80,10 @@ double StartSearch::done() const
     const auto share = [](std::size_t part, std::size_t whole) {
         return static_cast<double>(part) / static_cast<double>(std::max<std::size_t>(whole, 1));
     };
+    const auto refined = [this](double part) {
+        const double parts = m_jumping == 0 ? 1 : kWalks.size() + 2;
+        return kDescentsEnd + (1 - kDescentsEnd) * (m_partsRefined + part) / parts;
+    };
     switch (m_stage) {
     case Stage::Thin:
         return 0;
@@ -64,7 +92,9 @@ double StartSearch::done() const
     case Stage::Descend:
         return kLookShare + (kDescentsEnd - kLookShare) * share(m_next, m_starts.size());
     case Stage::Refine:
-        return kDescentsEnd + (1 - kDescentsEnd) * share(m_next, m_starts.size());
+        return refined(share(m_next, m_starts.size()));
+    case Stage::Walk:
+        return refined(m_walk->done());
     case Stage::Done:
         break;
     }
@@ -152,10 +182,10 @@ bool StartSearch::sameValley(const leastsquares::Minimum& a, const leastsquares:
 void StartSearch::beginRefining()
 {
     constexpr double kWorthFollowing = 20; // times the lowest sum of thinned data
-    const double lowest = std::min_element(m_minima.begin(), m_minima.end(), isLower)->sumOfSquares;
+    const double leastSum = lowest(m_minima).sumOfSquares;
     m_starts.clear();
     for (const leastsquares::Minimum& minimum : m_minima)
-        if (!m_thinned.leavesOut() || minimum.sumOfSquares <= lowest * kWorthFollowing)
+        if (!m_thinned.leavesOut() || minimum.sumOfSquares <= leastSum * kWorthFollowing)
             m_starts.push_back(minimum.values);
     m_minima.clear();
     m_next = 0;
@@ -178,10 +208,47 @@ void StartSearch::refine()
         m_starts[m_next] = reached.values;
         return;
     }
-    m_minima.push_back(reached);
+    keep(reached);
     m_rounds = 0;
     if (++m_next == m_starts.size())
-        m_stage = Stage::Done;
+        beginWalk();
+}
+
+/// A minimum found after a walk counts only if it is lower than all others.
+void StartSearch::keep(const leastsquares::Minimum& minimum)
+{
+    if (m_walked == 0 || isLower(minimum, lowest(m_minima)))
+        m_minima.push_back(minimum);
+}
+
+void StartSearch::beginWalk()
+{
+    const bool useful = m_jumping != 0 && m_walked < kWalks.size() && std::isfinite(lowest(m_minima).sumOfSquares);
+    m_stage = useful ? Stage::Walk : Stage::Done;
+    if (!useful)
+        return;
+    fit::Problem& problem = m_walked == 0 ? m_thinned : m_requested.problem;
+    ++m_partsRefined;
+    m_walk.emplace(problem, lowest(m_minima).values, m_jumping, m_free, m_counted, kWalks[m_walked++]);
+}
+
+/// The lowest places of the first walk are refined with all points.
+void StartSearch::walk()
+{
+    constexpr std::size_t kRefined = 10;
+    if (m_walk->step())
+        return;
+    if (m_walked > 1) {
+        keep(m_walk->lowest(1).front());
+        beginWalk();
+        return;
+    }
+    m_starts.clear();
+    for (const leastsquares::Minimum& place : m_walk->lowest(kRefined))
+        m_starts.push_back(place.values);
+    m_next = 0;
+    ++m_partsRefined;
+    m_stage = Stage::Refine;
 }
 
 SearchResult searchStart(const RequestedFit& requested, LeastSums& known, const SearchProgress& progress)

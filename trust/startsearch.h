@@ -2,6 +2,7 @@
 
 #include "leastsquares/solutions.h"
 #include "leastsquares/thinnedproblem.h"
+#include "leastsquares/valleywalk.h"
 #include "trust/leastsums.h"
 
 #include <functional>
@@ -21,7 +22,8 @@ struct SearchResult {
 
 /// Searches for the least-squares minimum of a model with Levenberg-Marquardt fits from the typed values and from the
 /// best of many starts, which are spread evenly over the logarithms of the sensible ranges. Fixed parameters keep their
-/// typed values. The same input always gives the same result. What an earlier search has found is not searched again.
+/// typed values. Where the law jumps along a parameter, walks along it lead from the lowest minimum past the jumps.
+/// The same input always gives the same result. What an earlier search has found is not searched again.
 class StartSearch
 {
 public:
@@ -35,21 +37,25 @@ public:
     const std::vector<leastsquares::Minimum>& minima() const { return m_minima; }
 
 private:
-    enum class Stage { Thin, Look, Descend, Refine, Done };
+    enum class Stage { Thin, Look, Descend, Refine, Walk, Done };
 
     fit::Parameters spreadStart(int n) const;
     void thin();
     void look();
     void descend();
     void refine();
+    void walk();
     void beginDescents(std::vector<fit::Parameters> starts);
     void beginRefining();
+    void beginWalk();
     void add(const leastsquares::Minimum& minimum);
+    void keep(const leastsquares::Minimum& minimum);
     bool sameValley(const leastsquares::Minimum& a, const leastsquares::Minimum& b);
 
     const RequestedFit& m_requested;
     const leastsquares::FreeSlots m_free;
     const leastsquares::Ranges m_sensible, m_counted;
+    const std::size_t m_jumping;            // the parameter along which to walk past jumps; 0: none
     leastsquares::ThinnedProblem m_thinned; // all points if there are few
     Stage m_stage = Stage::Thin;
     int m_noted = 0; // starts, for thinning
@@ -58,6 +64,9 @@ private:
     std::size_t m_next = 0;                // of the starts
     int m_rounds = 0;                      // of refining one minimum
     std::optional<leastsquares::Descent> m_descent;
+    std::size_t m_walked = 0; // number of walks begun
+    std::optional<leastsquares::ValleyWalk> m_walk;
+    int m_partsRefined = 0; // walks, and refining before and after the first one
     std::vector<leastsquares::Minimum> m_minima;
 };
 

@@ -43,6 +43,7 @@ class TestStartSearch : public QObject
 private slots:
     void findsPublishedOptima();
     void findsTheLeastSumOfManyDecayPoints();
+    void passesTheJumpsOfASeries();
     void leadsTheEngineToTheOptimum_data();
     void leadsTheEngineToTheOptimum();
     void saysWhereTheEngineCannotStay();
@@ -84,6 +85,29 @@ void TestStartSearch::findsTheLeastSumOfManyDecayPoints()
             fit::Parameters start = request.values;
             leastsquares::spread(start, free, sensibleRanges(request.model), n);
             least = std::min(least, leastsquares::descend(*problem, start, free).sumOfSquares);
+        }
+        QVERIFY2(leastsquares::equallyGood(searched(request).solutions.front().sumOfSquares, least, 1),
+                 QByteArray::number(seed));
+    }
+}
+
+// Where a series ends depends on K, so the sum of squares jumps along K. The reference fits the other constants at many
+// K around the truth.
+void TestStartSearch::passesTheJumpsOfASeries()
+{
+    for (const unsigned seed : {4U, 61U, 95U}) {
+        const support::RandomSessions::Session session = support::RandomSessions(seed).session();
+        const analysis::Request request = app::requestOf(
+            app::panelValues({.Model = session.trueModel}), 0,
+            analysis::Request{.data = support::tableFrom(session.sheet, 1 + static_cast<int>(seed % 2))});
+        const std::unique_ptr<fit::Problem> problem = realProblem(request);
+        leastsquares::FreeSlots others = RequestedFit{*problem, request}.free();
+        others.erase(others.begin());
+        double least = std::numeric_limits<double>::infinity();
+        for (int n = -50; n <= 50; ++n) {
+            fit::Parameters start = support::RandomSessions::trueValues(session);
+            start[1] *= std::pow(1.01, n);
+            least = std::min(least, leastsquares::descend(*problem, start, others).sumOfSquares);
         }
         QVERIFY2(leastsquares::equallyGood(searched(request).solutions.front().sumOfSquares, least, 1),
                  QByteArray::number(seed));
