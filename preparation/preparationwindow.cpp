@@ -4,6 +4,7 @@
 #include "ui/closing.h"
 #include "ui/prompter.h"
 #include "ui/textbox.h"
+#include "ui/wrappinglabel.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -17,15 +18,6 @@ namespace preparation
 {
 namespace
 {
-
-QLabel* wrappedLabel(const char* name, QWidget* parent)
-{
-    auto* label = new QLabel(parent);
-    label->setObjectName(name);
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
 
 QString meaningOf(Box box)
 {
@@ -41,7 +33,7 @@ PreparationWindow::PreparationWindow(ui::Prompter& prompter)
                                      {new QCheckBox(tr("&Inner filter"), this), &Steps::innerFilter},
                                      {new QCheckBox(tr("&Dilution"), this), &Steps::dilution}}},
       m_V0(new ui::TextBox(this)), m_stock(new ui::TextBox(this)), m_table(new SampleTable(prompter, this)),
-      m_sheetNote(wrappedLabel("lblSheetChanged", this)), m_notes(wrappedLabel("lblPreparation", this)),
+      m_sheetNote(ui::wrappingLabel("lblSheetChanged", this)), m_notes(ui::wrappingLabel("lblPreparation", this)),
       m_take(new QPushButton(tr("Take from &Sheet"), this)),
       m_handErrors(new QCheckBox(tr("&Errors to Fit Details"), this)), m_apply(new QPushButton(tr("&Apply"), this)),
       m_close(new QPushButton(tr("C&lose"), this)), m_untouched(m_table->typed())
