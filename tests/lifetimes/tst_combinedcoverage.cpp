@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
-// How often 95 % intervals of fits of intensities and lifetimes hold the truth. Each model's random sets have the seed
-// 1000000 times its number.
+// How often 95 % intervals of fits of intensities and lifetimes hold the truth. Model m draws its random data from seed
+// 1000000 m.
 
 using namespace lifetimes;
 

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-// Simulated sessions and what is said of them. Each model's random sets have the seed 1000000 times its number.
+// Simulated sessions and what is said of them. Model m draws its random data from seed 1000000 m.
 
 using namespace lifetimes;
 
