@@ -132,10 +132,9 @@ void LifetimesWindow::connectControls()
         const Place* place = shownPlace();
         emit valuesChosen(place->model, place->fit->minimum.values);
     });
-    connect(m_copySentence, &QPushButton::clicked, this, [this] { ui::copyText(qtText(m_fitText.sentence)); });
-    connect(m_copy, &QPushButton::clicked, this, [this] {
-        ui::copyText(qtText(plainText(m_text) + "\r\n" + (m_fitText.heading.empty() ? "" : plainText(m_fitText))));
-    });
+    connect(m_copySentence, &QPushButton::clicked, this, [this] { copy(m_fitText.sentence); });
+    connect(m_copy, &QPushButton::clicked, this,
+            [this] { copy(plainText(m_text) + "\r\n" + (m_fitText.heading.empty() ? "" : plainText(m_fitText))); });
     connect(m_close, &QPushButton::clicked, this, &QWidget::close);
 }
 
@@ -204,10 +203,16 @@ void LifetimesWindow::showModel()
         button->setEnabled(fit);
 }
 
+QString LifetimesWindow::dated(const QString& text) const
+{
+    return m_changed ? tr("of data changed since: %1").arg(text) : text;
+}
+
+void LifetimesWindow::copy(const std::string& text) const { ui::copyText(dated(qtText(text))); }
+
 void LifetimesWindow::showFinding()
 {
-    const QString finding = qtText(m_text.finding);
-    m_finding->setText(m_changed ? tr("of data changed since: %1").arg(finding) : finding);
+    m_finding->setText(dated(qtText(m_text.finding)));
     m_readAgain->setEnabled(m_changed);
 }
 

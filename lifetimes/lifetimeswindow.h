@@ -51,6 +51,8 @@ private:
     void fillModels();
     void chooseModel(int row);
     void showModel();
+    QString dated(const QString& text) const; // says if the data were changed since
+    void copy(const std::string& text) const;
     void showFinding();
     const Place* shownPlace() const;
 

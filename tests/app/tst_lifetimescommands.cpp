@@ -118,6 +118,10 @@ void TestLifetimesCommands::saysWhenTheSheetHasChanged()
     p.set(kIntensity, 7, "60");
     QTRY_COMPARE(p.label("lblFinding"), "of data changed since: " + finding);
     QCOMPARE(p.cell("grdSamples", 6, 2), QString("137.02")); // what was read before
+    for (const char* button : {"cmdCopyTogether", "cmdCopyTogetherSentence"}) {
+        p.press(button);
+        QVERIFY2(QGuiApplication::clipboard()->text().startsWith("of data changed since: "), button);
+    }
     p.press("cmdReadAgain");
     QCOMPARE(p.cell("grdSamples", 6, 2), QString("276.33"));
     QVERIFY(!p.label("lblFinding").startsWith("of data"));
