@@ -11,10 +11,11 @@ namespace trust
 namespace
 {
 
-constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600}; // starts whose sum is calculated, by number of free parameters
-constexpr std::array<int, 4> kBest{0, 3, 20, 24};        // of these, from which a fit descends
-constexpr std::array<int, 4> kFirst{1, 3, 20,
-                                    24}; // further starts of descents, because the best ones may share a plateau
+// By number of free parameters: how many starts a sum is calculated for, from how many of the best of these a fit
+// descends, and from how many others, because the best ones may share a plateau.
+constexpr std::array<int, 4> kLookedAt{1, 40, 300, 600};
+constexpr std::array<int, 4> kBest{0, 3, 20, 24};
+constexpr std::array<int, 4> kFirst{1, 3, 20, 24};
 
 // Walks along the parameter at which a law jumps: the first one with thinned points, past jumps; the others closer to
 // the best side of a jump.
